@@ -1,0 +1,127 @@
+#include "CVxDPoint.h"
+
+#include "VxAngle.h"
+#include "VxEps.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace {
+int32_t RoundToPixel(double value)
+{
+    // std::round is half away from zero; out-of-range values are clamped so
+    // a damaged coordinate cannot make the conversion undefined.
+    const double r = std::round(value);
+    if (!(r > std::numeric_limits<int32_t>::min()))
+        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
+    if (r >= std::numeric_limits<int32_t>::max())
+        return std::numeric_limits<int32_t>::max();
+    return static_cast<int32_t>(r);
+}
+} // namespace
+
+bool CVxDPoint::operator==(const CVxDPoint& other) const
+{
+    return std::fabs(x - other.x) < EPS && std::fabs(y - other.y) < EPS;
+}
+
+CVxDPoint& CVxDPoint::operator+=(const CVxDPoint& other)
+{
+    x += other.x;
+    y += other.y;
+    return *this;
+}
+
+CVxDPoint& CVxDPoint::operator-=(const CVxDPoint& other)
+{
+    x -= other.x;
+    y -= other.y;
+    return *this;
+}
+
+CVxDPoint& CVxDPoint::operator*=(double factor)
+{
+    x *= factor;
+    y *= factor;
+    return *this;
+}
+
+CVxDPoint& CVxDPoint::operator/=(double divisor)
+{
+    x /= divisor;
+    y /= divisor;
+    return *this;
+}
+
+CVxDPoint::operator VxPOINT*() const
+{
+    m_pixels.x = RoundToPixel(x);
+    m_pixels.y = RoundToPixel(y);
+    return &m_pixels;
+}
+
+bool CVxDPoint::IsZero() const
+{
+    return std::fabs(x) < EPS && std::fabs(y) < EPS;
+}
+
+double CVxDPoint::Distance(const CVxDPoint& other) const
+{
+    return std::sqrt(Distance2(other));
+}
+
+double CVxDPoint::Distance2(const CVxDPoint& other) const
+{
+    const double dx = x - other.x;
+    const double dy = y - other.y;
+    return dx * dx + dy * dy;
+}
+
+double CVxDPoint::Length() const
+{
+    return std::sqrt(LengthSquared());
+}
+
+CVxDPoint& CVxDPoint::Negate()
+{
+    x = -x;
+    y = -y;
+    return *this;
+}
+
+CVxDPoint& CVxDPoint::Normalize()
+{
+    const double length = Length();
+    if (length > 1e-5) {
+        x /= length;
+        y /= length;
+    }
+    return *this;
+}
+
+CVxDPoint& CVxDPoint::Rotate(double angle)
+{
+    const double a = angle * std::numbers::pi / 180.0;
+    const double c = std::cos(a);
+    const double s = std::sin(a);
+    const double nx = x * c - y * s;
+    const double ny = x * s + y * c;
+    x = nx;
+    y = ny;
+    return *this;
+}
+
+double CVxDPoint::Angle() const
+{
+    const double length = Length();
+    if (length == 0)
+        return 0;
+    // Rounding can push the ratio a hair past 1 for an axis-parallel vector.
+    const double ratio = std::clamp(-y / length, -1.0, 1.0);
+    double degrees = std::acos(ratio) * 180.0 / std::numbers::pi;
+    if (x < 0)
+        degrees = -degrees;
+    return VX_NormalizeAngle(degrees);
+}

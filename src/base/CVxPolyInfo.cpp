@@ -1,0 +1,91 @@
+#include "CVxPolyInfo.h"
+
+#include "CVxDPolygon.h"
+#include "VxEps.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+// How near an outline a vertex may lie and still count as on it.
+constexpr double kOnLineDistance = 0.001;
+} // namespace
+
+CVxPolyInfo::List CVxPolyInfo::Build(const CVxDPolygon& polygon)
+{
+    List list;
+    list.reserve(polygon.points.size());
+    for (size_t i = 0; i < polygon.points.size(); ++i) {
+        CVxPolyInfo entry;
+        entry.point = polygon.points[i];
+        entry.edge = static_cast<int32_t>(i);
+        list.push_back(entry);
+    }
+    return list;
+}
+
+void CVxPolyInfo::MarkOuterVertices(List& list, const CVxDPolygon& other)
+{
+    for (CVxPolyInfo& entry : list) {
+        if (other.PtOnPolygonLine(entry.point, kOnLineDistance) || other.PtIsPolygonVert(entry.point)) {
+            entry.isOnBoundary = true;
+            entry.isOuter = false;
+        } else {
+            entry.isOuter = !other.PtInPolygon(entry.point);
+        }
+    }
+}
+
+bool CVxPolyInfo::IsCompletelyInner(const List& list)
+{
+    return std::none_of(list.begin(), list.end(),
+                        [](const CVxPolyInfo& e) { return e.isOuter && !e.isOnBoundary; });
+}
+
+bool CVxPolyInfo::IsCompletelyOuter(const List& list)
+{
+    return std::all_of(list.begin(), list.end(), [](const CVxPolyInfo& e) { return e.isOuter; });
+}
+
+int CVxPolyInfo::InsertPoint(List& list, int edge, double param, const CVxDPoint& point, bool* outIsNew)
+{
+    size_t position = list.size();
+    for (size_t k = 0; k < list.size(); ++k) {
+        const CVxPolyInfo& entry = list[k];
+        if (entry.edge == edge && std::fabs(entry.param - param) < EPS) {
+            if (outIsNew)
+                *outIsNew = false;
+            return static_cast<int>(k);
+        }
+        if ((entry.edge == edge && entry.param > param) || entry.edge > edge) {
+            position = k;
+            break;
+        }
+    }
+    CVxPolyInfo entry;
+    entry.point = point;
+    entry.edge = edge;
+    entry.param = param;
+    entry.isOnBoundary = true;
+    list.insert(list.begin() + static_cast<std::ptrdiff_t>(position), entry);
+    if (outIsNew)
+        *outIsNew = true;
+    return static_cast<int>(position);
+}
+
+void CVxPolyInfo::ShiftCrossIndices(List& list, int from)
+{
+    for (CVxPolyInfo& entry : list)
+        if (entry.crossIndex >= from)
+            ++entry.crossIndex;
+}
+
+void CVxPolyInfo::MarkCross(List& a, int indexA, List& b, int indexB)
+{
+    CVxPolyInfo& ea = a[static_cast<size_t>(indexA)];
+    CVxPolyInfo& eb = b[static_cast<size_t>(indexB)];
+    ea.crossIndex = indexB;
+    eb.crossIndex = indexA;
+    ea.isOuter = false;
+    eb.isOuter = false;
+}

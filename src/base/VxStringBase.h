@@ -1,0 +1,242 @@
+#pragma once
+// The operations that the wide and the 8-bit string share. Indexes are int,
+// as everywhere in the document model, and a search that fails gives -1.
+
+#include <string>
+#include <vector>
+
+template <typename Ch, typename Derived>
+class CVxStringBase
+{
+public:
+    using CharType = Ch;
+
+    CVxStringBase() = default;
+    CVxStringBase(const Ch* text)
+    {
+        if (text)
+            m_s = text;
+    }
+    CVxStringBase(const Ch* text, int length)
+    {
+        if (text && length > 0)
+            m_s.assign(text, static_cast<size_t>(length));
+    }
+    CVxStringBase(std::basic_string<Ch> text) : m_s(std::move(text)) {}
+
+    int GetLength() const { return static_cast<int>(m_s.size()); }
+    bool IsEmpty() const { return m_s.empty(); }
+    void Empty() { m_s.clear(); }
+    const Ch* c_str() const { return m_s.c_str(); }
+    operator const Ch*() const { return m_s.c_str(); }
+    const std::basic_string<Ch>& Std() const { return m_s; }
+    std::basic_string<Ch>& Std() { return m_s; }
+
+    // Out-of-range reads give the terminating zero rather than touching memory.
+    Ch GetAt(int i) const { return (i >= 0 && i < GetLength()) ? m_s[static_cast<size_t>(i)] : Ch(0); }
+    Ch operator[](int i) const { return GetAt(i); }
+    void SetAt(int i, Ch c)
+    {
+        if (i >= 0 && i < GetLength())
+            m_s[static_cast<size_t>(i)] = c;
+    }
+
+    int Find(const Derived& what, int start = 0) const { return ToIndex(m_s.find(what.m_s, Pos(start))); }
+    int Find(const Ch* what, int start = 0) const { return ToIndex(m_s.find(what, Pos(start))); }
+    int Find(Ch what, int start = 0) const { return ToIndex(m_s.find(what, Pos(start))); }
+    int ReverseFind(Ch what) const { return ToIndex(m_s.rfind(what)); }
+    bool Contains(const Derived& what) const { return Find(what) >= 0; }
+    bool Contains(Ch what) const { return Find(what) >= 0; }
+    bool StartsWith(const Derived& what) const { return m_s.compare(0, what.m_s.size(), what.m_s) == 0; }
+    bool EndsWith(const Derived& what) const
+    {
+        return m_s.size() >= what.m_s.size() &&
+               m_s.compare(m_s.size() - what.m_s.size(), what.m_s.size(), what.m_s) == 0;
+    }
+
+    Derived Left(int count) const
+    {
+        if (count <= 0)
+            return Derived();
+        return Derived(m_s.substr(0, static_cast<size_t>(count)));
+    }
+    // A negative count means "to the end of the string".
+    Derived Mid(int pos, int count = -1) const
+    {
+        if (pos < 0)
+            pos = 0;
+        if (pos >= GetLength() || count == 0)
+            return Derived();
+        if (count < 0)
+            return Derived(m_s.substr(static_cast<size_t>(pos)));
+        return Derived(m_s.substr(static_cast<size_t>(pos), static_cast<size_t>(count)));
+    }
+    Derived Right(int count) const
+    {
+        if (count <= 0)
+            return Derived();
+        if (count >= GetLength())
+            return Derived(m_s);
+        return Derived(m_s.substr(m_s.size() - static_cast<size_t>(count)));
+    }
+
+    // Only blanks (code 32) count; tabs and line ends stay.
+    Derived& Trim() { return TrimRight().TrimLeft(); }
+    Derived& TrimLeft()
+    {
+        size_t i = 0;
+        while (i < m_s.size() && m_s[i] == Ch(' '))
+            ++i;
+        m_s.erase(0, i);
+        return Self();
+    }
+    Derived& TrimRight()
+    {
+        size_t n = m_s.size();
+        while (n > 0 && m_s[n - 1] == Ch(' '))
+            --n;
+        m_s.resize(n);
+        return Self();
+    }
+
+    Derived ReplaceAll(const Derived& from, const Derived& to) const
+    {
+        Derived result(m_s);
+        if (from.m_s.empty())
+            return result;
+        size_t pos = 0;
+        while ((pos = result.m_s.find(from.m_s, pos)) != std::basic_string<Ch>::npos) {
+            result.m_s.replace(pos, from.m_s.size(), to.m_s);
+            pos += to.m_s.size();
+        }
+        return result;
+    }
+    void ReplaceIn(int pos, int count, const Derived& text)
+    {
+        if (pos < 0 || pos > GetLength())
+            return;
+        if (count < 0 || pos + count > GetLength())
+            count = GetLength() - pos;
+        m_s.replace(static_cast<size_t>(pos), static_cast<size_t>(count), text.m_s);
+    }
+    void Insert(int pos, const Derived& text) { ReplaceIn(pos, 0, text); }
+    void Delete(int pos, int count = 1) { ReplaceIn(pos, count, Derived()); }
+
+    Derived& LowerCase()
+    {
+        for (Ch& c : m_s)
+            if (c >= Ch('A') && c <= Ch('Z'))
+                c = Ch(c - 'A' + 'a');
+        return Self();
+    }
+    Derived& UpperCase()
+    {
+        for (Ch& c : m_s)
+            if (c >= Ch('a') && c <= Ch('z'))
+                c = Ch(c - 'a' + 'A');
+        return Self();
+    }
+    int Compare(const Derived& other) const { return m_s.compare(other.m_s); }
+    bool IsEqualNoCase(const Derived& other) const
+    {
+        Derived a(m_s), b(other.m_s);
+        return a.LowerCase().m_s == b.LowerCase().m_s;
+    }
+
+    // Splits at every separator; empty pieces between separators are kept.
+    std::vector<Derived> Split(Ch separator) const
+    {
+        std::vector<Derived> parts;
+        size_t start = 0;
+        for (;;) {
+            size_t pos = m_s.find(separator, start);
+            if (pos == std::basic_string<Ch>::npos) {
+                parts.emplace_back(m_s.substr(start));
+                return parts;
+            }
+            parts.emplace_back(m_s.substr(start, pos - start));
+            start = pos + 1;
+        }
+    }
+
+    // One line of a table export: quoted fields with doubled quotes, separator
+    // or tab between fields.
+    std::vector<Derived> SplitCsvLine(Ch separator) const
+    {
+        std::vector<Derived> fields;
+        const size_t n = m_s.size();
+        size_t i = 0;
+        auto isEnd = [&](size_t k) { return m_s[k] == separator || m_s[k] == Ch('\t'); };
+        while (i < n) {
+            while (i < n && m_s[i] == Ch(' '))
+                ++i;
+            std::basic_string<Ch> field;
+            if (i < n && m_s[i] == Ch('"')) {
+                ++i;
+                while (i < n) {
+                    if (m_s[i] == Ch('"')) {
+                        if (i + 1 < n && m_s[i + 1] == Ch('"')) {
+                            field += Ch('"');
+                            i += 2;
+                            continue;
+                        }
+                        ++i;
+                        break;
+                    }
+                    field += m_s[i++];
+                }
+                while (i < n && !isEnd(i))
+                    ++i;
+            } else {
+                while (i < n && !isEnd(i))
+                    field += m_s[i++];
+            }
+            fields.emplace_back(std::move(field));
+            if (i < n)
+                ++i; // the separator
+        }
+        return fields;
+    }
+
+    Derived& operator+=(const Derived& other)
+    {
+        m_s += other.m_s;
+        return Self();
+    }
+    Derived& operator+=(const Ch* other)
+    {
+        if (other)
+            m_s += other;
+        return Self();
+    }
+    Derived& operator+=(Ch c)
+    {
+        m_s += c;
+        return Self();
+    }
+    friend Derived operator+(const Derived& a, const Derived& b) { return Derived(a.m_s + b.m_s); }
+    friend Derived operator+(const Derived& a, const Ch* b) { return a + Derived(b); }
+    friend Derived operator+(const Ch* a, const Derived& b) { return Derived(a) + b; }
+    friend Derived operator+(const Derived& a, Ch b) { return Derived(a.m_s + b); }
+    friend bool operator==(const Derived& a, const Derived& b) { return a.m_s == b.m_s; }
+    friend bool operator==(const Derived& a, const Ch* b) { return a.m_s == (b ? b : EmptyText()); }
+    friend bool operator!=(const Derived& a, const Derived& b) { return a.m_s != b.m_s; }
+    friend bool operator!=(const Derived& a, const Ch* b) { return !(a == b); }
+    friend bool operator<(const Derived& a, const Derived& b) { return a.m_s < b.m_s; }
+
+protected:
+    std::basic_string<Ch> m_s;
+
+private:
+    static const Ch* EmptyText()
+    {
+        static const Ch empty[1] = {Ch(0)};
+        return empty;
+    }
+    Derived& Self() { return static_cast<Derived&>(*this); }
+    size_t Pos(int start) const { return start < 0 ? 0 : static_cast<size_t>(start); }
+    static int ToIndex(size_t pos)
+    {
+        return pos == std::basic_string<Ch>::npos ? -1 : static_cast<int>(pos);
+    }
+};

@@ -1,0 +1,140 @@
+#include "CVxAppCore.h"
+
+#include "CVxLocalize.h"
+#include "CVxOptions.h"
+#include "CVxUnits.h"
+#include "IVxAppHelperCallback.h"
+#include "VxTrace.h"
+
+#include <clocale>
+#include <cmath>
+#include <cstdlib>
+#include <ctime>
+
+CVxAppCore::CVxAppCore()
+{
+    // Every number in every file is a C-locale decimal.
+    setlocale(LC_NUMERIC, "C");
+    srand(static_cast<unsigned>(time(nullptr)));
+}
+
+CVxAppCore::~CVxAppCore() = default;
+
+void CVxAppCore::SetAppFolder(const CVxStringW& folder)
+{
+    m_appFolder = folder;
+    if (!m_appFolder.IsEmpty() && !m_appFolder.EndsWith(CVxStringW(L"/")))
+        m_appFolder += L'/';
+}
+
+void CVxAppCore::SetAppExiting()
+{
+    m_appExiting = 1;
+}
+
+void CVxAppCore::InitProject()
+{
+    m_project.Reset();
+    const CVxOptions* options = VX_GetOptions();
+    m_project.m_subUnitMoves = options->m_subUnitMoves;
+    m_project.m_decimalPrecision = options->m_decimalPrecision;
+    m_project.SetDefaultsForUnit(m_project.m_unit);
+    // The default room is 500 by 300 centimetres whatever the unit: 5 by 3 in
+    // metres.
+    const double scale = 1.0 / m_project.m_baseZoom;
+    m_project.ScaleAllObjects(scale, scale, scale, true, true);
+    UpdateFloorPlan();
+    m_zoom = m_project.m_baseZoom;
+    m_missingFiles.clear();
+}
+
+void CVxAppCore::UpdateFloorPlan()
+{
+    // Walls and rooms are recomputed here once the floors hold walls.
+}
+
+CVxStringW CVxAppCore::GetMainWndCaption(CVxStringW& shortTitle) const
+{
+    CVxStringW title = L"Plaveno - ";
+    shortTitle = L"Plaveno";
+    title += L'[';
+    if (m_projectPath.IsEmpty()) {
+        title += VX_GetLoc()->LocalizeMessage(8, L"untitled");
+    } else {
+        title += m_projectPath;
+        shortTitle += L" - ";
+        shortTitle += m_projectPath.ExtractFileTitle();
+    }
+    if (m_project.IsModified())
+        title += L'*';
+    title += L']';
+    return title;
+}
+
+VxRECT CVxAppCore::GetSheetRect() const
+{
+    VxRECT rect;
+    rect.left = m_viewOrigin.x;
+    rect.top = m_viewOrigin.y;
+    rect.right = rect.left + static_cast<int>(std::lround(m_project.GetTotalWidth() * m_zoom));
+    rect.bottom = rect.top + static_cast<int>(std::lround(m_project.GetTotalHeight() * m_zoom));
+    return rect;
+}
+
+void CVxAppCore::AfterTransform()
+{
+    m_project.m_modified = true;
+    UpdateFloorPlan();
+    if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
+        host->UpdateProjectUI(VX_GetOptions()->m_openInBestFit, true);
+        host->OnPartListingChange();
+    }
+}
+
+void CVxAppCore::TransformConvertUnit(int from, int to)
+{
+    if (from < 0 || to < 0 || !CVxUnits::IsValid(from) || !CVxUnits::IsValid(to))
+        return;
+    m_project.ConvertUnit(from, to, nullptr);
+    AfterTransform();
+}
+
+void CVxAppCore::TransformShift(double dx, double dy)
+{
+    if (dx <= -m_project.m_width)
+        dx = 0;
+    if (dy <= -m_project.m_height)
+        dy = 0;
+    m_project.MoveAllObjects(dx, dy, 0);
+    AfterTransform();
+}
+
+void CVxAppCore::TransformScale(double factor)
+{
+    if (factor < 1e-7)
+        return;
+    m_project.ScaleAllObjects(factor, factor, factor, false, false);
+    AfterTransform();
+}
+
+void CVxAppCore::TransformRotate(int degrees)
+{
+    m_project.RotateAllObjects(degrees);
+    AfterTransform();
+}
+
+void CVxAppCore::TransformFlip(bool vertical)
+{
+    m_project.MirrorAllObjects(vertical);
+    AfterTransform();
+}
+
+CVxAppCore* VX_GetCore()
+{
+    // The project's reset reads options and folders through the host, so the
+    // host must be installed first.
+    if (!VX_GetAppHelper())
+        VxTrace("VX_GetCore - called before the host was installed\n");
+    static CVxAppCore* core = new CVxAppCore;
+    return core;
+}

@@ -1,0 +1,90 @@
+#pragma once
+// The application core: owns the one project of the process and every
+// command on it, and reaches the host only through IVxAppHelperCallback.
+
+#include "CVxDPoint.h"
+#include "CVxMissingFileInfo.h"
+#include "CVxProject.h"
+#include "CVxStringA.h"
+#include "CVxStringW.h"
+#include "VxIntGeometry.h"
+
+#include <vector>
+
+class CVxAppCore
+{
+public:
+    CVxAppCore();
+    ~CVxAppCore();
+    CVxAppCore(const CVxAppCore&) = delete;
+    CVxAppCore& operator=(const CVxAppCore&) = delete;
+
+    CVxProject& GetProject() { return m_project; }
+    const CVxProject& GetProject() const { return m_project; }
+
+    // Nothing is painted until the first room rebuild at the end of start-up.
+    bool IsDrawingAllowed() const { return m_drawingAllowed != 0; }
+    void SetDrawingAllowed(bool allowed) { m_drawingAllowed = allowed ? 1 : 0; }
+    bool IsAppExiting() const { return m_appExiting != 0; }
+    void SetAppExiting();
+
+    const CVxStringW& GetProjectPath() const { return m_projectPath; }
+    void SetProjectPath(const CVxStringW& path) { m_projectPath = path; }
+    const CVxStringW& GetAppFolder() const { return m_appFolder; }
+    void SetAppFolder(const CVxStringW& folder);
+    std::vector<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
+
+    // A new default project: a 500 by 300 room in any unit.
+    void InitProject();
+    // Every change to the plan passes through here.
+    void UpdateFloorPlan();
+
+    // The long window title; shortTitle gets the short one.
+    CVxStringW GetMainWndCaption(CVxStringW& shortTitle) const;
+
+    bool GetDrawBlackWhite() const { return m_drawBlackWhite; }
+    void SetDrawBlackWhite(bool on) { m_drawBlackWhite = on; }
+    bool GetShowAnnotations() const { return m_showAnnotations; }
+    void SetShowAnnotations(bool on) { m_showAnnotations = on; }
+
+    // Pixels per project unit at 100 % display scale, and where the sheet's
+    // origin lies in the render area.
+    double GetZoom() const { return m_zoom; }
+    void SetZoom(double zoom) { m_zoom = zoom; }
+    const VxPOINT& GetViewOrigin() const { return m_viewOrigin; }
+    void SetViewOrigin(const VxPOINT& origin) { m_viewOrigin = origin; }
+    // The sheet in pixels at the present zoom: the room rectangle with the
+    // space around it.
+    VxRECT GetSheetRect() const;
+
+    // Whole-document transforms, each one a step of the user's work.
+    void TransformConvertUnit(int from, int to);
+    void TransformShift(double dx, double dy);
+    void TransformScale(double factor);
+    void TransformRotate(int degrees);
+    void TransformFlip(bool vertical);
+
+    int GetFirstSelectedIndex() const { return m_firstSelected; }
+
+private:
+    void AfterTransform();
+
+    unsigned char m_interaction = 0;
+    unsigned char m_drawingAllowed = 0;
+    unsigned char m_appExiting = 0;
+    CVxProject m_project;
+    std::vector<CVxMissingFileInfo> m_missingFiles;
+    CVxStringW m_projectPath;
+    CVxStringW m_appFolder;
+    std::vector<CVxStringA> m_libStrings;
+    bool m_newUndoStep = true;
+    int m_lastArrowMovedPart = -1;
+    int m_firstSelected = -1;
+    bool m_libraryLoaded = false;
+    bool m_drawBlackWhite = false;
+    bool m_showAnnotations = true;
+    double m_zoom = 1.0;
+    VxPOINT m_viewOrigin;
+};
+
+CVxAppCore* VX_GetCore();

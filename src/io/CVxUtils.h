@@ -1,0 +1,26 @@
+#pragma once
+// File and path helpers shared by the whole core. A plain collection of
+// static functions; paths use "/" and folders end in "/".
+
+#include "CVxStringW.h"
+
+class CVxUtils
+{
+public:
+    // The text of `path` as a project stores it: "{$BT}" plus the rest for a
+    // file of the built-in texture library, the rest for a file under
+    // `folder`, otherwise the path unchanged. URLs stay as they are.
+    static CVxStringW MakeRelativePath(const CVxStringW& path, const CVxStringW& folder);
+    // The reverse: back-slashes of paths written on other systems become
+    // slashes, "{$BT}" becomes the built-in texture folder, an absolute path
+    // stays, and anything else is taken relative to `base`.
+    static CVxStringW MakeFullPath(const CVxStringW& path, const CVxStringW& base);
+    // True when `path` starts with `folder`, both having at least two
+    // characters and the folder being shorter.
+    static bool ContainsPath(const CVxStringW& path, const CVxStringW& folder);
+
+    // The folder of the built-in texture library. While it is empty, no path
+    // maps to or from "{$BT}". A trailing "/" is added when missing.
+    static void SetBuiltInTextureFolder(const CVxStringW& folder);
+    static const CVxStringW& GetBuiltInTextureFolder();
+};

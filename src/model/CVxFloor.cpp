@@ -1,0 +1,294 @@
+#include "CVxFloor.h"
+
+#include "CVxIniFileReader.h"
+#include "CVxIniWriter.h"
+#include "CVxOptions.h"
+#include "CVxProject.h"
+#include "CVxUnits.h"
+#include "VxNumbers.h"
+
+#include <cwchar>
+
+namespace {
+constexpr unsigned kDefaultWallsContour = 0x404040;
+constexpr unsigned kWhite = 0xFFFFFF;
+
+CVxStringW RectToString(const CVxDRect& rect)
+{
+    CVxStringW text = DblSaveW(rect.left);
+    for (double value : {rect.top, rect.right, rect.bottom}) {
+        text += L'|';
+        text += DblSaveW(value);
+    }
+    return text;
+}
+
+CVxStringW ColorToString(unsigned colour)
+{
+    return CVxStringW::IntToHex(colour, 6, true);
+}
+
+unsigned ReadColor(const CVxStringW& value, unsigned def)
+{
+    return static_cast<unsigned>(CVxIniFileReader::ToInt(value, static_cast<int>(def)));
+}
+} // namespace
+
+CVxFloor::CVxFloor()
+{
+    Reset(nullptr);
+}
+
+void CVxFloor::Reset(CVxProject* owner)
+{
+    const CVxOptions* options = VX_GetOptions();
+    m_wallsColor = options->m_defWallColor;
+    m_wallsContour = kDefaultWallsContour;
+    m_floorAppear.Reset();
+    if (!options->m_floorAppear.IsEmpty())
+        m_floorAppear.LoadFromString(options->m_floorAppear, nullptr);
+    m_ceilingAppear.Reset();
+    m_walls3DAppear.Reset();
+    m_walls3DAppear.SetColor(kWhite);
+    m_wallExtAppear.Reset();
+    m_wallExtAppear.SetColor(kWhite);
+    SetDefaultsForUnit(1.0);
+    if (owner)
+        CopyDefProjectAttributes(owner);
+
+    m_layers.Reset();
+    m_localCoords.Reset();
+    m_printArea = CVxDRect();
+    m_printAreaSet = false;
+    ClearBkgScan();
+    m_annotations.Reset();
+}
+
+void CVxFloor::SetDefaultsForUnit(double baseZoom)
+{
+    m_defWallThickness = 10;
+    m_defWallHeight = 265;
+    m_floorThickness = 30;
+    if (baseZoom != 1.0 && baseZoom > 0) {
+        m_defWallThickness /= baseZoom;
+        m_defWallHeight /= baseZoom;
+        m_floorThickness /= baseZoom;
+    }
+}
+
+void CVxFloor::CopyDefProjectAttributes(const CVxProject* project)
+{
+    if (!project)
+        return;
+    m_floorAppear.SetColor(project->m_defFloorColor);
+    m_wallsColor = project->m_defWallsColor;
+    m_walls3DAppear.SetColor(project->m_defWalls3DColor);
+    m_defWallThickness = project->m_defWallThickness;
+    m_defWallHeight = project->m_defWallHeight;
+}
+
+void CVxFloor::ClearBkgScan()
+{
+    m_bkgScanFile.Empty();
+    m_bkgScanRect = CVxDRect();
+    m_bkgScanExtra[0] = 0;
+    m_bkgScanExtra[1] = 0;
+}
+
+void CVxFloor::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader)
+{
+    if (key == "FloorAppear") {
+        m_floorAppear.LoadFromString(value, reader);
+    } else if (key == "CeilingAppear") {
+        m_ceilingAppear.LoadFromString(value, reader);
+    } else if (key == "WallsColor") {
+        m_wallsColor = ReadColor(value, m_wallsColor);
+    } else if (key == "WallsContour") {
+        m_wallsContour = ReadColor(value, m_wallsContour);
+    } else if (key == "Walls3DAppear") {
+        m_walls3DAppear.LoadFromString(value, reader);
+    } else if (key == "WallExtAppear") {
+        m_wallExtAppear.LoadFromString(value, reader);
+    } else if (key == "WallThickness") {
+        m_defWallThickness = CVxIniFileReader::ToDouble(value, m_defWallThickness);
+    } else if (key == "WallZHeight") {
+        m_defWallHeight = CVxIniFileReader::ToDouble(value, m_defWallHeight);
+    } else if (key == "FloorThickness") {
+        m_floorThickness = CVxIniFileReader::ToDouble(value, m_floorThickness);
+    } else if (key == "PrintArea") {
+        double l = 0, t = 0, r = 0, b = 0;
+        int set = 0;
+        if (swscanf(value.c_str(), L"%lf|%lf|%lf|%lf|%d", &l, &t, &r, &b, &set) == 5) {
+            m_printArea = CVxDRect(l, t, r, b);
+            m_printAreaSet = set != 0;
+        }
+    } else if (key == "BkgScan") {
+        double l = 0, t = 0, r = 0, b = 0;
+        if (swscanf(value.c_str(), L"%lf|%lf|%lf|%lf", &l, &t, &r, &b) == 4)
+            m_bkgScanRect = CVxDRect(l, t, r, b);
+        int separator = -1;
+        for (int i = 0; i < 4; ++i) {
+            separator = value.Find(L'|', separator + 1);
+            if (separator < 0)
+                break;
+        }
+        if (separator >= 0)
+            m_bkgScanFile = value.Mid(separator + 1);
+    } else if (key == "Color") {
+        m_floorAppear.SetColor(ReadColor(value, m_floorAppear.GetColor()));
+    } else if (key == "WallsColor3D") {
+        m_walls3DAppear.SetColor(ReadColor(value, m_walls3DAppear.GetColor()));
+    } else if (key == "WallsExtColor") {
+        m_wallExtAppear.SetColor(ReadColor(value, m_wallExtAppear.GetColor()));
+    }
+}
+
+void CVxFloor::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
+{
+    writer->StartSection(section);
+    writer->WriteString("FloorAppear", m_floorAppear.SaveToString(writer));
+    writer->WriteString("CeilingAppear", m_ceilingAppear.SaveToString(writer));
+    writer->WriteString("WallsColor", ColorToString(m_wallsColor));
+    writer->WriteString("WallsContour", ColorToString(m_wallsContour));
+    writer->WriteString("Walls3DAppear", m_walls3DAppear.SaveToString(writer));
+    writer->WriteString("WallExtAppear", m_wallExtAppear.SaveToString(writer));
+    writer->WriteDouble("WallThickness", m_defWallThickness);
+    writer->WriteDouble("WallZHeight", m_defWallHeight);
+    writer->WriteDouble("FloorThickness", m_floorThickness);
+    writer->WriteString("PrintArea", RectToString(m_printArea) + (m_printAreaSet ? L"|1" : L"|0"));
+    if (HasBkgScan()) {
+        CVxStringW path = m_bkgScanFile;
+        writer->WriteString("BkgScan", RectToString(m_bkgScanRect) + L"|" + writer->MakeRelativePath(path));
+    }
+}
+
+void CVxFloor::SaveToFile(CVxIniWriter* writer) const
+{
+    SaveToFile(writer, "Floor");
+
+    m_layers.SaveToFile(writer, "ViewLayers");
+    m_localCoords.SaveToFile(writer, "LocalCoords");
+    m_annotations.SaveToFile(writer, "Annotations");
+
+    writer->StartSection("EndFloor");
+}
+
+bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
+{
+    Reset(project);
+    while (!reader->GetSectionName().IsEmpty()) {
+        const CVxStringA section = reader->GetSectionName();
+        if (section == "Floor") {
+            // A file without the key gets the thickness of 30 cm in its unit.
+            m_floorThickness = -1;
+            reader->ReadSection(this);
+            if (m_floorThickness < 0)
+                m_floorThickness = 30.0 / CVxUnits::GetUnitCal(project ? project->m_unit : reader->GetUnit());
+            m_bkgScanFile = reader->MakeAbsolutePath(m_bkgScanFile);
+        } else if (section == "EndFloor") {
+            reader->ReadSection(nullptr);
+            break;
+        } else if (section == "ViewLayers") {
+            reader->ReadSection(&m_layers);
+            m_layers.EnsureValid();
+        } else if (section == "LocalCoords") {
+            reader->ReadSection(&m_localCoords);
+        } else if (section == "Annotations") {
+            reader->ReadSection(&m_annotations);
+        } else if (project && section == "Viewpoints") {
+            reader->ReadSection(&project->m_viewpoints);
+        } else if (project && section == "Attachments") {
+            reader->ReadSection(&project->m_attachments);
+        } else {
+            reader->ReadSection(nullptr);
+        }
+    }
+    return true;
+}
+
+double CVxFloor::GetTotalZHeight() const
+{
+    return 0;
+}
+
+bool CVxFloor::RemoveLayer(int layer)
+{
+    return m_layers.RemoveLayer(layer);
+}
+
+bool CVxFloor::SwitchLayers(int a, int b)
+{
+    return m_layers.SwitchLayers(a, b);
+}
+
+bool CVxFloor::ReorderLayer(int from, int to)
+{
+    return m_layers.ReorderLayer(from, to);
+}
+
+bool CVxFloor::MergeAllLayers()
+{
+    if (m_layers.GetLayerCount() < 2)
+        return false;
+    int target = m_layers.IsValidLayer(m_layers.GetActiveLayer()) ? m_layers.GetActiveLayer() : 0;
+    for (int i = m_layers.GetLayerCount() - 1; i >= 0; --i) {
+        if (i == target || !RemoveLayer(i))
+            continue;
+        if (i < target)
+            --target;
+    }
+    m_layers.SetActiveLayer(target);
+    return true;
+}
+
+bool CVxFloor::MergeVisibleLayers()
+{
+    if (m_layers.GetVisibleLayerCount() < 2)
+        return false;
+    int target = m_layers.GetAnyVisibleLayer();
+    for (int i = m_layers.GetLayerCount() - 1; i >= 0; --i) {
+        if (i == target || !m_layers.IsLayerVisible(i) || !RemoveLayer(i))
+            continue;
+        if (i < target)
+            --target;
+    }
+    m_layers.SetActiveLayer(target);
+    return true;
+}
+
+void CVxFloor::MoveAllObjects(double dx, double dy, double /*dz*/, const CVxProject* project)
+{
+    m_localCoords.Move(dx, dy, project);
+    m_bkgScanRect.OffsetRect(dx, dy);
+    m_annotations.Move(dx, dy);
+}
+
+void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool /*keepObjectSizes*/,
+                               const CVxProject* project)
+{
+    m_localCoords.Scale(sx, sy, project);
+    m_bkgScanRect.ScaleRect(sx, sy);
+    m_annotations.Scale(sx, sy);
+    if (!keepDefaults) {
+        m_defWallThickness *= sx;
+        m_defWallHeight *= sz;
+        m_floorThickness *= sz;
+        DblRound2(m_defWallThickness);
+        DblRound2(m_defWallHeight);
+        DblRound2(m_floorThickness);
+    }
+}
+
+void CVxFloor::RotateAllObjects(int degrees, const CVxProject* project)
+{
+    m_localCoords.Rotate(degrees, project);
+    m_annotations.Rotate(degrees);
+}
+
+void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
+{
+    if (vertical)
+        m_localCoords.Scale(1, -1, project);
+    else
+        m_localCoords.Scale(-1, 1, project);
+}

@@ -1,0 +1,86 @@
+#pragma once
+// One storey of the project: its default surfaces, the defaults of new walls,
+// the print area, the background scan, the annotations, the view layers and
+// the local coordinates.
+
+#include "CVxAnnotation.h"
+#include "CVxAppearance.h"
+#include "CVxDRect.h"
+#include "CVxLocalCoordsSet.h"
+#include "CVxStringA.h"
+#include "CVxStringW.h"
+#include "CVxViewLayers.h"
+#include "IVxReadIniClient.h"
+
+class CVxIniFileReader;
+class CVxIniWriter;
+class CVxProject;
+
+class CVxFloor : public IVxReadIniClient
+{
+public:
+    CVxFloor();
+    CVxFloor(const CVxFloor&) = default;
+    CVxFloor& operator=(const CVxFloor&) = default;
+
+    // Back to a new floor. With an owner the floor takes the project's default
+    // colours and wall sizes.
+    void Reset(CVxProject* owner);
+    // Wall thickness 10, height 265 and floor thickness 30, divided by the
+    // base zoom when it is not 1.
+    void SetDefaultsForUnit(double baseZoom);
+    // The project's default floor colour, walls colours and wall sizes.
+    void CopyDefProjectAttributes(const CVxProject* project);
+
+    // The keys of the "Floor" section.
+    void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override;
+    void SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const;
+    // The floor's whole run of sections, from "Floor" up to "EndFloor".
+    void SaveToFile(CVxIniWriter* writer) const;
+    // Reads from the "Floor" section up to and including "EndFloor"; the
+    // project's sets that stand between them go to the project.
+    bool LoadFromFile(CVxIniFileReader* reader, CVxProject* project);
+
+    double GetTotalZHeight() const;
+
+    // The layer operations of the layers window. The last layer can't be
+    // removed.
+    bool RemoveLayer(int layer);
+    bool SwitchLayers(int a, int b);
+    bool ReorderLayer(int from, int to);
+    // Keeps one layer, the active one, and removes the others.
+    bool MergeAllLayers();
+    // Keeps the first visible layer, the active one if it is visible, and
+    // removes the other visible ones.
+    bool MergeVisibleLayers();
+
+    // Whole-floor transforms; the project gives the sub-unit correction.
+    void MoveAllObjects(double dx, double dy, double dz, const CVxProject* project);
+    void ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes,
+                         const CVxProject* project);
+    void RotateAllObjects(int degrees, const CVxProject* project);
+    void MirrorAllObjects(bool vertical, const CVxProject* project);
+
+    bool HasBkgScan() const { return !m_bkgScanFile.IsEmpty(); }
+    void ClearBkgScan();
+
+    unsigned m_wallsColor = 0;
+    unsigned m_wallsContour = 0;
+    CVxAppearance m_floorAppear;
+    CVxAppearance m_ceilingAppear;
+    CVxAppearance m_walls3DAppear;
+    CVxAppearance m_wallExtAppear;
+    double m_defWallThickness = 10;
+    double m_defWallHeight = 265;
+    CVxDRect m_printArea;
+    bool m_printAreaSet = false;
+    double m_floorThickness = 30;
+    CVxStringW m_bkgScanFile;
+    CVxDRect m_bkgScanRect;
+    double m_bkgScanExtra[2] = {0, 0};
+    CVxAnnotation m_annotations;
+
+    CVxViewLayers m_layers;
+
+    CVxLocalCoordsSet m_localCoords;
+};

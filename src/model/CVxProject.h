@@ -1,0 +1,143 @@
+#pragma once
+// The document: the floors of a house with the settings that travel with the
+// project file, the viewpoints and the attachments. The core holds one
+// project by value; undo snapshots and temporaries for saving are copies.
+
+#include "CVxAppearance.h"
+#include "CVxAttachments.h"
+#include "CVxDPoint.h"
+#include "CVxFloor.h"
+#include "CVxFont.h"
+#include "CVxStringA.h"
+#include "CVxStringW.h"
+#include "CVxViewpointSet.h"
+#include "IVxReadIniClient.h"
+#include "VxNumbers.h"
+
+#include <list>
+#include <utility>
+#include <vector>
+
+class CVxFloorPlan;
+class CVxIniFileReader;
+class CVxIniWriter;
+
+class CVxProject : public IVxReadIniClient
+{
+public:
+    // The version of the project text that this program writes.
+    static constexpr int fileVersion = 1020;
+
+    CVxProject();
+    CVxProject(const CVxProject& other);
+    CVxProject& operator=(const CVxProject& other);
+    ~CVxProject() override;
+
+    // All defaults of a new project, with one new floor.
+    void Reset();
+    // A deep copy into target, floors included; nothing for null or itself.
+    void CopyTo(CVxProject* target) const;
+
+    // The keys of the "Room" section.
+    void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override;
+    void SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const;
+
+    // The current floor, the first one for an index out of range; a floor is
+    // added when there is none.
+    CVxFloor* GetFloor();
+    // That floor, or GetFloor() for an index out of range.
+    CVxFloor* GetSafeFloor(int index);
+    int GetFloorCount() const { return static_cast<int>(m_floors.size()); }
+    bool IsModified() const { return m_modified; }
+
+    // The sheet: the room rectangle with the space around it.
+    double GetTotalWidth() const { return m_width + m_spaceLeft + m_spaceRight; }
+    double GetTotalHeight() const { return m_height + m_spaceTop + m_spaceBottom; }
+    // Height of the floor surface of floor n above the ground floor's.
+    double GetFloorZOffset(int n) const;
+    double GetTotalZHeight();
+    bool HasSkyBox() const;
+
+    // Whole-document transforms.
+    void MoveAllObjects(double dx, double dy, double dz);
+    void ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes);
+    void RotateAllObjects(int degrees);
+    void MirrorAllObjects(bool vertical);
+    void ConvertUnit(int from, int to, CVxFloorPlan* plan);
+
+    // Grid, margins, zoom and sub-unit moves that suit a unit; yards and
+    // kilometres change nothing.
+    void SetDefaultsForUnit(int unit);
+    // Pixels per unit at zoom 100 % for a unit (the name is spelt so).
+    static double GetDeafaultBaseZoom(int unit);
+    // The unit in which room areas of a project in `unit` are told.
+    static int GetStatisticalUnitForUnit(int unit);
+    int GetStatisticalUnit() const { return GetStatisticalUnitForUnit(m_unit); }
+
+    // Snaps lengths to what the project allows: whole units without sub-unit
+    // moves, else fractions of an inch or decimals.
+    void SubUnitCorrection(double& x, double& y, EVxDblFormat format) const;
+    void SubUnitCorrection(double& value, EVxDblFormat format) const;
+    void SubUnitCorrection(CVxDPoint* point, EVxDblFormat format) const;
+
+    std::vector<CVxFloor*> m_floors;
+    int m_currentFloor = 0;
+    CVxViewpointSet m_viewpoints;
+
+    CVxAttachments m_attachments;
+
+    int m_walls3DStyle = 0;
+    double m_width = 500;
+    double m_height = 300;
+    unsigned m_gridColor = 0xE0E0E0;
+    double m_gridSize = 50;
+    int m_gridLineStyle = 0;
+    double m_spaceLeft = 60;
+    double m_spaceTop = 60;
+    double m_spaceRight = 60;
+    double m_spaceBottom = 60;
+    int m_unit = 1;
+    bool m_subUnitMoves = false;
+    // 1 means tenths, anything else hundredths.
+    int m_decimalPrecision = 2;
+    // The power of two of the inch fractions: 4 means sixteenths.
+    int m_inchesPrecision = 4;
+    double m_baseZoom = 1.0;
+    bool m_userCoord = false;
+    bool m_bkgScanVisible = false;
+    CVxStringW m_printSetup;
+    CVxStringW m_printTitle;
+    CVxStringW m_printNote1;
+    CVxStringW m_printNote2;
+    CVxStringW m_printTitleFont;
+    CVxStringW m_printNotesFont;
+    CVxFont m_captionFont;
+    CVxFont m_captionPrintFont;
+    bool m_modified = false;
+    double m_groundPosZ = 0;
+    CVxAppearance m_groundAppear;
+    unsigned m_skyColor = 0xFF0000;
+    CVxStringW m_skyBoxLeft;
+    CVxStringW m_skyBoxRight;
+    CVxStringW m_skyBoxFront;
+    CVxStringW m_skyBoxBack;
+    CVxStringW m_skyBoxTop;
+    CVxStringW m_skyBoxBottom;
+    CVxStringW m_comments;
+    // Folder of this project's unpacked files.
+    CVxStringW m_storagePath;
+    CVxStringW m_thumbnailPath;
+    // Source path and stored path of each file kept in the project.
+    std::list<std::pair<CVxStringW, CVxStringW>> m_storedFiles;
+    unsigned m_defFloorColor = 0xFFFFFF;
+    unsigned m_defWallsColor = 0x808080;
+    unsigned m_defWalls3DColor = 0xFFFFFF;
+    double m_defWallThickness = 10;
+    double m_defWallHeight = 265;
+    // Set while a compressed file is being read.
+    bool m_compressed = false;
+
+private:
+    void DeleteFloors();
+    CVxFloor* AddNewFloor();
+};

@@ -1,0 +1,134 @@
+// The generated picture of one repeat of a tiled surface.
+
+#include "CVxAppearance.h"
+#include "CVxAppearanceTileGenCache.h"
+#include "VxEps.h"
+
+#include <QImage>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+// The longer side of a tile in pixels; the shorter follows the tile's shape.
+constexpr int tilePixels = 128;
+constexpr int minTilePixels = 4;
+
+QRgb ToRgb(unsigned colour)
+{
+    return qRgb(static_cast<int>(VX_GetRValue(colour)), static_cast<int>(VX_GetGValue(colour)),
+                static_cast<int>(VX_GetBValue(colour)));
+}
+
+// One face: a picture stretched over the tile without its joint, or a plain
+// colour.
+class CVxTileFace
+{
+public:
+    CVxTileFace(const CVxMaterial& material, int width, int height) : m_color(ToRgb(material.color))
+    {
+        if (!material.HasTexture())
+            return;
+        const QImage picture(material.texture.ToQString());
+        if (!picture.isNull())
+            m_picture = picture.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                            .convertToFormat(QImage::Format_RGB32);
+    }
+    QRgb At(int x, int y) const
+    {
+        if (m_picture.isNull() || x >= m_picture.width() || y >= m_picture.height())
+            return m_color;
+        return m_picture.pixel(x, y);
+    }
+
+private:
+    QRgb m_color;
+    QImage m_picture;
+};
+
+int PixelsOf(double size, double scale)
+{
+    const double pixels = size * scale;
+    if (!std::isfinite(pixels))
+        return tilePixels;
+    return std::clamp(static_cast<int>(std::lround(std::min(pixels, 1e6))), minTilePixels, tilePixels);
+}
+
+} // namespace
+
+QImage CVxAppearance::GenerateTilePicture() const
+{
+    double sizeX = std::isfinite(tileSizeX) && tileSizeX > EPS ? tileSizeX : 0;
+    double sizeY = std::isfinite(tileSizeY) && tileSizeY > EPS ? tileSizeY : 0;
+    if (sizeX == 0)
+        sizeX = sizeY;
+    if (sizeY == 0)
+        sizeY = sizeX;
+    if (sizeX == 0)
+        sizeX = sizeY = 1;
+    const double scale = tilePixels / std::max(sizeX, sizeY);
+    const int pitchX = PixelsOf(sizeX, scale);
+    const int pitchY = PixelsOf(sizeY, scale);
+
+    int joint = 0;
+    if (HasJoints() && std::isfinite(jointWidth)) {
+        const double pixels = std::min(jointWidth * scale, 1e6);
+        joint = std::clamp(static_cast<int>(std::lround(pixels)), 1, std::min(pitchX, pitchY) / 2);
+    }
+
+    const int across = GetTilesPerPicture();
+    const int width = pitchX * across;
+    const int height = pitchY * across;
+    const bool runningBond = tilePattern == 1;
+    const bool chequer = tilePattern == 2;
+
+    const CVxTileFace mainFace(main, pitchX - joint, pitchY - joint);
+    const CVxTileFace blendFace(chequer ? blend : main, pitchX - joint, pitchY - joint);
+    const QRgb jointRgb = ToRgb(jointColor);
+
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        QRgb* line = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        const int row = y / pitchY;
+        const int inY = y % pitchY;
+        // Every other course of a running bond is shifted by half a tile.
+        const int shift = (runningBond && row % 2 == 1) ? pitchX / 2 : 0;
+        for (int x = 0; x < width; ++x) {
+            const int shifted = (x - shift + width) % width;
+            const int column = shifted / pitchX;
+            const int inX = shifted % pitchX;
+            if (inX >= pitchX - joint || inY >= pitchY - joint)
+                line[x] = jointRgb;
+            else if (chequer && (row + column) % 2 == 1)
+                line[x] = blendFace.At(inX, inY);
+            else
+                line[x] = mainFace.At(inX, inY);
+        }
+    }
+    return picture;
+}
+
+QImage CVxAppearance::GetTilePicture(CVxAppearance* appearance, bool& release, bool regenerate)
+{
+    release = false;
+    if (!appearance)
+        return QImage();
+    if (!appearance->IsTiled())
+        return appearance->GetTextureImage(release, false);
+    if (!regenerate) {
+        if (appearance->m_tileCache)
+            return *appearance->m_tileCache;
+        const CVxStringW file = CVxAppearanceTileGenCache::GetInstance().GetCacheFile(*appearance);
+        if (!file.IsEmpty()) {
+            const QImage picture(file.ToQString());
+            if (!picture.isNull()) {
+                appearance->SaveAsTileCacheImage(picture);
+                return picture;
+            }
+        }
+    }
+    const QImage picture = appearance->GenerateTilePicture();
+    appearance->SaveAsTileCacheImage(picture);
+    return picture;
+}

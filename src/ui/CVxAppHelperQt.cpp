@@ -1,0 +1,286 @@
+#include "CVxAppHelperQt.h"
+
+#include "CVxAppCore.h"
+#include "CVxLocalize.h"
+#include "CVxMainRenderArea.h"
+#include "CVxMainScrollArea.h"
+#include "CVxMainStatusBar.h"
+#include "CVxMainWindow.h"
+#include "CVxOptions.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QCursor>
+#include <QDesktopServices>
+#include <QDir>
+#include <QMessageBox>
+#include <QPalette>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QUrl>
+
+CVxAppHelperQt::CVxAppHelperQt() = default;
+
+int CVxAppHelperQt::GetLogicalDpi()
+{
+    // Asked once of the main window and kept for the process.
+    static int dpi = 0;
+    if (dpi == 0) {
+        CVxMainWindow* window = CVxMainWindow::GetInstance();
+        dpi = window ? window->logicalDpiX() : 96;
+        if (dpi <= 0)
+            dpi = 96;
+    }
+    return dpi;
+}
+
+void CVxAppHelperQt::GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,
+                                          CVxStringW& save)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    yes = loc->LocalizeMessage(178, L"Yes");
+    no = loc->LocalizeMessage(179, L"No");
+    ok = loc->LocalizeMessage(1, L"OK");
+    cancel = loc->LocalizeMessage(2, L"Cancel");
+    save = loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_MAINMENU), 5, L"Save");
+    // Accelerators only when they can tell the two answers apart.
+    if (!yes.IsEmpty() && !no.IsEmpty() && yes[0] != no[0]) {
+        if (yes[0] < 123)
+            yes = L"&" + yes;
+        if (no[0] < 123)
+            no = L"&" + no;
+    }
+}
+
+int CVxAppHelperQt::MsgBox(const CVxStringW& text, const CVxStringW& caption, unsigned flags, void* parent,
+                           EVxMsgButton defaultButton, EVxMsgButton /*escapeButton*/)
+{
+    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    if (flags & VX_MB_ICON_CRITICAL)
+        icon = QMessageBox::Critical;
+    else if (flags & VX_MB_ICON_WARNING)
+        icon = QMessageBox::Warning;
+    else if (flags & VX_MB_ICON_QUESTION)
+        icon = QMessageBox::Question;
+    else if (flags & VX_MB_ICON_INFORMATION)
+        icon = QMessageBox::Information;
+
+    QWidget* owner = static_cast<QWidget*>(parent);
+    if (!owner)
+        owner = QApplication::activeWindow();
+    if (!owner)
+        owner = CVxMainWindow::GetInstance();
+
+    QMessageBox box(icon, caption.ToQString(), text.ToQString(), QMessageBox::NoButton, owner);
+    CVxStringW yes, no, ok, cancel, save;
+    GetMsgBoxButtonTexts(yes, no, ok, cancel, save);
+
+    unsigned buttons = flags & 0xFF00u;
+    if (buttons == 0)
+        buttons = VX_MB_OK;
+    struct SVxButton
+    {
+        EVxMsgButton code;
+        const CVxStringW* text;
+        QMessageBox::ButtonRole role;
+        int result;
+    };
+    const SVxButton all[] = {{VX_MB_SAVE, &save, QMessageBox::AcceptRole, VX_MBR_YES},
+                             {VX_MB_YES, &yes, QMessageBox::YesRole, VX_MBR_YES},
+                             {VX_MB_NO, &no, QMessageBox::NoRole, VX_MBR_NO},
+                             {VX_MB_OK, &ok, QMessageBox::AcceptRole, VX_MBR_OTHER},
+                             {VX_MB_CANCEL, &cancel, QMessageBox::RejectRole, VX_MBR_CANCEL}};
+    QHash<QAbstractButton*, int> results;
+    for (const SVxButton& b : all) {
+        if (!(buttons & b.code))
+            continue;
+        QPushButton* button = box.addButton(b.text->ToQString(), b.role);
+        results.insert(button, b.result);
+        if (b.code == VX_MB_CANCEL)
+            box.setEscapeButton(button);
+        if (b.code == defaultButton)
+            box.setDefaultButton(button);
+    }
+    box.exec();
+    return results.value(box.clickedButton(), VX_MBR_OTHER);
+}
+
+bool CVxAppHelperQt::SystemExecute(const CVxStringW& target)
+{
+    const QString text = target.ToQString();
+    if (text.contains(QStringLiteral("://")))
+        return QDesktopServices::openUrl(QUrl(text));
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(text));
+}
+
+bool CVxAppHelperQt::OpenHelpTopic(const CVxStringW& path)
+{
+    QString text = path.ToQString();
+    text.replace(QLatin1Char(' '), QStringLiteral("%20"));
+    return QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + text));
+}
+
+void CVxAppHelperQt::GetCurrentMousePos(double& x, double& y)
+{
+    if (IsTouchInterface())
+        return;
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window || !window->GetRenderArea())
+        return;
+    const QPoint local = window->GetRenderArea()->mapFromGlobal(QCursor::pos());
+    const VxPOINT& origin = VX_GetCore()->GetViewOrigin();
+    x = local.x() - origin.x;
+    y = local.y() - origin.y;
+}
+
+int CVxAppHelperQt::GetKeyState(EVxKey key)
+{
+    switch (key) {
+    case VX_KEY_SHIFT:
+        return (QGuiApplication::keyboardModifiers() & Qt::ShiftModifier) ? 1 : 0;
+    case VX_KEY_CTRL:
+        return (QGuiApplication::keyboardModifiers() & Qt::ControlModifier) ? 1 : 0;
+    case VX_KEY_LBUTTON:
+        return (QGuiApplication::mouseButtons() & Qt::LeftButton) ? 1 : 0;
+    case VX_KEY_MBUTTONS:
+        QGuiApplication::mouseButtons();
+        return 0;
+    default:
+        return 0;
+    }
+}
+
+bool CVxAppHelperQt::IsGuiDarkMode()
+{
+    const QPalette palette = QGuiApplication::palette();
+    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+}
+
+void CVxAppHelperQt::DrawRoom(const VxRECT* dirty)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window || !window->GetRenderArea())
+        return;
+    CVxMainRenderArea* area = window->GetRenderArea();
+    area->SetPaintable(true);
+    if (!dirty) {
+        area->update();
+        return;
+    }
+    QRect rect(QPoint(dirty->left, dirty->top), QPoint(dirty->right - 1, dirty->bottom - 1));
+    rect.adjust(-20, -20, 20, 20);
+    area->update(rect);
+}
+
+void CVxAppHelperQt::UpdateProjectUI(bool zoomToFit, bool autoSize)
+{
+    VX_GetCore()->UpdateFloorPlan();
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window)
+        return;
+    if (zoomToFit) {
+        window->ZoomToBestFit();
+        return;
+    }
+    window->RebuildRoom();
+    RefreshMainViewStatusBar();
+    DrawRoom(nullptr);
+    if (VX_GetOptions()->m_autosize && autoSize)
+        window->AutoSizeWindow();
+}
+
+void CVxAppHelperQt::EnableUndoButtons()
+{
+    RefreshMainViewCaption();
+}
+
+void CVxAppHelperQt::RefreshMainViewCursor()
+{
+    // The cursor's shape follows the object under it once objects can be
+    // picked; until then the arrow stands.
+}
+
+void CVxAppHelperQt::SetMainViewCursor(EVxMouseCursor cursor)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window || !window->GetRenderArea())
+        return;
+    Qt::CursorShape shape = Qt::ArrowCursor;
+    switch (cursor) {
+    case VX_CURSOR_CROSS:
+        shape = Qt::CrossCursor;
+        break;
+    case VX_CURSOR_HAND:
+        shape = Qt::PointingHandCursor;
+        break;
+    case VX_CURSOR_SIZE_ALL:
+        shape = Qt::SizeAllCursor;
+        break;
+    case VX_CURSOR_SIZE_HOR:
+        shape = Qt::SizeHorCursor;
+        break;
+    case VX_CURSOR_SIZE_VER:
+        shape = Qt::SizeVerCursor;
+        break;
+    case VX_CURSOR_SIZE_FDIAG:
+        shape = Qt::SizeFDiagCursor;
+        break;
+    case VX_CURSOR_SIZE_BDIAG:
+        shape = Qt::SizeBDiagCursor;
+        break;
+    case VX_CURSOR_WAIT:
+        shape = Qt::WaitCursor;
+        break;
+    case VX_CURSOR_FORBIDDEN:
+        shape = Qt::ForbiddenCursor;
+        break;
+    default:
+        break;
+    }
+    window->GetRenderArea()->setCursor(shape);
+}
+
+bool CVxAppHelperQt::IsMainViewScrollBarVisible(bool horizontal)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window || !window->GetScrollArea())
+        return false;
+    QScrollBar* bar = horizontal ? window->GetScrollArea()->horizontalScrollBar()
+                                 : window->GetScrollArea()->verticalScrollBar();
+    return bar && bar->isVisible();
+}
+
+void CVxAppHelperQt::SetMainViewTooltip(const CVxStringW& text)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetRenderArea())
+        window->GetRenderArea()->setToolTip(text.ToQString());
+}
+
+void CVxAppHelperQt::SetMainViewStatusMessage(const CVxStringW& text)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetStatusBar())
+        window->GetStatusBar()->SetMessage(text);
+}
+
+void CVxAppHelperQt::RefreshMainViewStatusBar()
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetStatusBar())
+        window->GetStatusBar()->update();
+}
+
+void CVxAppHelperQt::RefreshMainViewCaption()
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window)
+        return;
+    CVxStringW shortTitle;
+    QString title = VX_GetCore()->GetMainWndCaption(shortTitle).ToQString();
+    const QString home = QDir::homePath();
+    if (!home.isEmpty() && home != QStringLiteral("/"))
+        title.replace(home, QStringLiteral("~"));
+    window->setWindowTitle(QDir::toNativeSeparators(title));
+}

@@ -1,0 +1,35 @@
+#pragma once
+// The window host's side of the bridge: message boxes, repaints, the cursor
+// and the status bar, on top of the headless host's files and folders.
+
+#include "CVxAppHelperHeadless.h"
+
+class CVxAppHelperQt : public CVxAppHelperHeadless
+{
+public:
+    CVxAppHelperQt();
+
+    bool IsDeviceInTouchMode() override { return IsTouchOnlyDevice(); }
+    int GetLogicalDpi() override;
+    int MsgBox(const CVxStringW& text, const CVxStringW& caption, unsigned flags, void* parent = nullptr,
+               EVxMsgButton defaultButton = VX_MB_NONE, EVxMsgButton escapeButton = VX_MB_NONE) override;
+    bool SystemExecute(const CVxStringW& target) override;
+    bool OpenHelpTopic(const CVxStringW& path) override;
+    void GetCurrentMousePos(double& x, double& y) override;
+    int GetKeyState(EVxKey key) override;
+    bool IsGuiDarkMode() override;
+    void DrawRoom(const VxRECT* dirty) override;
+    void UpdateProjectUI(bool zoomToFit, bool autoSize) override;
+    void EnableUndoButtons() override;
+    void RefreshMainViewCursor() override;
+    void SetMainViewCursor(EVxMouseCursor cursor) override;
+    bool IsMainViewScrollBarVisible(bool horizontal) override;
+    void SetMainViewTooltip(const CVxStringW& text) override;
+    void SetMainViewStatusMessage(const CVxStringW& text) override;
+    void RefreshMainViewStatusBar() override;
+    void RefreshMainViewCaption() override;
+
+    // Texts of the message box buttons, localised and with their accelerators.
+    static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,
+                                     CVxStringW& save);
+};

@@ -1,0 +1,87 @@
+#include "CVxMainStatusBar.h"
+
+#include "CVxAppCore.h"
+#include "CVxLocalize.h"
+#include "CVxUnits.h"
+#include "VxNumbers.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+CVxMainStatusBar::CVxMainStatusBar(QWidget* parent) : QStatusBar(parent)
+{
+    setSizeGripEnabled(true);
+    setMinimumHeight(fontMetrics().height() + 8);
+}
+
+void CVxMainStatusBar::SetMessage(const CVxStringW& text)
+{
+    m_message = text;
+    update();
+}
+
+void CVxMainStatusBar::SetMousePosition(double x, double y)
+{
+    m_mouseX = x;
+    m_mouseY = y;
+    m_hasMouse = true;
+    update();
+}
+
+CVxStringW CVxMainStatusBar::GetLeftText() const
+{
+    if (!m_message.IsEmpty())
+        return m_message;
+    return VX_GetLoc()->LocalizeMessage(132, L"Use Ctrl + mouse wheel to zoom.");
+}
+
+CVxStringW CVxMainStatusBar::GetRightText() const
+{
+    const CVxAppCore* core = VX_GetCore();
+    const CVxProject& project = core->GetProject();
+    const CVxStringW separator = L" -- ";
+    const CVxStringW unit = CVxUnits::GetUnitText(project.m_unit);
+
+    const double basis = project.m_baseZoom > 0 ? project.m_baseZoom : 1.0;
+    CVxStringW text = CVxStringW().sprintf(L"Zoom %d%%", static_cast<int>(std::lround(core->GetZoom() / basis * 100)));
+    text += separator;
+    text += L"Project ";
+    text += VX_DblFormat(project.GetTotalWidth(), VX_DF_FEET_GLYPHS, true);
+    text += L" x ";
+    text += VX_DblFormat(project.GetTotalHeight(), VX_DF_FEET_GLYPHS, true);
+    if (project.m_unit != CVxUnits::UNIT_INCH) {
+        text += L' ';
+        text += unit;
+    }
+    if (project.GetFloorCount() > 1) {
+        text += separator;
+        text += CVxStringW().sprintf(L"Floor %d", project.m_currentFloor + 1);
+    }
+    if (m_hasMouse) {
+        text += separator;
+        text += VX_DblFormat(m_mouseX, VX_DF_FEET_GLYPHS, true);
+        text += L", ";
+        text += VX_DblFormat(m_mouseY, VX_DF_FEET_GLYPHS, true);
+    }
+    return text;
+}
+
+void CVxMainStatusBar::paintEvent(QPaintEvent* /*event*/)
+{
+    if (VX_GetCore()->IsAppExiting())
+        return;
+    QPainter painter(this);
+    const QRect area = rect().adjusted(6, 0, -18, 0);
+    painter.setPen(palette().color(QPalette::WindowText));
+    if (!m_message.IsEmpty()) {
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, m_message.ToQString());
+        return;
+    }
+    const QString right = GetRightText().ToQString();
+    const int rightWidth = painter.fontMetrics().horizontalAdvance(right);
+    painter.drawText(area, Qt::AlignVCenter | Qt::AlignRight, right);
+    const QRect left = area.adjusted(0, 0, -(rightWidth + 24), 0);
+    painter.drawText(left, Qt::AlignVCenter | Qt::AlignLeft,
+                     painter.fontMetrics().elidedText(GetLeftText().ToQString(), Qt::ElideRight, left.width()));
+}

@@ -1,0 +1,104 @@
+#pragma once
+// The main window: the plan in the middle, menus, docks and the status bar.
+// It builds the core at the start of its constructor and writes the settings
+// when it goes.
+
+#include "CVxStringW.h"
+
+#include <QMainWindow>
+
+class CVxAppHelperQt;
+class CVxMainRenderArea;
+class CVxMainScrollArea;
+class CVxMainStatusBar;
+class QDockWidget;
+class QMenu;
+class QTimer;
+class QToolBar;
+
+class CVxMainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    // The menus of the menu bar, in their order.
+    enum EVxMenu
+    {
+        MENU_PROJECT = 0,
+        MENU_EDIT,
+        MENU_FLOOR,
+        MENU_OBJECTS,
+        MENU_VIEW,
+        MENU_CONFIGURE,
+        MENU_HELP,
+        MENU_COUNT
+    };
+    enum EVxDock
+    {
+        DOCK_LIBRARY = 0,
+        DOCK_LISTING,
+        DOCK_3D_SETUP,
+        DOCK_ALIGN,
+        DOCK_LAYERS,
+        DOCK_ATTACHMENTS,
+        DOCK_COMMENTS,
+        DOCK_COUNT
+    };
+
+    explicit CVxMainWindow(const QStringList& arguments = QStringList(), QWidget* parent = nullptr);
+    ~CVxMainWindow() override;
+
+    static CVxMainWindow* GetInstance();
+
+    CVxMainRenderArea* GetRenderArea() const { return m_renderArea; }
+    CVxMainScrollArea* GetScrollArea() const { return m_scrollArea; }
+    CVxMainStatusBar* GetStatusBar() const { return m_statusBar; }
+    QMenu* GetMenu(EVxMenu menu) const { return m_menus[menu]; }
+    QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
+    const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
+    bool IsFirstStart() const { return m_firstStart; }
+    bool IsStartedByInstaller() const { return m_startedByInstaller; }
+
+    void RebuildRoom();
+    void ZoomToBestFit();
+    void AutoSizeWindow();
+    void InitDarkTheme(bool dark);
+
+public slots:
+    void OnStartTimer();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void ParseCommandLine(const QStringList& arguments, CVxStringW& appFolder);
+    void ApplyStoredGeometry();
+    void CreateMenus();
+    void CreateDocks();
+    void ChooseLanguageAtFirstStart();
+
+    static CVxMainWindow* s_instance;
+
+    CVxAppHelperQt* m_helper = nullptr;
+    CVxMainRenderArea* m_renderArea = nullptr;
+    CVxMainScrollArea* m_scrollArea = nullptr;
+    CVxMainStatusBar* m_statusBar = nullptr;
+    QToolBar* m_floorToolbar = nullptr;
+    QToolBar* m_contextAlignToolbar = nullptr;
+    QToolBar* m_contextToolbar = nullptr;
+    QMenu* m_menus[MENU_COUNT] = {};
+    QMenu* m_objectPopup = nullptr;
+    QMenu* m_projectPopup = nullptr;
+    QMenu* m_specialEditorPopup = nullptr;
+    QMenu* m_newObjectPopup = nullptr;
+    QDockWidget* m_docks[DOCK_COUNT] = {};
+    CVxStringW m_commandLineFile;
+    bool m_firstStart = false;
+    bool m_startedByInstaller = false;
+    int64_t m_lastAutoSaveTick = 0;
+    bool m_firstShow = true;
+    bool m_darkScheme = false;
+    bool m_blockSchemeChanges = true;
+};

@@ -1,0 +1,553 @@
+// What the operations paint: pixel centres, shapes, paths, angles, text,
+// gradient and texture brushes, clipping and pictures.
+
+#include "VxDrawTestUtil.h"
+
+#include "CVxPicBuf.h"
+
+#include <QPainter>
+
+TEST(CVxQtDCShapes, RectangleCoversTenToNineteen)
+{
+    CVxTestCanvas canvas(40, 40);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.SelectBrush(CVxDC::brushNull, 0);
+    dc.Rectangle(10, 10, 20, 20);
+    canvas.Finish();
+    for (int i = 10; i <= 19; ++i) {
+        EXPECT_EQ(canvas.Pixel(i, 10), 0u) << "top at " << i;
+        EXPECT_EQ(canvas.Pixel(i, 19), 0u) << "bottom at " << i;
+        EXPECT_EQ(canvas.Pixel(10, i), 0u) << "left at " << i;
+        EXPECT_EQ(canvas.Pixel(19, i), 0u) << "right at " << i;
+        EXPECT_TRUE(canvas.IsWhite(i, 9));
+        EXPECT_TRUE(canvas.IsWhite(i, 20));
+        EXPECT_TRUE(canvas.IsWhite(9, i));
+        EXPECT_TRUE(canvas.IsWhite(20, i));
+    }
+    EXPECT_TRUE(canvas.IsWhite(15, 15));
+}
+
+TEST(CVxQtDCShapes, RectangleOfMinusOnesDrawsNothing)
+{
+    CVxTestCanvas canvas(20, 20);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 4, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.Rectangle(-1, -1, -1, -1);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsAllWhite());
+}
+
+TEST(CVxQtDCShapes, LinesFallOnPixelCentres)
+{
+    CVxTestCanvas canvas(40, 40);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.Line(5, 10, 30, 10);
+    dc.MoveTo(VxPOINT{20, 15});
+    dc.LineTo(VxPOINT{20, 35});
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(15, 10), 0u);
+    EXPECT_TRUE(canvas.IsWhite(15, 9));
+    EXPECT_TRUE(canvas.IsWhite(15, 11));
+    EXPECT_EQ(canvas.Pixel(20, 25), 0u);
+    EXPECT_TRUE(canvas.IsWhite(19, 25));
+    EXPECT_TRUE(canvas.IsWhite(21, 25));
+}
+
+TEST(CVxQtDCShapes, EllipseStaysInsideItsRectangle)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.Ellipse(10, 20, 51, 41);
+    canvas.Finish();
+    const VxRECT ink = canvas.InkBounds();
+    EXPECT_EQ(ink.left, 10);
+    EXPECT_EQ(ink.top, 20);
+    EXPECT_EQ(ink.right, 51);
+    EXPECT_EQ(ink.bottom, 41);
+    EXPECT_TRUE(canvas.IsInk(30, 30));
+    EXPECT_TRUE(canvas.IsWhite(11, 21));
+}
+
+TEST(CVxQtDCShapes, PolygonFillsAndPolylineOnlyStrokes)
+{
+    CVxTestCanvas canvas(100, 50);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0x0000FF);
+    const VxPOINT left[3] = {{5, 5}, {45, 5}, {25, 45}};
+    const VxPOINT right[3] = {{55, 5}, {95, 5}, {75, 45}};
+    dc.Polygon(left, 3);
+    dc.Polyline(right, 3);
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(25, 15), 0x0000FFu);
+    EXPECT_TRUE(canvas.IsWhite(75, 15));
+    EXPECT_EQ(canvas.Pixel(75, 5), 0u);
+    // The polyline is not closed: nothing along the top-left to bottom line.
+    EXPECT_TRUE(canvas.IsWhite(60, 15));
+}
+
+TEST(CVxQtDCShapes, PieFillsTheClockwiseQuarter)
+{
+    CVxTestCanvas canvas(100, 100);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penNull, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.Pie(10, 10, 91, 91, 0, 0, 0, 0, 0.0f, 90.0f);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsInk(65, 65));
+    EXPECT_TRUE(canvas.IsWhite(65, 35));
+    EXPECT_TRUE(canvas.IsWhite(35, 65));
+}
+
+TEST(CVxQtDCShapes, ArcRunsClockwiseOutsideAPathAndCounterClockwiseInside)
+{
+    CVxTestCanvas outside(100, 100);
+    outside.dc().SelectPen(CVxDC::penSolid, 3, 0);
+    outside.dc().Arc(20, 20, 81, 81, 0, 0, 0, 0, 0.0f, 90.0f);
+    outside.Finish();
+    // Radius 30 about (50, 50): the 45 degree point is 21 pixels off.
+    EXPECT_TRUE(outside.IsInk(71, 71));
+    EXPECT_TRUE(outside.IsWhite(71, 29));
+
+    CVxTestCanvas inside(100, 100);
+    inside.dc().SelectPen(CVxDC::penSolid, 3, 0);
+    inside.dc().SelectBrush(CVxDC::brushNull, 0);
+    inside.dc().BeginPath();
+    inside.dc().Arc(20, 20, 81, 81, 0, 0, 0, 0, 0.0f, 90.0f);
+    inside.dc().EndPath();
+    inside.dc().StrokeAndFillPath();
+    inside.Finish();
+    EXPECT_TRUE(inside.IsInk(71, 29));
+    EXPECT_TRUE(inside.IsWhite(71, 71));
+}
+
+TEST(CVxQtDCShapes, RoundRectRoundsItsCorners)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.RoundRect(10, 10, 51, 51, 10);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsWhite(10, 10));
+    EXPECT_TRUE(canvas.IsInk(30, 10));
+    EXPECT_TRUE(canvas.IsInk(30, 30));
+}
+
+TEST(CVxQtDCShapes, SetPixelSetsOnePixel)
+{
+    CVxTestCanvas canvas(10, 10);
+    canvas.dc().SetPixelV(3, 4, 0x00FF00);
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(3, 4), 0x00FF00u);
+    EXPECT_TRUE(canvas.IsWhite(4, 4));
+    EXPECT_TRUE(canvas.IsWhite(3, 5));
+}
+
+TEST(CVxQtDCPaths, NothingIsPaintedUntilTheStrokeAndFill)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxQtDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0x0000FF);
+    dc.BeginPath();
+    EXPECT_TRUE(dc.IsPathOpen());
+    dc.MoveTo(10, 10);
+    dc.LineTo(50, 10);
+    dc.LineTo(50, 50);
+    dc.LineTo(10, 50);
+    dc.Pie(0, 0, 60, 60, 0, 0, 0, 0, 0.0f, 360.0f);
+    dc.EndPath();
+    EXPECT_TRUE(canvas.IsAllWhite());
+    dc.StrokeAndFillPath();
+    EXPECT_FALSE(dc.IsPathOpen());
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(30, 30), 0x0000FFu);
+    EXPECT_EQ(canvas.Pixel(50, 30), 0u);
+    // The pie inside the path painted nothing.
+    EXPECT_TRUE(canvas.IsWhite(5, 30));
+}
+
+TEST(CVxQtDCPaths, StrokeAndFillWithoutAPathDoesNothing)
+{
+    CVxTestCanvas canvas(20, 20);
+    canvas.dc().SelectBrush(CVxDC::brushSolid, 0);
+    canvas.dc().StrokeAndFillPath();
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsAllWhite());
+}
+
+TEST(CVxQtDCPaths, BeginPathReplacesAnOpenPath)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penNull, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.BeginPath();
+    dc.Rectangle(0, 0, 30, 30);
+    dc.BeginPath();
+    dc.Rectangle(30, 30, 60, 60);
+    dc.StrokeAndFillPath();
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsWhite(15, 15));
+    EXPECT_TRUE(canvas.IsInk(45, 45));
+}
+
+TEST(CVxQtDCPaths, PolyBezierOutsideAPathIsStrokedNotFilled)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 2, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0x0000FF);
+    const VxPOINT loop[7] = {{10, 30}, {10, 0}, {50, 0}, {50, 30}, {50, 60}, {10, 60}, {10, 30}};
+    dc.PolyBezier(loop, 7);
+    const VxPOINT tooShort[3] = {{0, 0}, {59, 59}, {0, 59}};
+    dc.PolyBezier(tooShort, 3);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsInk(10, 30));
+    EXPECT_TRUE(canvas.IsWhite(30, 30));
+    EXPECT_TRUE(canvas.IsWhite(5, 55));
+}
+
+TEST(CVxQtDCPaths, PolyBezierToContinuesFromTheCurrentPosition)
+{
+    CVxTestCanvas canvas(60, 60);
+    CVxQtDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penSolid, 1, 0);
+    dc.MoveTo(10, 50);
+    const VxPOINT curve[3] = {{10, 10}, {50, 10}, {50, 50}};
+    dc.PolyBezierTo(curve, 3);
+    EXPECT_EQ(dc.GetCurrentPosition().x, 50);
+    EXPECT_EQ(dc.GetCurrentPosition().y, 50);
+    canvas.Finish();
+    // The curve's top lies at y = 20 halfway.
+    EXPECT_TRUE(canvas.IsInk(30, 20));
+    EXPECT_TRUE(canvas.IsWhite(30, 30));
+}
+
+TEST(CVxQtDCClip, ClipRectKeepsPaintInsideUntilCleared)
+{
+    CVxTestCanvas canvas(100, 20);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penNull, 1, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0);
+    dc.SetClipRect(VxRectMake(0, 0, 50, 20));
+    dc.Rectangle(0, 0, 101, 11);
+    dc.ClearClipping();
+    dc.Rectangle(0, 10, 101, 21);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsInk(40, 5));
+    EXPECT_TRUE(canvas.IsWhite(60, 5));
+    EXPECT_TRUE(canvas.IsInk(60, 15));
+}
+
+TEST(CVxQtDCBrushes, GradientRunsAlongItsAngleAndPopsLikeABrush)
+{
+    CVxTestCanvas canvas(100, 100);
+    CVxDC& dc = canvas.dc();
+    dc.SelectPen(CVxDC::penNull, 1, 0);
+    VxRECT top = VxRectMake(0, 0, 100, 50);
+    dc.SelectGradientBrush(0x000000, 0xFFFFFF, 0.0, top);
+    EXPECT_EQ(dc.GetCurrentBrushColor(), 0x7F7F7Fu);
+    dc.Rectangle(0, 0, 101, 51);
+    dc.SelectOldBrush();
+    EXPECT_EQ(dc.GetBrushStackSize(), 0);
+    VxRECT bottom = VxRectMake(0, 50, 100, 100);
+    dc.SelectGradientBrush(0x000000, 0xFFFFFF, 90.0, bottom);
+    dc.Rectangle(0, 50, 101, 101);
+    canvas.Finish();
+    EXPECT_LT(canvas.Level(5, 25), 30);
+    EXPECT_GT(canvas.Level(95, 25), 225);
+    EXPECT_NEAR(canvas.Level(50, 10), canvas.Level(50, 40), 3);
+    EXPECT_LT(canvas.Level(50, 53), 30);
+    EXPECT_GT(canvas.Level(50, 97), 225);
+}
+
+TEST(CVxQtDCBrushes, TextureRepeatsTheScaledPicture)
+{
+    CVxPicBuf picture(2, 2, 3);
+    picture.SetPixel(0, 0, 0x0000FF);
+    picture.SetPixel(1, 0, 0xFF0000);
+    picture.SetPixel(0, 1, 0xFF0000);
+    picture.SetPixel(1, 1, 0x0000FF);
+    CVxTestCanvas canvas(40, 40);
+    CVxDC& dc = canvas.dc();
+    dc.SetInterpolationQuality(false);
+    dc.SelectPen(CVxDC::penNull, 1, 0);
+    dc.SelectTextureBrush(5.0, 0.0, 0, 0, &picture);
+    EXPECT_EQ(dc.GetCurrentBrushColor(), 0xC0C0C0u);
+    dc.Rectangle(0, 0, 41, 41);
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(2, 2), 0x0000FFu);
+    EXPECT_EQ(canvas.Pixel(7, 2), 0xFF0000u);
+    EXPECT_EQ(canvas.Pixel(7, 7), 0x0000FFu);
+    EXPECT_EQ(canvas.Pixel(12, 2), 0x0000FFu);
+}
+
+TEST(CVxQtDCBrushes, ShrunkTextureKeepsItsSizeOnScreen)
+{
+    CVxPicBuf picture(100, 100, 3);
+    CVxTestCanvas canvas(20, 20);
+    canvas.dc().SelectTextureBrush(0.1, 30.0, 4, 6, &picture);
+    // A copy 11 pixels wide stands for 10 pixels on screen.
+    const QTransform transform = canvas.painter().brush().transform();
+    const double scale = std::hypot(transform.m11(), transform.m12());
+    EXPECT_NEAR(scale, 10.0 / 11.0, 1e-9);
+    EXPECT_NEAR(transform.dx(), 4.0, 1e-9);
+    EXPECT_NEAR(transform.dy(), 6.0, 1e-9);
+    EXPECT_EQ(canvas.painter().brush().textureImage().width(), 11);
+}
+
+TEST(CVxQtDCBrushes, GreyContextGreysTheTexture)
+{
+    CVxPicBuf picture(4, 4, 3);
+    picture.Fill(0x0000FF);
+    CVxTestCanvas canvas(20, 20, true);
+    canvas.dc().SelectPen(CVxDC::penNull, 1, 0);
+    canvas.dc().SelectTextureBrush(1.0, 0.0, 0, 0, &picture);
+    canvas.dc().Rectangle(0, 0, 21, 21);
+    canvas.Finish();
+    EXPECT_TRUE(VxColorNear(canvas.Pixel(10, 10), 0x555555, 1));
+}
+
+TEST(CVxQtDCText, DrawTextKeepsToTheHalvesItIsAlignedTo)
+{
+    const CVxStringW text = L"Kitchen";
+    const struct
+    {
+        unsigned flags;
+        bool right;
+        bool bottom;
+    } cases[] = {{0, false, false},
+                 {CVxDC::dtRight | CVxDC::dtBottom | CVxDC::dtSingleLine, true, true},
+                 {CVxDC::dtCenter | CVxDC::dtRight | CVxDC::dtSingleLine, true, false},
+                 {CVxDC::dtBottom | CVxDC::dtSingleLine, false, true}};
+    for (const auto& c : cases) {
+        CVxTestCanvas canvas(240, 80);
+        CVxFont font;
+        font.m_size = 12;
+        canvas.dc().SelectFont(font);
+        VxRECT rect = VxRectMake(0, 0, 240, 80);
+        EXPECT_GT(canvas.dc().DrawText(text, rect, c.flags, 0x000000), 0);
+        canvas.Finish();
+        const VxRECT ink = canvas.InkBounds();
+        ASSERT_LT(ink.left, ink.right) << "flags " << c.flags;
+        if (c.right)
+            EXPECT_GE(ink.left, 120) << "flags " << c.flags;
+        else
+            EXPECT_LE(ink.right, 120) << "flags " << c.flags;
+        if (c.bottom)
+            EXPECT_GE(ink.top, 40) << "flags " << c.flags;
+        else
+            EXPECT_LE(ink.bottom, 40) << "flags " << c.flags;
+        // The inclusive right and bottom of the text box are two pixels in.
+        EXPECT_LE(ink.right, 239);
+        EXPECT_LE(ink.bottom, 79);
+    }
+}
+
+TEST(CVxQtDCText, CentredTextStandsInTheMiddle)
+{
+    CVxTestCanvas canvas(242, 82);
+    CVxFont font;
+    font.m_size = 12;
+    canvas.dc().SelectFont(font);
+    VxRECT rect = VxRectMake(0, 0, 242, 82);
+    canvas.dc().DrawText(L"Bedroom", rect, CVxDC::dtCenter | CVxDC::dtVCenter | CVxDC::dtSingleLine, 0);
+    canvas.Finish();
+    const VxRECT ink = canvas.InkBounds();
+    EXPECT_NEAR((ink.left + ink.right) / 2.0, 120, 4);
+    EXPECT_NEAR((ink.top + ink.bottom) / 2.0, 40, 6);
+}
+
+TEST(CVxQtDCText, MeasuringPaintsNothingAndGivesTheNeededRectangle)
+{
+    CVxTestCanvas canvas(300, 100);
+    CVxFont font;
+    font.m_size = 12;
+    canvas.dc().SelectFont(font);
+    VxSIZE extent;
+    ASSERT_TRUE(canvas.dc().GetTextExtentPoint(L"Living room", extent));
+    VxRECT rect = VxRectMake(10, 10, 300, 100);
+    canvas.dc().DrawText(L"Living room", rect, CVxDC::dtCalcRect | CVxDC::dtSingleLine, 0);
+    EXPECT_EQ(rect.left, 10);
+    EXPECT_EQ(rect.top, 10);
+    EXPECT_NEAR(rect.right - rect.left, extent.cx, 2);
+    EXPECT_EQ(rect.bottom - rect.top, extent.cy);
+
+    // Word wrap in a narrow box needs more lines.
+    VxRECT narrow = VxRectMake(0, 0, extent.cx / 2 + 2, 100);
+    canvas.dc().DrawText(L"Living room", narrow, CVxDC::dtCalcRect | CVxDC::dtWordBreak, 0);
+    EXPECT_GE(narrow.bottom - narrow.top, 2 * extent.cy - 2);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsAllWhite());
+}
+
+TEST(CVxQtDCText, TextIsClippedToItsBoxUnlessAskedNotTo)
+{
+    const CVxStringW text = L"A rather long caption for a small box";
+    CVxTestCanvas clipped(300, 40);
+    VxRECT box = VxRectMake(10, 5, 60, 35);
+    clipped.dc().DrawText(text, box, CVxDC::dtSingleLine, 0);
+    clipped.Finish();
+    EXPECT_LE(clipped.InkBounds().right, 59);
+
+    CVxTestCanvas unclipped(300, 40);
+    VxRECT rect = VxRectMake(10, 5, 60, 35);
+    unclipped.dc().DrawText(text, rect, CVxDC::dtSingleLine | CVxDC::dtNoClip, 0);
+    unclipped.Finish();
+    EXPECT_GT(unclipped.InkBounds().right, 100);
+}
+
+TEST(CVxQtDCText, TextOutBaselinesOrderTopBaselineBottom)
+{
+    int centres[3] = {0, 0, 0};
+    const unsigned flags[3] = {CVxDC::taTop, CVxDC::taBaseline, CVxDC::taBottom};
+    for (int i = 0; i < 3; ++i) {
+        CVxTestCanvas canvas(200, 120);
+        CVxFont font;
+        font.m_size = 14;
+        canvas.dc().SelectFont(font);
+        const QPen before = canvas.painter().pen();
+        canvas.dc().TextOut(L"Hall", 20, 60, flags[i], 0x000000);
+        EXPECT_EQ(canvas.painter().pen(), before);
+        canvas.Finish();
+        const VxRECT ink = canvas.InkBounds();
+        ASSERT_LT(ink.top, ink.bottom);
+        EXPECT_GE(ink.left, 19);
+        centres[i] = (ink.top + ink.bottom) / 2;
+    }
+    EXPECT_GT(centres[0], centres[1]);
+    EXPECT_GT(centres[1], centres[2]);
+    // On the baseline the letters stand above y.
+    EXPECT_LT(centres[1], 60);
+}
+
+TEST(CVxQtDCText, RotatedFontTurnsTheText)
+{
+    CVxTestCanvas canvas(120, 200);
+    CVxFont font;
+    font.m_size = 14;
+    font.m_rotation = 90;
+    canvas.dc().SelectFont(font);
+    EXPECT_EQ(canvas.dc().GetFontRotation(), 90.0);
+    canvas.dc().TextOut(L"Corridor", 60, 20, CVxDC::taBaseline, 0);
+    canvas.Finish();
+    const VxRECT ink = canvas.InkBounds();
+    EXPECT_GT(ink.bottom - ink.top, 2 * (ink.right - ink.left));
+    // Turned clockwise about (60, 20): the line runs down and the letters
+    // stand to the right of it.
+    EXPECT_GE(ink.top, 18);
+    EXPECT_GE(ink.left, 58);
+    EXPECT_LE(ink.right, 82);
+}
+
+TEST(CVxQtDCText, TextColourGoesThroughTheColourMode)
+{
+    CVxTestCanvas canvas(120, 60, true);
+    CVxFont font;
+    font.m_size = 20;
+    font.m_bold = true;
+    canvas.dc().SelectFont(font);
+    canvas.dc().TextOut(L"WWW", 10, 40, CVxDC::taBaseline, 0x0000FF);
+    canvas.Finish();
+    int coloured = 0;
+    int ink = 0;
+    for (int y = 0; y < 60; ++y) {
+        for (int x = 0; x < 120; ++x) {
+            const unsigned c = canvas.Pixel(x, y);
+            if (c == 0xFFFFFF)
+                continue;
+            ++ink;
+            const int r = static_cast<int>(VX_GetRValue(c));
+            const int g = static_cast<int>(VX_GetGValue(c));
+            const int b = static_cast<int>(VX_GetBValue(c));
+            if (std::abs(r - g) > 2 || std::abs(g - b) > 2)
+                ++coloured;
+        }
+    }
+    EXPECT_GT(ink, 50);
+    EXPECT_EQ(coloured, 0);
+}
+
+class CVxQtDCPictures : public ::testing::Test
+{
+protected:
+    // A 20 by 10 picture: red, with a blue right half.
+    CVxQtDCPictures() : m_picture(20, 10, 4)
+    {
+        m_picture.Fill(0x0000FF);
+        for (int y = 0; y < 10; ++y) {
+            for (int x = 10; x < 20; ++x)
+                m_picture.SetPixel(x, y, 0xFF0000);
+        }
+    }
+    CVxPicBuf m_picture;
+};
+
+TEST_F(CVxQtDCPictures, UprightPictureFillsItsRectangle)
+{
+    CVxTestCanvas canvas(100, 100);
+    canvas.dc().DrawPicture(50, 50, 20, 10, 0.0, &m_picture, false);
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(55, 55), 0x0000FFu);
+    EXPECT_EQ(canvas.Pixel(65, 55), 0xFF0000u);
+    EXPECT_TRUE(canvas.IsWhite(45, 55));
+    EXPECT_TRUE(canvas.IsWhite(55, 61));
+}
+
+TEST_F(CVxQtDCPictures, RotatedPictureTurnsAboutItsTopLeftCorner)
+{
+    // 450 degrees is a quarter turn clockwise: the picture hangs down to the
+    // left of (50, 50), its red half on top.
+    for (double angle : {90.0, 450.0, -270.0}) {
+        CVxTestCanvas canvas(100, 100);
+        canvas.dc().DrawPicture(50, 50, 20, 10, angle, &m_picture, false);
+        canvas.Finish();
+        EXPECT_EQ(canvas.Pixel(45, 55), 0x0000FFu) << "angle " << angle;
+        EXPECT_EQ(canvas.Pixel(45, 65), 0xFF0000u) << "angle " << angle;
+        EXPECT_TRUE(canvas.IsWhite(55, 55)) << "angle " << angle;
+        EXPECT_TRUE(canvas.IsWhite(45, 45)) << "angle " << angle;
+    }
+}
+
+TEST_F(CVxQtDCPictures, NothingForAMissingPictureOrAnEmptySize)
+{
+    CVxTestCanvas canvas(40, 40);
+    canvas.dc().DrawPicture(0, 0, 20, 20, 0.0, nullptr, true);
+    canvas.dc().DrawPicture(0, 0, 0, 20, 0.0, &m_picture, true);
+    canvas.dc().DrawPicture(0, 0, 20, -1, 0.0, &m_picture, true);
+    canvas.Finish();
+    EXPECT_TRUE(canvas.IsAllWhite());
+}
+
+TEST_F(CVxQtDCPictures, SmoothHintLastsForOneCall)
+{
+    CVxTestCanvas canvas(40, 40);
+    canvas.dc().SetInterpolationQuality(false);
+    canvas.dc().DrawPicture(0, 0, 10, 5, 0.0, &m_picture, true);
+    EXPECT_FALSE(canvas.painter().testRenderHint(QPainter::SmoothPixmapTransform));
+}
+
+TEST_F(CVxQtDCPictures, GreyContextGreysThePicture)
+{
+    CVxTestCanvas canvas(40, 40, true);
+    canvas.dc().DrawPicture(0, 0, 20, 10, 0.0, &m_picture, false);
+    canvas.Finish();
+    EXPECT_TRUE(VxColorNear(canvas.Pixel(5, 5), 0x555555, 1));
+}
+
+TEST_F(CVxQtDCPictures, PartOfAPictureIsDrawnFromItsOwnPixels)
+{
+    CVxTestCanvas canvas(40, 40);
+    canvas.dc().DrawPictureRect(0, 0, 30, 30, &m_picture, 10, 0, 10, 10, false);
+    canvas.Finish();
+    EXPECT_EQ(canvas.Pixel(1, 1), 0xFF0000u);
+    EXPECT_EQ(canvas.Pixel(28, 28), 0xFF0000u);
+    EXPECT_TRUE(canvas.IsWhite(31, 15));
+}

@@ -1,0 +1,29 @@
+#pragma once
+// Widget tests run with their home, data and settings folders in a private
+// temporary folder, set before the application object exists.
+
+#include <QByteArray>
+#include <QDir>
+#include <QTemporaryDir>
+
+class CVxUiTestHome
+{
+public:
+    CVxUiTestHome()
+    {
+        const QString root = m_dir.path();
+        QDir().mkpath(root + QStringLiteral("/data"));
+        QDir().mkpath(root + QStringLiteral("/config"));
+        qputenv("HOME", root.toUtf8());
+        qputenv("XDG_DATA_HOME", (root + QStringLiteral("/data")).toUtf8());
+        qputenv("XDG_CONFIG_HOME", (root + QStringLiteral("/config")).toUtf8());
+        qputenv("XDG_RUNTIME_DIR", root.toUtf8());
+        qputenv("LANG", "en_US.UTF-8");
+    }
+    QString Path() const { return m_dir.path(); }
+    // Where the window keeps config.ini.
+    QString AppDataFolder() const { return m_dir.path() + QStringLiteral("/data/Plaveno/"); }
+
+private:
+    QTemporaryDir m_dir;
+};

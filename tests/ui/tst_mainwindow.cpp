@@ -1,0 +1,172 @@
+// The main window's frame, its start-up order and its settings at exit.
+
+#include "CVxAppCore.h"
+#include "CVxAppHelperQt.h"
+#include "CVxMainRenderArea.h"
+#include "CVxMainStatusBar.h"
+#include "CVxMainWindow.h"
+#include "CVxOptions.h"
+#include "VxUiTestEnv.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QMenu>
+#include <QMenuBar>
+#include <QTest>
+
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void captionOfAnUntitledProject();
+    void sevenMenusInTheirOrder();
+    void forcedOptionsAreOnWhateverTheFileSays();
+    void sheetAndShadowArePainted();
+    void statusBarShowsZoomAndProject();
+    void messageBoxButtonsCarryAccelerators();
+    void exitWritesSettingsFile();
+};
+
+namespace {
+CVxUiTestHome* g_home = nullptr;
+}
+
+void TestMainWindow::initTestCase()
+{
+    QCoreApplication::setApplicationName(QStringLiteral("Plaveno"));
+    // A settings file that turns the forced options off, as an old version
+    // might have left it.
+    QDir().mkpath(g_home->AppDataFolder());
+    QFile file(g_home->AppDataFolder() + QStringLiteral("config.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("\xEF\xBB\xBF\r\n[Options]\r\nAutosize=0\r\nOpenInBestFit=0\r\nAntiAliasing=0\r\n"
+               "MainWndMax=0\r\nMainWndWidth=900\r\nMainWndHeight=650\r\n");
+    file.close();
+}
+
+void TestMainWindow::captionOfAnUntitledProject()
+{
+    CVxMainWindow window;
+    QCOMPARE(window.windowTitle(), QStringLiteral("Plaveno - [untitled]"));
+
+    VX_GetCore()->GetProject().m_modified = true;
+    VX_GetAppHelper()->RefreshMainViewCaption();
+    QCOMPARE(window.windowTitle(), QStringLiteral("Plaveno - [untitled*]"));
+
+    // A named project shows its path, with the home folder as "~".
+    VX_GetCore()->SetProjectPath(CVxStringW(QDir::homePath() + QStringLiteral("/plans/flat.pvp")));
+    CVxStringW shortTitle;
+    VX_GetCore()->GetMainWndCaption(shortTitle);
+    QCOMPARE(shortTitle.ToQString(), QStringLiteral("Plaveno - flat.pvp"));
+    VX_GetAppHelper()->RefreshMainViewCaption();
+    QCOMPARE(window.windowTitle(), QStringLiteral("Plaveno - [~/plans/flat.pvp*]"));
+
+    VX_GetCore()->SetProjectPath(CVxStringW());
+    VX_GetCore()->GetProject().m_modified = false;
+}
+
+void TestMainWindow::sevenMenusInTheirOrder()
+{
+    CVxMainWindow window;
+    const QList<QAction*> actions = window.menuBar()->actions();
+    QStringList titles;
+    for (QAction* action : actions)
+        titles << action->text().remove(QLatin1Char('&'));
+    QCOMPARE(titles, (QStringList{QStringLiteral("Project"), QStringLiteral("Edit"), QStringLiteral("Floor"),
+                                  QStringLiteral("Objects"), QStringLiteral("View"),
+                                  QStringLiteral("Configure"), QStringLiteral("Help")}));
+}
+
+void TestMainWindow::forcedOptionsAreOnWhateverTheFileSays()
+{
+    CVxMainWindow window;
+    const CVxOptions* options = VX_GetOptions();
+    QVERIFY(options->m_autosize);
+    QVERIFY(options->m_openInBestFit);
+    QVERIFY(options->m_antiAliasing);
+    QCOMPARE(options->m_mainWndWidth, 900);
+}
+
+void TestMainWindow::sheetAndShadowArePainted()
+{
+    CVxMainWindow window;
+    window.resize(1000, 760);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(300); // the start timer fits the sheet into the view
+    QVERIFY(VX_GetCore()->IsDrawingAllowed());
+
+    CVxMainRenderArea* area = window.GetRenderArea();
+    const QImage shot = area->grab().toImage();
+    const VxRECT sheet = VX_GetCore()->GetSheetRect();
+    QVERIFY(sheet.right - sheet.left > 100);
+    QVERIFY(sheet.left >= 0 && sheet.right <= shot.width());
+    const QPoint centre((sheet.left + sheet.right) / 2, (sheet.top + sheet.bottom) / 2);
+    QCOMPARE(shot.pixelColor(centre), QColor(0xD4, 0xD4, 0xD4));
+    // The shadow lies just outside the sheet, brighter than the background tile
+    // would be on its own and not the sheet's grey.
+    const QColor shadow = shot.pixelColor(sheet.right + 4, centre.y());
+    QVERIFY(shadow != QColor(0xD4, 0xD4, 0xD4));
+    const QColor background = shot.pixelColor(qMax(0, sheet.left - 15), centre.y());
+    QVERIFY(shadow != background);
+    // The sheet keeps the proportions of the project with its margins.
+    const CVxProject& project = VX_GetCore()->GetProject();
+    const double aspect = project.GetTotalWidth() / project.GetTotalHeight();
+    QVERIFY(qAbs(double(sheet.right - sheet.left) / (sheet.bottom - sheet.top) - aspect) < 0.02);
+}
+
+void TestMainWindow::statusBarShowsZoomAndProject()
+{
+    CVxMainWindow window;
+    CVxMainStatusBar* bar = window.GetStatusBar();
+    QCOMPARE(bar->GetLeftText().ToQString(), QStringLiteral("Use Ctrl + mouse wheel to zoom."));
+    const QString right = bar->GetRightText().ToQString();
+    QVERIFY2(right.startsWith(QStringLiteral("Zoom ")), qPrintable(right));
+    QVERIFY2(right.contains(QStringLiteral("Project 740 x 540 cm")), qPrintable(right));
+    bar->SetMessage(CVxStringW(L"Autosave: The project was saved."));
+    QCOMPARE(bar->GetLeftText().ToQString(), QStringLiteral("Autosave: The project was saved."));
+    bar->SetMessage(CVxStringW());
+}
+
+void TestMainWindow::messageBoxButtonsCarryAccelerators()
+{
+    CVxStringW yes, no, ok, cancel, save;
+    CVxAppHelperQt::GetMsgBoxButtonTexts(yes, no, ok, cancel, save);
+    QCOMPARE(yes.ToQString(), QStringLiteral("&Yes"));
+    QCOMPARE(no.ToQString(), QStringLiteral("&No"));
+    QCOMPARE(ok.ToQString(), QStringLiteral("OK"));
+    QCOMPARE(cancel.ToQString(), QStringLiteral("Cancel"));
+    QCOMPARE(save.ToQString(), QStringLiteral("Save"));
+}
+
+void TestMainWindow::exitWritesSettingsFile()
+{
+    const QString path = g_home->AppDataFolder() + QStringLiteral("config.ini");
+    QFile::remove(path);
+    VX_GetOptions()->ResetToDefaults();
+    {
+        CVxMainWindow window;
+        QVERIFY(!QFile::exists(path));
+    }
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray text = file.readAll();
+    QVERIFY(text.startsWith("\xEF\xBB\xBF\r\n[Options]\r\n"));
+    QVERIFY(text.contains("\r\nLastVersion=1034\r\n"));
+    QVERIFY(text.contains("\r\nLanguage=1\r\n"));
+    QVERIFY(text.contains("\r\nAntiAliasing=1\r\n"));
+}
+
+int main(int argc, char** argv)
+{
+    CVxUiTestHome home;
+    g_home = &home;
+    QApplication app(argc, argv);
+    TestMainWindow test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_mainwindow.moc"
