@@ -22,11 +22,6 @@ int32_t RoundToPixel(double value)
 }
 } // namespace
 
-bool CVxDPoint::operator==(const CVxDPoint& other) const
-{
-    return std::fabs(x - other.x) < EPS && std::fabs(y - other.y) < EPS;
-}
-
 CVxDPoint& CVxDPoint::operator+=(const CVxDPoint& other)
 {
     x += other.x;
@@ -65,23 +60,6 @@ CVxDPoint::operator VxPOINT*() const
 bool CVxDPoint::IsZero() const
 {
     return std::fabs(x) < EPS && std::fabs(y) < EPS;
-}
-
-double CVxDPoint::Distance(const CVxDPoint& other) const
-{
-    return std::sqrt(Distance2(other));
-}
-
-double CVxDPoint::Distance2(const CVxDPoint& other) const
-{
-    const double dx = x - other.x;
-    const double dy = y - other.y;
-    return dx * dx + dy * dy;
-}
-
-double CVxDPoint::Length() const
-{
-    return std::sqrt(LengthSquared());
 }
 
 CVxDPoint& CVxDPoint::Negate()

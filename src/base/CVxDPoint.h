@@ -1,7 +1,10 @@
 #pragma once
 // A point or a vector of the plan, in the project's length unit, y down.
 
+#include "VxEps.h"
 #include "VxIntGeometry.h"
+
+#include <cmath>
 
 class CVxDPoint
 {
@@ -11,7 +14,10 @@ public:
     explicit CVxDPoint(const VxPOINT& p) : x(p.x), y(p.y) {}
 
     // Equal when both axes differ by less than EPS.
-    bool operator==(const CVxDPoint& other) const;
+    bool operator==(const CVxDPoint& other) const
+    {
+        return std::fabs(x - other.x) < EPS && std::fabs(y - other.y) < EPS;
+    }
     bool operator!=(const CVxDPoint& other) const { return !(*this == other); }
 
     CVxDPoint operator+(const CVxDPoint& other) const { return CVxDPoint(x + other.x, y + other.y); }
@@ -53,9 +59,14 @@ public:
     void Zero() { x = y = 0; }
     bool IsZero() const;
 
-    double Distance(const CVxDPoint& other) const;
-    double Distance2(const CVxDPoint& other) const;
-    double Length() const;
+    double Distance(const CVxDPoint& other) const { return std::sqrt(Distance2(other)); }
+    double Distance2(const CVxDPoint& other) const
+    {
+        const double dx = x - other.x;
+        const double dy = y - other.y;
+        return dx * dx + dy * dy;
+    }
+    double Length() const { return std::sqrt(LengthSquared()); }
     double LengthSquared() const { return x * x + y * y; }
     CVxDPoint& Negate();
     double DotProduct(const CVxDPoint& other) const { return x * other.x + y * other.y; }

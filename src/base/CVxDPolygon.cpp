@@ -42,14 +42,6 @@ void CVxDPolygon::Zero()
     kind = KIND_NONE;
 }
 
-int CVxDPolygon::GetEdgeCount(bool open) const
-{
-    const int n = GetVertexCount();
-    if (open)
-        return n > 0 ? n - 1 : 0;
-    return n;
-}
-
 void CVxDPolygon::Offset(double dx, double dy)
 {
     for (CVxDPoint& p : points)
@@ -64,23 +56,6 @@ void CVxDPolygon::Scale(double sx, double sy)
         p.Scale(sx, sy);
     for (CVxDPoint& c : bezierControls)
         c.Scale(sx, sy);
-}
-
-bool CVxDPolygon::HasCurveFlags(bool open) const
-{
-    const size_t n = points.size();
-    if (n == 0)
-        return false;
-    if (bezierFlags.size() == n)
-        return true;
-    return open && bezierFlags.size() == n - 1;
-}
-
-bool CVxDPolygon::IsEdgeCurved(int edge, bool open) const
-{
-    if (edge < 0 || edge >= GetEdgeCount(open) || !HasCurveFlags(open))
-        return false;
-    return bezierFlags[static_cast<size_t>(edge)];
 }
 
 int CVxDPolygon::GetBezierSegmentIdx(int edge, bool open) const
@@ -142,18 +117,19 @@ void CVxDPolygon::GetBezControlPoints(CVxDPoint& outP1, CVxDPoint& outP2, CVxDPo
     GetBezierControlPoint(outC0, outC1, prev, outP1, outP2, next, prevCurved, nextCurved);
 }
 
-void CVxDPolygon::SampleEdge(std::vector<CVxDPoint>& out, int edge, int& ioControlIndex, bool open,
-                             int chords) const
+int CVxDPolygon::SampleEdge(CVxDPoint* out, int edge, int& ioControlIndex, bool open, int chords) const
 {
     const int n = GetVertexCount();
     if (!IsEdgeCurved(edge, open)) {
-        out.push_back(points[static_cast<size_t>((edge + 1) % n)]);
-        return;
+        out[0] = points[static_cast<size_t>((edge + 1) % n)];
+        return 1;
     }
     CVxDPoint p1, p2, c0, c1;
     GetBezControlPoints(p1, p2, c0, c1, ioControlIndex, edge, n, open);
+    chords = std::clamp(chords, 1, kMaxChords);
     for (int i = 1; i <= chords; ++i)
-        out.push_back(CurvePoint(p1, c0, c1, p2, ChordParam(i, chords)));
+        out[i - 1] = CurvePoint(p1, c0, c1, p2, ChordParam(i, chords));
+    return chords;
 }
 
 bool CVxDPolygon::PtIsPolygonVert(const CVxDPoint& point) const
@@ -280,18 +256,14 @@ double CVxDPolygon::GetArea(bool* outNegative) const
     const int n = GetVertexCount();
     if (n < 3)
         return 0;
-    const bool curves = HasCurveFlags(false);
     double sum = 0;
     int control = 0;
-    std::vector<CVxDPoint> sampled;
+    CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < n; ++i) {
         CVxDPoint prev = points[static_cast<size_t>(i)];
-        sampled.clear();
-        if (curves)
-            SampleEdge(sampled, i, control, false, kChordsForMeasure);
-        else
-            sampled.push_back(points[static_cast<size_t>((i + 1) % n)]);
-        for (const CVxDPoint& q : sampled) {
+        const int count = SampleEdge(sampled, i, control, false, kChordsForMeasure);
+        for (int k = 0; k < count; ++k) {
+            const CVxDPoint& q = sampled[k];
             sum += prev.x * q.y - q.x * prev.y;
             prev = q;
         }
@@ -329,12 +301,12 @@ double CVxDPolygon::GetSegmentLength(int edge) const
         return 0;
     CVxDPoint prev = points[static_cast<size_t>(edge)];
     int control = GetBezierSegmentIdx(edge, false);
-    std::vector<CVxDPoint> sampled;
-    SampleEdge(sampled, edge, control, false, kChordsForMeasure);
+    CVxDPoint sampled[kMaxChords];
+    const int count = SampleEdge(sampled, edge, control, false, kChordsForMeasure);
     double length = 0;
-    for (const CVxDPoint& q : sampled) {
-        length += prev.Distance(q);
-        prev = q;
+    for (int k = 0; k < count; ++k) {
+        length += prev.Distance(sampled[k]);
+        prev = sampled[k];
     }
     return length;
 }
@@ -374,13 +346,12 @@ double CVxDPolygon::GetPerimeter(bool open, double scaleX, double scaleY) const
     };
     double length = 0;
     int control = 0;
-    std::vector<CVxDPoint> sampled;
+    CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < edges; ++i) {
         CVxDPoint prev = scale(points[static_cast<size_t>(i)]);
-        sampled.clear();
-        SampleEdge(sampled, i, control, open, kChordsForMeasure);
-        for (const CVxDPoint& q : sampled) {
-            const CVxDPoint s = scale(q);
+        const int count = SampleEdge(sampled, i, control, open, kChordsForMeasure);
+        for (int k = 0; k < count; ++k) {
+            const CVxDPoint s = scale(sampled[k]);
             length += prev.Distance(s);
             prev = s;
         }
@@ -424,19 +395,15 @@ bool CVxDPolygon::PtInPolygon(const CVxDPoint& point) const
     if (!bounds.PtInRect(point))
         return false;
     const CVxDPoint far(bounds.right + 50, point.y);
-    const bool curves = HasCurveFlags(false);
     int crossings = 0;
     double last = -1;
     int control = 0;
-    std::vector<CVxDPoint> sampled;
+    CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < n; ++i) {
         CVxDPoint prev = points[static_cast<size_t>(i)];
-        sampled.clear();
-        if (curves)
-            SampleEdge(sampled, i, control, false, kChordsForInside);
-        else
-            sampled.push_back(points[static_cast<size_t>((i + 1) % n)]);
-        for (const CVxDPoint& q : sampled) {
+        const int count = SampleEdge(sampled, i, control, false, kChordsForInside);
+        for (int k = 0; k < count; ++k) {
+            const CVxDPoint& q = sampled[k];
             double t = 0;
             double u = 0;
             if (DblFindInter(&point, &far, &prev, &q, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&

@@ -25,7 +25,11 @@ public:
     void Zero();
     int GetVertexCount() const { return static_cast<int>(points.size()); }
     // Vertex count when closed, one less when open.
-    int GetEdgeCount(bool open = false) const;
+    int GetEdgeCount(bool open = false) const
+    {
+        const int n = GetVertexCount();
+        return open ? (n > 0 ? n - 1 : 0) : n;
+    }
 
     // Moves or scales the vertices and the stored control points.
     void Offset(double dx, double dy);
@@ -35,7 +39,12 @@ public:
 
     // Whether the edge from vertex i to i+1 is curved, honouring the rule
     // that a flag vector of the wrong length means straight edges only.
-    bool IsEdgeCurved(int edge, bool open = false) const;
+    bool IsEdgeCurved(int edge, bool open = false) const
+    {
+        if (edge < 0 || edge >= GetEdgeCount(open) || !HasCurveFlags(open))
+            return false;
+        return bezierFlags[static_cast<size_t>(edge)];
+    }
     // Index in bezierControls of the edge's stored control points: twice the
     // number of curved edges before it; 0 for a straight edge or for too few
     // flags.
@@ -139,11 +148,16 @@ public:
     int32_t tag = -1;
 
 private:
-    bool HasCurveFlags(bool open) const;
-    // Appends the points of an edge after its first vertex: the far vertex
-    // for a straight edge, the curve at t = i/chords (i = 1..chords) for a
-    // curved one.
-    void SampleEdge(std::vector<CVxDPoint>& out, int edge, int& ioControlIndex, bool open, int chords) const;
+    bool HasCurveFlags(bool open) const
+    {
+        const size_t n = points.size();
+        return n > 0 && (bezierFlags.size() == n || (open && bezierFlags.size() == n - 1));
+    }
+    // The points of an edge after its first vertex: the far vertex for a
+    // straight edge, the curve at t = i/chords (i = 1..chords) for a curved
+    // one. out holds kMaxChords points; the count is returned.
+    static constexpr int kMaxChords = 16;
+    int SampleEdge(CVxDPoint* out, int edge, int& ioControlIndex, bool open, int chords) const;
 };
 
 // Order of holes: by the x of the first vertex, then within EPS by its y.

@@ -11,6 +11,9 @@
 #include <cmath>
 
 namespace {
+// How near the hole's outline a point may lie and still count as on it.
+constexpr double kOnLineDistance = 0.001;
+
 bool IsFinite(const CVxDPolygon& polygon)
 {
     return std::all_of(polygon.points.begin(), polygon.points.end(),
@@ -160,14 +163,17 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
     }
 
     // Between two crossings on one edge the outline may run outside the
-    // hole; a point in the middle marks that stretch as one to keep.
+    // hole; a point in the middle marks that stretch as one to keep. A
+    // stretch along the hole's own outline (an opening against the far side
+    // of a wall of no thickness) is shared, not outside: the ray test may
+    // give either answer there, and a wrong one sends the walk in circles.
     for (size_t k = 0; k + 1 < listA.size(); ++k) {
         const CVxPolyInfo& e0 = listA[k];
         const CVxPolyInfo& e1 = listA[k + 1];
         if (e0.edge != e1.edge || e0.crossIndex < 0 || e1.crossIndex < 0 || !(e0.param > EPS))
             continue;
         const CVxDPoint middle = (e0.point + e1.point) / 2;
-        if (b.PtInPolygonIncludeVert(middle))
+        if (b.PtInPolygonIncludeVert(middle) || b.PtOnPolygonLine(middle, kOnLineDistance))
             continue;
         CVxPolyInfo entry;
         entry.point = middle;

@@ -1,6 +1,7 @@
 #include "CVxPolyInfo.h"
 
 #include "CVxDPolygon.h"
+#include "CVxDRect.h"
 #include "VxEps.h"
 
 #include <algorithm>
@@ -26,7 +27,22 @@ CVxPolyInfo::List CVxPolyInfo::Build(const CVxDPolygon& polygon)
 
 void CVxPolyInfo::MarkOuterVertices(List& list, const CVxDPolygon& other)
 {
+    // A vertex well clear of the other outline's bounds is outside it and not
+    // on it; this spares the full tests for most vertices of a large room
+    // against a small opening. Curves may bulge past the sampled bounds, so
+    // only straight outlines take the short cut.
+    CVxDRect near = other.GetBoundingRect();
+    near.InflateRect(2 * kOnLineDistance, 2 * kOnLineDistance);
+    const bool straight =
+        std::none_of(other.bezierFlags.begin(), other.bezierFlags.end(), [](bool f) { return f; });
+    const bool shortCut = straight && std::isfinite(near.left) && std::isfinite(near.top) &&
+                          std::isfinite(near.right) && std::isfinite(near.bottom);
     for (CVxPolyInfo& entry : list) {
+        if (shortCut && !near.PtInRect(entry.point)) {
+            entry.isOnBoundary = false;
+            entry.isOuter = true;
+            continue;
+        }
         if (other.PtOnPolygonLine(entry.point, kOnLineDistance) || other.PtIsPolygonVert(entry.point)) {
             entry.isOnBoundary = true;
             entry.isOuter = false;

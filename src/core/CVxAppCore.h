@@ -69,18 +69,13 @@ public:
 private:
     void AfterTransform();
 
-    unsigned char m_interaction = 0;
     unsigned char m_drawingAllowed = 0;
     unsigned char m_appExiting = 0;
     CVxProject m_project;
     std::vector<CVxMissingFileInfo> m_missingFiles;
     CVxStringW m_projectPath;
     CVxStringW m_appFolder;
-    std::vector<CVxStringA> m_libStrings;
-    bool m_newUndoStep = true;
-    int m_lastArrowMovedPart = -1;
     int m_firstSelected = -1;
-    bool m_libraryLoaded = false;
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;
     double m_zoom = 1.0;

@@ -23,4 +23,20 @@ public:
     // maps to or from "{$BT}". A trailing "/" is added when missing.
     static void SetBuiltInTextureFolder(const CVxStringW& folder);
     static const CVxStringW& GetBuiltInTextureFolder();
+
+    // The folder under the user's application data where opened projects
+    // unpack their files: "ProjUnpack/", created when missing.
+    static CVxStringW GetProjectsTempPath();
+    // Removes what earlier runs left in the projects' folder, unless another
+    // instance runs and may still use it.
+    static void DeleteUserAppDataProjects();
+    // A run started by another instance of the program ("-newinstance").
+    static void SetRunFromAnotherInstance(bool fromAnother);
+    // True when another instance of the program runs for this user: it was
+    // started by one, or one holds the instance lock.
+    static bool AnotherInstanceRunning();
+    // Takes the instance lock for the life of the process; false when another
+    // instance holds it.
+    static bool AcquireInstanceLock();
+    static void ReleaseInstanceLock();
 };

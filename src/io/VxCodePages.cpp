@@ -1,20 +1,8 @@
 #include "VxCodePages.h"
 
+#include <cwchar>
+
 namespace {
-
-wchar_t AsciiLower(wchar_t c)
-{
-    return (c >= L'A' && c <= L'Z') ? static_cast<wchar_t>(c - L'A' + L'a') : c;
-}
-
-bool SameNameNoCase(const wchar_t* a, const wchar_t* b)
-{
-    for (; *a && *b; ++a, ++b) {
-        if (AsciiLower(*a) != AsciiLower(*b))
-            return false;
-    }
-    return *a == *b;
-}
 
 struct SVxEncodingName
 {
@@ -36,7 +24,7 @@ unsigned VX_EncodingToCodePage(const wchar_t* encoding)
     if (!encoding)
         return 0;
     for (const SVxEncodingName& entry : s_encodings) {
-        if (SameNameNoCase(encoding, entry.name))
+        if (wcscmp(encoding, entry.name) == 0)
             return entry.codePage;
     }
     return 0;

@@ -116,5 +116,5 @@ CVxLocalize* VX_GetLoc();
 // "\n" pairs in a stored text become CR LF; with stripComment the text ends
 // before its first "#".
 CVxStringW ReplaceNewLinesAndComments(const CVxStringW& text, bool stripComment);
-// Removes the "&" accelerator marks of a text.
+// Removes the "&" accelerator marks of a text; "&&", a shown "&", stays as one.
 CVxStringW RemoveAmp(const CVxStringW& text);

@@ -50,8 +50,8 @@ public:
     bool ReorderLayer(int from, int to);
     // Keeps one layer, the active one, and removes the others.
     bool MergeAllLayers();
-    // Keeps the first visible layer, the active one if it is visible, and
-    // removes the other visible ones.
+    // Keeps one visible layer, the active one if it is visible, else the
+    // first visible one, and removes the other visible ones.
     bool MergeVisibleLayers();
 
     // Whole-floor transforms; the project gives the sub-unit correction.

@@ -420,6 +420,10 @@ void CVxProject::MoveAllObjects(double dx, double dy, double dz)
     m_viewpoints.Move(dx, dy, dz, this);
 
     m_attachments.Move(dx, dy);
+    // The room rectangle spans from the origin to the right and bottom of the
+    // walls, which moved with everything else.
+    m_width += dx;
+    m_height += dy;
 }
 
 void CVxProject::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes)
@@ -429,6 +433,8 @@ void CVxProject::ScaleAllObjects(double sx, double sy, double sz, bool keepDefau
     m_viewpoints.Scale(sx, sy, sz);
 
     m_attachments.Scale(sx, sy);
+    m_width *= sx;
+    m_height *= sy;
     if (keepDefaults)
         return;
     m_gridSize *= sx;
@@ -450,6 +456,14 @@ void CVxProject::RotateAllObjects(int degrees)
     m_viewpoints.Rotate(degrees);
 
     m_attachments.Rotate(degrees, this);
+    // The turned room rectangle, moved back to the origin.
+    const double angle = degrees * M_PI / 180.0;
+    const double c = std::fabs(std::cos(angle));
+    const double sn = std::fabs(std::sin(angle));
+    const double width = m_width * c + m_height * sn;
+    const double height = m_width * sn + m_height * c;
+    m_width = DblRound2x(width);
+    m_height = DblRound2x(height);
 }
 
 void CVxProject::MirrorAllObjects(bool vertical)

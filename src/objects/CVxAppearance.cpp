@@ -6,8 +6,9 @@
 #include "VxEps.h"
 #include "VxNumbers.h"
 
-#include <QFileInfo>
-#include <QImage>
+#include "CVxPicBuf.h"
+#include "CVxPictureLoadCache.h"
+
 #include <QUrl>
 
 #include <cmath>
@@ -95,7 +96,7 @@ void CVxAppearance::Reset()
     jointColor = defaultJointColor;
     flags = 0;
     tileName.Empty();
-    m_tileCache.reset();
+    m_tileCache.Reset();
 }
 
 bool CVxAppearance::operator==(const CVxAppearance& other) const
@@ -219,7 +220,7 @@ void CVxAppearance::Scale(double sx, double sy)
     offset.x *= sx;
     offset.y *= sy;
     jointWidth *= sx;
-    m_tileCache.reset();
+    m_tileCache.Reset();
 }
 
 bool CVxAppearance::HasUndefMember() const
@@ -269,7 +270,7 @@ void CVxAppearance::CheckDiffToUndef(const CVxAppearance& other)
         offset.y = undefDouble;
     UndefIfDiffers(jointColor, other.jointColor, clrUndefined);
     UndefIfDiffers(tileName, other.tileName, CVxStringW(CVxMaterial::UndefTexture()));
-    m_tileCache.reset();
+    m_tileCache.Reset();
 }
 
 void CVxAppearance::CopySkipUndef(CVxAppearance& target) const
@@ -288,7 +289,7 @@ void CVxAppearance::CopySkipUndef(CVxAppearance& target) const
     CopyIfDefined(offset.y, target.offset.y, undefDouble);
     CopyIfDefined(jointColor, target.jointColor, clrUndefined);
     CopyIfDefined(tileName, target.tileName, CVxStringW(CVxMaterial::UndefTexture()));
-    target.m_tileCache.reset();
+    target.m_tileCache.Reset();
 }
 
 CVxStringW CVxAppearance::GetTileKey() const
@@ -303,26 +304,28 @@ CVxStringW CVxAppearance::GetTileKey() const
     return key;
 }
 
-QImage CVxAppearance::GetTextureImage(bool& release, bool forPreview) const
+CVxPicBuf* CVxAppearance::GetTextureImage(bool& release, bool forPreview) const
 {
     release = false;
     if (!main.HasTexture())
-        return QImage();
-    QImage picture(main.texture.ToQString());
-    if (picture.isNull())
-        return picture;
+        return nullptr;
+    CVxPicBuf* picture = CVxPictureLoadCache::GetPicture(main.texture);
+    if (!picture)
+        return nullptr;
+    release = true;
     constexpr int previewSize = 256;
-    if (forPreview && (picture.width() > previewSize || picture.height() > previewSize))
-        picture = picture.scaled(previewSize, previewSize, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    if (forPreview && (picture->GetWidth() > previewSize || picture->GetHeight() > previewSize)) {
+        auto* preview = new CVxPicBuf(picture->GetQImage().scaled(
+            previewSize, previewSize, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        CVxPictureLoadCache::ReleasePicture(picture);
+        return preview;
+    }
     return picture;
 }
 
-void CVxAppearance::SaveAsTileCacheImage(const QImage& picture)
+void CVxAppearance::SaveAsTileCacheImage(CVxPicBuf* picture)
 {
-    if (picture.isNull())
-        m_tileCache.reset();
-    else
-        m_tileCache = std::make_shared<const QImage>(picture);
+    m_tileCache.Reset(picture);
 }
 
 CVxStringW CVxAppearance::GetTextureFileURL() const
@@ -336,9 +339,35 @@ CVxStringW CVxAppearance::GetTextureFileURL() const
 
 void CVxAppearance::ClearTileCacheImage(bool release)
 {
-    // Copies share the picture by reference count; dropping this reference
-    // frees it once the last holder lets go. Without release the reference
-    // is still dropped, as the picture no longer fits the appearance.
-    (void)release;
-    m_tileCache.reset();
+    if (release)
+        m_tileCache.Reset();
+    else
+        m_tileCache.Detach();
+}
+
+CVxAppearance::CVxPicRef::CVxPicRef(const CVxPicRef& other) : m_picture(other.m_picture)
+{
+    if (m_picture)
+        m_picture->AddRef();
+}
+
+CVxAppearance::CVxPicRef& CVxAppearance::CVxPicRef::operator=(const CVxPicRef& other)
+{
+    Reset(other.m_picture);
+    return *this;
+}
+
+CVxAppearance::CVxPicRef::~CVxPicRef()
+{
+    Reset();
+}
+
+void CVxAppearance::CVxPicRef::Reset(CVxPicBuf* picture)
+{
+    // The new reference first: picture may be the one held.
+    if (picture)
+        picture->AddRef();
+    if (m_picture)
+        m_picture->Release();
+    m_picture = picture;
 }

@@ -8,11 +8,9 @@
 #include "CVxStringW.h"
 #include "VxColorConvert.h"
 
-#include <memory>
-
 class CVxIniWriter;
 class CVxIniFileReader;
-class QImage;
+class CVxPicBuf;
 
 class CVxAppearance
 {
@@ -54,8 +52,10 @@ public:
     // One line of 22 tokens joined by "|". Texture paths go through the
     // writer's relative form; writer may be null.
     CVxStringW SaveToString(CVxIniWriter* writer) const;
-    // Reads by token number, so missing trailing tokens keep their values;
-    // a token that is no number keeps the field. reader may be null.
+    // Resets, then reads by token number, so missing trailing tokens leave
+    // defaults and a token that is no number keeps the field's default.
+    // Texture paths are made absolute by the reader; reader may be null.
+    // Any text gives an appearance: the result is always true.
     bool LoadFromString(const CVxStringW& text, CVxIniFileReader* reader);
 
     // Tile size and offset by sx, sy; joint width by sx.
@@ -70,29 +70,37 @@ public:
     // Generated tiles of patterns 1 and 2 hold two tiles across.
     int GetTilesPerPicture() const { return (tilePattern == 1 || tilePattern == 2) ? 2 : 1; }
 
-    // Pictures are implicitly shared values: release is always set false,
-    // there is nothing for the caller to free.
+    // The picture of the main texture from the picture cache, shared with
+    // every other user of the file; null when there is no texture or the
+    // file cannot be read. When release comes back true the caller gives
+    // the picture back with CVxPictureLoadCache::ReleasePicture. A preview
+    // is at most 256 pixels wide and high.
+    CVxPicBuf* GetTextureImage(bool& release, bool forPreview) const;
+    // The picture of one repeat of a tiled surface: the tiles in the main
+    // colour (or texture) with joints in the joint colour. The appearance's
+    // cached picture, else the tile file registered for the appearance, else
+    // a generated one; regenerate always generates. The picture found or made
+    // becomes the appearance's cached one and release comes back false: it
+    // lives as long as the appearance keeps it. A stretched surface gives its
+    // texture as GetTextureImage does.
     //
-    // The picture of the main texture; a null image when there is none or
-    // the file cannot be read. A preview is at most 256 pixels wide and high.
-    QImage GetTextureImage(bool& release, bool forPreview) const;
-    // The generated picture of one repeat of a tiled surface: the tiles in
-    // the main colour (or texture) with joints in the joint colour. Uses the
-    // appearance's cached picture, or a tile file registered for it, unless
-    // regenerate; a generated picture becomes the appearance's cached one.
     // Pattern 0 is a stack bond of one tile, pattern 1 a running bond and
     // pattern 2 a chequer of main and blend colour, the last two two tiles
     // across and two down. A tile's size in project units is its pitch, the
     // joint lying inside it.
-    static QImage GetTilePicture(CVxAppearance* appearance, bool& release, bool regenerate);
-    // The tile picture without any cache.
-    QImage GenerateTilePicture() const;
-    // Keeps picture as this appearance's cached tile; shared by copies.
-    void SaveAsTileCacheImage(const QImage& picture);
-    bool HasTileCacheImage() const { return static_cast<bool>(m_tileCache); }
+    static CVxPicBuf* GetTilePicture(CVxAppearance* appearance, bool& release, bool regenerate);
+    // A new tile picture, bypassing every cache, with one reference for the
+    // caller.
+    CVxPicBuf* GenerateTilePicture() const;
+    // Keeps picture as the cached tile, with a reference of its own; the
+    // caller keeps its reference. Null clears the cache.
+    void SaveAsTileCacheImage(CVxPicBuf* picture);
+    CVxPicBuf* GetTileCacheImage() const { return m_tileCache.Get(); }
+    bool HasTileCacheImage() const { return m_tileCache.Get() != nullptr; }
     // The main texture as a file URL, empty without a texture.
     CVxStringW GetTextureFileURL() const;
-    // With release, drops this appearance's reference to the cached tile.
+    // Forgets the cached tile. With release the appearance's reference is
+    // given back; without, the caller has taken it over.
     void ClearTileCacheImage(bool release);
 
     int kind = 0;
@@ -110,5 +118,24 @@ public:
     CVxStringW tileName;
 
 private:
-    std::shared_ptr<const QImage> m_tileCache;
+    // A counted reference to a picture: copies of an appearance share the
+    // cached tile.
+    class CVxPicRef
+    {
+    public:
+        CVxPicRef() = default;
+        CVxPicRef(const CVxPicRef& other);
+        CVxPicRef& operator=(const CVxPicRef& other);
+        ~CVxPicRef();
+        CVxPicBuf* Get() const { return m_picture; }
+        // Takes a reference of its own to picture.
+        void Reset(CVxPicBuf* picture = nullptr);
+        // Forgets the picture without giving back the reference.
+        void Detach() { m_picture = nullptr; }
+
+    private:
+        CVxPicBuf* m_picture = nullptr;
+    };
+
+    CVxPicRef m_tileCache;
 };

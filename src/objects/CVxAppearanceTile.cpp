@@ -2,6 +2,8 @@
 
 #include "CVxAppearance.h"
 #include "CVxAppearanceTileGenCache.h"
+#include "CVxPicBuf.h"
+#include "CVxPictureLoadCache.h"
 #include "VxEps.h"
 
 #include <QImage>
@@ -30,10 +32,14 @@ public:
     {
         if (!material.HasTexture())
             return;
-        const QImage picture(material.texture.ToQString());
-        if (!picture.isNull())
-            m_picture = picture.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+        CVxPicBuf* picture = CVxPictureLoadCache::GetPicture(material.texture);
+        if (!picture)
+            return;
+        if (!picture->IsEmpty())
+            m_picture = picture->GetQImage()
+                            .scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                             .convertToFormat(QImage::Format_RGB32);
+        CVxPictureLoadCache::ReleasePicture(picture);
     }
     QRgb At(int x, int y) const
     {
@@ -57,7 +63,7 @@ int PixelsOf(double size, double scale)
 
 } // namespace
 
-QImage CVxAppearance::GenerateTilePicture() const
+CVxPicBuf* CVxAppearance::GenerateTilePicture() const
 {
     double sizeX = std::isfinite(tileSizeX) && tileSizeX > EPS ? tileSizeX : 0;
     double sizeY = std::isfinite(tileSizeY) && tileSizeY > EPS ? tileSizeY : 0;
@@ -106,29 +112,33 @@ QImage CVxAppearance::GenerateTilePicture() const
                 line[x] = mainFace.At(inX, inY);
         }
     }
-    return picture;
+    return new CVxPicBuf(picture);
 }
 
-QImage CVxAppearance::GetTilePicture(CVxAppearance* appearance, bool& release, bool regenerate)
+CVxPicBuf* CVxAppearance::GetTilePicture(CVxAppearance* appearance, bool& release, bool regenerate)
 {
     release = false;
     if (!appearance)
-        return QImage();
+        return nullptr;
     if (!appearance->IsTiled())
         return appearance->GetTextureImage(release, false);
     if (!regenerate) {
-        if (appearance->m_tileCache)
-            return *appearance->m_tileCache;
+        if (CVxPicBuf* cached = appearance->GetTileCacheImage())
+            return cached;
         const CVxStringW file = CVxAppearanceTileGenCache::GetInstance().GetCacheFile(*appearance);
         if (!file.IsEmpty()) {
-            const QImage picture(file.ToQString());
-            if (!picture.isNull()) {
+            // Read for this appearance alone: a tile file is nobody else's.
+            auto* picture = new CVxPicBuf;
+            if (picture->CreateFromFile(file)) {
                 appearance->SaveAsTileCacheImage(picture);
-                return picture;
+                picture->Release();
+                return appearance->GetTileCacheImage();
             }
+            picture->Release();
         }
     }
-    const QImage picture = appearance->GenerateTilePicture();
+    CVxPicBuf* picture = appearance->GenerateTilePicture();
     appearance->SaveAsTileCacheImage(picture);
-    return picture;
+    picture->Release();
+    return appearance->GetTileCacheImage();
 }

@@ -9,7 +9,9 @@
 #include "CVxMainStatusBar.h"
 #include "CVxOptions.h"
 #include "CVxUnits.h"
+#include "CVxUtils.h"
 #include "VxTrace.h"
+#include "VxUtf8.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QAction>
@@ -104,6 +106,9 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     }
 
     CVxUnits::LocalizeUnits();
+    CVxUtils::AcquireInstanceLock();
+    VxTrace("Init - project temp dir: %s\n", VX_StringToUTF8(CVxUtils::GetProjectsTempPath()).c_str());
+    CVxUtils::DeleteUserAppDataProjects();
 
     if (options->m_mainWndWidth > 0 && options->m_mainWndHeight > 0) {
         setGeometry(options->m_mainWndLeft, options->m_mainWndTop, options->m_mainWndWidth,
@@ -191,6 +196,7 @@ CVxMainWindow::~CVxMainWindow()
         options->m_mainWndHeight = frame.height();
     }
     options->SaveToRegistry();
+    CVxUtils::ReleaseInstanceLock();
 
     qApp->removeEventFilter(this);
     delete m_objectPopup;
@@ -214,8 +220,7 @@ void CVxMainWindow::ParseCommandLine(const QStringList& arguments, CVxStringW& a
         } else if (argument == QStringLiteral("-installer")) {
             m_startedByInstaller = true;
         } else if (argument == QStringLiteral("-newinstance")) {
-            // Another instance may own the auto-save files; nothing here
-            // touches them yet.
+            CVxUtils::SetRunFromAnotherInstance(true);
         } else if (!argument.isEmpty() && m_commandLineFile.IsEmpty()) {
             m_commandLineFile = CVxStringW(argument).FromWinPath();
         }

@@ -56,20 +56,6 @@ TEST(CVxDCStacks, PopReselectsThePreviousRecord)
     EXPECT_EQ(dc.GetBrushStackSize(), 1);
 }
 
-TEST(CVxDCStacks, PoppingEmptyStacksDoesNothing)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    canvas.painter().setPen(QPen(Qt::red, 4));
-    canvas.painter().setBrush(Qt::blue);
-    dc.SelectOldPen();
-    dc.SelectOldBrush();
-    dc.SelectOldFont();
-    EXPECT_EQ(canvas.painter().pen().width(), 4);
-    EXPECT_EQ(canvas.painter().brush().color(), QColor(Qt::blue));
-    EXPECT_EQ(dc.GetBrushStackSize(), 0);
-}
-
 TEST(CVxDCStacks, FontStackRestoresSizeAndKeepsFontAfterLastPop)
 {
     CVxTestCanvas canvas;
@@ -92,43 +78,6 @@ TEST(CVxDCStacks, FontStackRestoresSizeAndKeepsFontAfterLastPop)
     dc.SelectOldFont();
     EXPECT_FALSE(dc.GetCurrentFont(current));
     EXPECT_EQ(canvas.painter().font().pointSize(), 20);
-}
-
-TEST(CVxDCStacks, FontResolutionSetsPixelSize)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SetFontResolution(600);
-    CVxFont font;
-    font.m_size = 12;
-    dc.SelectFont(font);
-    EXPECT_EQ(canvas.painter().font().pixelSize(), 100);
-}
-
-TEST(CVxDCStacks, ClearOldPensAndBrushesEmptiesWithoutSelecting)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penSolid, 1, 0x00FF00);
-    dc.SelectBrush(CVxDC::brushSolid, 0x00FF00);
-    dc.SelectFont(CVxFont());
-    dc.ClearOldPensAndBrushes();
-    EXPECT_EQ(dc.GetPenStackSize() + dc.GetBrushStackSize() + dc.GetFontStackSize(), 0);
-    EXPECT_EQ(canvas.painter().brush().color(), QColor(0, 255, 0));
-}
-
-TEST(CVxDCStacks, NullPenAndBrushAreNotNeeded)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penNull | CVxDC::penKeepWidth, 1, 0);
-    dc.SelectBrush(CVxDC::brushNull, 0);
-    EXPECT_FALSE(dc.IsPenNeeded());
-    EXPECT_FALSE(dc.IsBrushNeeded());
-    dc.SelectPen(CVxDC::penDash, 1, 0);
-    dc.SelectBrush(CVxDC::brushHatched, 0, CVxDC::hatchCross);
-    EXPECT_TRUE(dc.IsPenNeeded());
-    EXPECT_TRUE(dc.IsBrushNeeded());
 }
 
 TEST(CVxDCColours, PaleModeLightensBlackAndWhite)
@@ -164,18 +113,6 @@ TEST(CVxDCColours, GreyContextPaintsRedAsGrey)
     EXPECT_TRUE(VxColorNear(canvas.Pixel(30, 30), 0x555555, 1));
     EXPECT_TRUE(VxColorNear(canvas.Pixel(10, 30), 0x555555, 1));
     EXPECT_TRUE(VxColorNear(canvas.Pixel(70, 70), 0x555555, 1));
-}
-
-TEST(CVxDCColours, PaleContextPaintsBlackAsPaleGrey)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SetColorMode(CVxDC::colorModePale);
-    dc.SelectPen(CVxDC::penNull, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0x000000);
-    dc.Rectangle(10, 10, 50, 50);
-    canvas.Finish();
-    EXPECT_TRUE(VxColorNear(canvas.Pixel(30, 30), 0xA0A0A0, 1));
 }
 
 TEST(CVxDCAlpha, KeptAlphaReachesOpaqueSelections)
@@ -216,14 +153,6 @@ TEST(CVxDCHatch, SwitchedOffSolidFillSelectsNoBrushWhateverTheSecondColour)
     EXPECT_FALSE(dc.IsBrushNeeded());
     EXPECT_EQ(canvas.painter().brush().style(), Qt::NoBrush);
     EXPECT_EQ(dc.GetBkMode(), CVxDC::bkTransparent);
-}
-
-TEST(CVxDCHatch, HollowFillSelectsNoBrush)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SelectHatchBrush(0x00FF00, 1, 255, clrUndefined);
-    EXPECT_FALSE(dc.IsBrushNeeded());
 }
 
 TEST(CVxDCHatch, FillStylesMapToHatchesCappedAtDiagonalCross)
@@ -271,42 +200,6 @@ TEST(CVxDCHatch, SecondColourDrawsLinesOverTheFirst)
     EXPECT_EQ(blueRows + redRows, 56);
 }
 
-TEST(CVxDCHatch, SingleColourHatchLeavesTheGroundBetweenLines)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penNull, 1, 0);
-    dc.SelectHatchBrush(0x000000, 3, 255, clrUndefined);
-    dc.Rectangle(0, 0, 64, 64);
-    canvas.Finish();
-    // Vertical hatch: some columns black from top to bottom, the others white.
-    int blackColumns = 0;
-    int whiteColumns = 0;
-    for (int x = 4; x < 60; ++x) {
-        bool allBlack = true;
-        bool allWhite = true;
-        for (int y = 4; y < 60; ++y) {
-            allBlack = allBlack && canvas.Level(x, y) < 10;
-            allWhite = allWhite && canvas.IsWhite(x, y);
-        }
-        blackColumns += allBlack ? 1 : 0;
-        whiteColumns += allWhite ? 1 : 0;
-    }
-    EXPECT_GE(blackColumns, 5);
-    EXPECT_EQ(blackColumns + whiteColumns, 56);
-}
-
-TEST(CVxDCHatch, KeptAlphaReachesTheBackgroundOfATwoColourHatch)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SetKeepSameAlpha(true);
-    dc.SelectBrush(CVxDC::brushSolid, 0, 0, 90);
-    dc.SelectHatchBrush(0x0000FF, 4, 255, 0x00FF00);
-    EXPECT_EQ(canvas.painter().background().color().alpha(), 90);
-    EXPECT_EQ(canvas.painter().brush().color().alpha(), 90);
-}
-
 TEST(CVxDCPrinting, PenWidthKeepsItsPhysicalSizeUnlessAskedNotTo)
 {
     CVxTestCanvas canvas(50, 50, false, 600);
@@ -346,43 +239,6 @@ TEST(CVxDCPrinting, HatchBecomesATextureScaledToTheDevice)
     }
     EXPECT_GE(lineStarts, 5);
     EXPECT_LE(lineStarts, 8);
-}
-
-TEST(CVxDCPrinting, ResolutionWithoutDeviceIs96)
-{
-    QPainter painter;
-    CVxQtDC dc(&painter, false);
-    EXPECT_EQ(dc.GetDPI(), 96);
-}
-
-TEST(CVxDCMisc, LineStylesMapToPenStyles)
-{
-    EXPECT_EQ(CVxDC::PenStyleFromLineStyle(0), CVxDC::penSolid);
-    EXPECT_EQ(CVxDC::PenStyleFromLineStyle(1), CVxDC::penDot);
-    EXPECT_EQ(CVxDC::PenStyleFromLineStyle(2), CVxDC::penDashDot);
-    EXPECT_EQ(CVxDC::PenStyleFromLineStyle(7), CVxDC::penSolid);
-}
-
-TEST(CVxDCMisc, BackgroundModeIgnoresUnknownValues)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    EXPECT_EQ(dc.SetBkMode(CVxDC::bkOpaque), CVxDC::bkTransparent);
-    EXPECT_EQ(dc.SetBkMode(7), CVxDC::bkOpaque);
-    EXPECT_EQ(dc.GetBkMode(), CVxDC::bkOpaque);
-    EXPECT_EQ(dc.SetBkColor(0x102030), 0xFFFFFFu);
-    EXPECT_EQ(dc.SetBkColor(0x000000), 0x102030u);
-}
-
-TEST(CVxDCMisc, SmoothingAndInterpolationReturnTheirPreviousState)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    EXPECT_TRUE(dc.EnableSmoothing(false));
-    EXPECT_FALSE(canvas.painter().testRenderHint(QPainter::Antialiasing));
-    EXPECT_FALSE(dc.EnableSmoothing(true));
-    EXPECT_TRUE(dc.SetInterpolationQuality(false));
-    EXPECT_FALSE(dc.SetInterpolationQuality(true));
 }
 
 TEST(CVxDCMisc, NewContextDrawsOnItsOwnSurface)

@@ -9,45 +9,6 @@
 
 #include <gtest/gtest.h>
 
-TEST(CVxPicBuf, CreatesRowsOfOneThreeOrFourComponents)
-{
-    for (int components : {1, 3, 4}) {
-        CVxPicBuf picture(7, 5, components);
-        ASSERT_FALSE(picture.IsEmpty()) << components;
-        EXPECT_EQ(picture.GetWidth(), 7);
-        EXPECT_EQ(picture.GetHeight(), 5);
-        EXPECT_EQ(picture.GetComponents(), components);
-        EXPECT_GE(picture.GetBytesPerLine(), 7 * components);
-        EXPECT_EQ(picture.GetRow(0)[0], 0);
-        EXPECT_EQ(picture.GetRow(5), nullptr);
-        EXPECT_EQ(picture.GetRow(-1), nullptr);
-    }
-    CVxPicBuf twoComponents;
-    EXPECT_FALSE(twoComponents.Create(4, 4, 2));
-    EXPECT_FALSE(twoComponents.Create(0, 4, 3));
-    EXPECT_TRUE(twoComponents.IsEmpty());
-}
-
-TEST(CVxPicBuf, PixelsAreRedGreenBlueAlphaInTheRow)
-{
-    CVxPicBuf picture(3, 2, 4);
-    picture.SetPixel(1, 1, 0x332211, 200);
-    const unsigned char* row = picture.GetRow(1);
-    EXPECT_EQ(row[4], 0x11);
-    EXPECT_EQ(row[5], 0x22);
-    EXPECT_EQ(row[6], 0x33);
-    EXPECT_EQ(row[7], 200);
-    unsigned char alpha = 0;
-    EXPECT_EQ(picture.GetPixel(1, 1, &alpha), 0x332211u);
-    EXPECT_EQ(alpha, 200);
-    EXPECT_EQ(picture.GetPixel(3, 1, &alpha), 0u);
-    EXPECT_EQ(alpha, 0);
-
-    CVxPicBuf grey(2, 2, 1);
-    grey.SetPixel(0, 0, 0x0000FF);
-    EXPECT_EQ(grey.GetPixel(0, 0), 0x555555u);
-}
-
 TEST(CVxPicBuf, SizedCopiesAreKeptUntilThePixelsChange)
 {
     CVxPicBuf picture(40, 20, 3);
@@ -66,37 +27,6 @@ TEST(CVxPicBuf, SizedCopiesAreKeptUntilThePixelsChange)
 
     picture.Fill(0xFF0000);
     EXPECT_EQ(picture.CacheForSize(10, 5, true)->GetPixel(5, 2), 0xFF0000u);
-}
-
-TEST(CVxPicBuf, SizedCopiesOfManySizesStayUsable)
-{
-    CVxPicBuf picture(64, 64, 4);
-    picture.Fill(0x00FF00, 255);
-    for (int size = 8; size < 40; ++size) {
-        CVxPicBuf* copy = picture.CacheForSize(size, size, size % 2 == 0);
-        ASSERT_EQ(copy->GetWidth(), size);
-        EXPECT_EQ(copy->GetPixel(size / 2, size / 2), 0x00FF00u);
-    }
-}
-
-TEST(CVxPicBuf, GreyCopyTakesTheMeanAndKeepsAlpha)
-{
-    CVxPicBuf picture(2, 1, 4);
-    picture.SetPixel(0, 0, 0x0000FF, 100);
-    picture.SetPixel(1, 0, 0x303030, 255);
-    CVxPicBuf* grey = picture.CacheGrey();
-    ASSERT_NE(grey, &picture);
-    unsigned char alpha = 0;
-    EXPECT_EQ(grey->GetPixel(0, 0, &alpha), 0x555555u);
-    EXPECT_EQ(alpha, 100);
-    EXPECT_EQ(picture.CacheGrey(), grey);
-
-    CVxPicBuf rgb(1, 1, 3);
-    rgb.SetPixel(0, 0, 0x00FF00);
-    EXPECT_EQ(rgb.CacheGrey()->GetComponents(), 1);
-    EXPECT_EQ(rgb.CacheGrey()->GetPixel(0, 0), 0x555555u);
-    CVxPicBuf alreadyGrey(1, 1, 1);
-    EXPECT_EQ(alreadyGrey.CacheGrey(), &alreadyGrey);
 }
 
 TEST(CVxPicBuf, ViewSharesThePixelsOfItsPart)
@@ -121,17 +51,6 @@ TEST(CVxPicBuf, ViewSharesThePixelsOfItsPart)
     EXPECT_EQ(clipped->GetWidth(), 2);
     clipped->Release();
     EXPECT_EQ(source.CreateView(10, 0, 3, 3), nullptr);
-}
-
-TEST(CVxPicBuf, ReferencesCountFromOne)
-{
-    auto* picture = new CVxPicBuf(2, 2, 3);
-    EXPECT_EQ(picture->GetRefCount(), 1);
-    picture->AddRef();
-    EXPECT_EQ(picture->GetRefCount(), 2);
-    picture->Release();
-    EXPECT_EQ(picture->GetRefCount(), 1);
-    picture->Release();
 }
 
 TEST(CVxPicBuf, FilesRoundTripWithTheirComponents)
@@ -229,35 +148,4 @@ TEST_F(CVxPictureLoadCacheTest, PictureDrawnInAPassStaysUntilAPassWithoutIt)
     CVxPictureLoadCache::ResetDrawnFlags();
     CVxPictureLoadCache::RemovePicturesNotDrawn();
     EXPECT_FALSE(CVxPictureLoadCache::IsLoaded(m_path));
-}
-
-TEST_F(CVxPictureLoadCacheTest, KeptPictureMarkedAsDrawnSurvivesThePass)
-{
-    CVxPicBuf* picture = CVxPictureLoadCache::GetPicture(m_path);
-    ASSERT_NE(picture, nullptr);
-    picture->AddRef();
-    CVxPictureLoadCache::ReleasePicture(picture);
-    CVxPictureLoadCache::ResetDrawnFlags();
-    CVxPictureLoadCache::MarkDrawn(picture);
-    picture->Release();
-    CVxPictureLoadCache::RemovePicturesNotDrawn();
-    EXPECT_TRUE(CVxPictureLoadCache::IsLoaded(m_path));
-}
-
-TEST_F(CVxPictureLoadCacheTest, UnreadableFileGivesNull)
-{
-    EXPECT_EQ(CVxPictureLoadCache::GetPicture(VxTestTempFolder() + L"missing.png"), nullptr);
-    EXPECT_EQ(CVxPictureLoadCache::GetPicture(L""), nullptr);
-    EXPECT_EQ(CVxPictureLoadCache::GetCount(), 0);
-}
-
-TEST_F(CVxPictureLoadCacheTest, ClearLeavesHeldPicturesAlive)
-{
-    CVxPicBuf* picture = CVxPictureLoadCache::GetPicture(m_path);
-    ASSERT_NE(picture, nullptr);
-    CVxPictureLoadCache::Clear();
-    EXPECT_EQ(CVxPictureLoadCache::GetCount(), 0);
-    EXPECT_EQ(picture->GetRefCount(), 1);
-    EXPECT_EQ(picture->GetPixel(0, 0), 0x00FF00u);
-    CVxPictureLoadCache::ReleasePicture(picture);
 }

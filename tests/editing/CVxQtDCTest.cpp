@@ -56,54 +56,6 @@ TEST(CVxQtDCShapes, LinesFallOnPixelCentres)
     EXPECT_TRUE(canvas.IsWhite(21, 25));
 }
 
-TEST(CVxQtDCShapes, EllipseStaysInsideItsRectangle)
-{
-    CVxTestCanvas canvas(60, 60);
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penSolid, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0);
-    dc.Ellipse(10, 20, 51, 41);
-    canvas.Finish();
-    const VxRECT ink = canvas.InkBounds();
-    EXPECT_EQ(ink.left, 10);
-    EXPECT_EQ(ink.top, 20);
-    EXPECT_EQ(ink.right, 51);
-    EXPECT_EQ(ink.bottom, 41);
-    EXPECT_TRUE(canvas.IsInk(30, 30));
-    EXPECT_TRUE(canvas.IsWhite(11, 21));
-}
-
-TEST(CVxQtDCShapes, PolygonFillsAndPolylineOnlyStrokes)
-{
-    CVxTestCanvas canvas(100, 50);
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penSolid, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0x0000FF);
-    const VxPOINT left[3] = {{5, 5}, {45, 5}, {25, 45}};
-    const VxPOINT right[3] = {{55, 5}, {95, 5}, {75, 45}};
-    dc.Polygon(left, 3);
-    dc.Polyline(right, 3);
-    canvas.Finish();
-    EXPECT_EQ(canvas.Pixel(25, 15), 0x0000FFu);
-    EXPECT_TRUE(canvas.IsWhite(75, 15));
-    EXPECT_EQ(canvas.Pixel(75, 5), 0u);
-    // The polyline is not closed: nothing along the top-left to bottom line.
-    EXPECT_TRUE(canvas.IsWhite(60, 15));
-}
-
-TEST(CVxQtDCShapes, PieFillsTheClockwiseQuarter)
-{
-    CVxTestCanvas canvas(100, 100);
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penNull, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0);
-    dc.Pie(10, 10, 91, 91, 0, 0, 0, 0, 0.0f, 90.0f);
-    canvas.Finish();
-    EXPECT_TRUE(canvas.IsInk(65, 65));
-    EXPECT_TRUE(canvas.IsWhite(65, 35));
-    EXPECT_TRUE(canvas.IsWhite(35, 65));
-}
-
 TEST(CVxQtDCShapes, ArcRunsClockwiseOutsideAPathAndCounterClockwiseInside)
 {
     CVxTestCanvas outside(100, 100);
@@ -124,29 +76,6 @@ TEST(CVxQtDCShapes, ArcRunsClockwiseOutsideAPathAndCounterClockwiseInside)
     inside.Finish();
     EXPECT_TRUE(inside.IsInk(71, 29));
     EXPECT_TRUE(inside.IsWhite(71, 71));
-}
-
-TEST(CVxQtDCShapes, RoundRectRoundsItsCorners)
-{
-    CVxTestCanvas canvas(60, 60);
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penSolid, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0);
-    dc.RoundRect(10, 10, 51, 51, 10);
-    canvas.Finish();
-    EXPECT_TRUE(canvas.IsWhite(10, 10));
-    EXPECT_TRUE(canvas.IsInk(30, 10));
-    EXPECT_TRUE(canvas.IsInk(30, 30));
-}
-
-TEST(CVxQtDCShapes, SetPixelSetsOnePixel)
-{
-    CVxTestCanvas canvas(10, 10);
-    canvas.dc().SetPixelV(3, 4, 0x00FF00);
-    canvas.Finish();
-    EXPECT_EQ(canvas.Pixel(3, 4), 0x00FF00u);
-    EXPECT_TRUE(canvas.IsWhite(4, 4));
-    EXPECT_TRUE(canvas.IsWhite(3, 5));
 }
 
 TEST(CVxQtDCPaths, NothingIsPaintedUntilTheStrokeAndFill)
@@ -173,31 +102,6 @@ TEST(CVxQtDCPaths, NothingIsPaintedUntilTheStrokeAndFill)
     EXPECT_TRUE(canvas.IsWhite(5, 30));
 }
 
-TEST(CVxQtDCPaths, StrokeAndFillWithoutAPathDoesNothing)
-{
-    CVxTestCanvas canvas(20, 20);
-    canvas.dc().SelectBrush(CVxDC::brushSolid, 0);
-    canvas.dc().StrokeAndFillPath();
-    canvas.Finish();
-    EXPECT_TRUE(canvas.IsAllWhite());
-}
-
-TEST(CVxQtDCPaths, BeginPathReplacesAnOpenPath)
-{
-    CVxTestCanvas canvas(60, 60);
-    CVxDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penNull, 1, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0);
-    dc.BeginPath();
-    dc.Rectangle(0, 0, 30, 30);
-    dc.BeginPath();
-    dc.Rectangle(30, 30, 60, 60);
-    dc.StrokeAndFillPath();
-    canvas.Finish();
-    EXPECT_TRUE(canvas.IsWhite(15, 15));
-    EXPECT_TRUE(canvas.IsInk(45, 45));
-}
-
 TEST(CVxQtDCPaths, PolyBezierOutsideAPathIsStrokedNotFilled)
 {
     CVxTestCanvas canvas(60, 60);
@@ -212,22 +116,6 @@ TEST(CVxQtDCPaths, PolyBezierOutsideAPathIsStrokedNotFilled)
     EXPECT_TRUE(canvas.IsInk(10, 30));
     EXPECT_TRUE(canvas.IsWhite(30, 30));
     EXPECT_TRUE(canvas.IsWhite(5, 55));
-}
-
-TEST(CVxQtDCPaths, PolyBezierToContinuesFromTheCurrentPosition)
-{
-    CVxTestCanvas canvas(60, 60);
-    CVxQtDC& dc = canvas.dc();
-    dc.SelectPen(CVxDC::penSolid, 1, 0);
-    dc.MoveTo(10, 50);
-    const VxPOINT curve[3] = {{10, 10}, {50, 10}, {50, 50}};
-    dc.PolyBezierTo(curve, 3);
-    EXPECT_EQ(dc.GetCurrentPosition().x, 50);
-    EXPECT_EQ(dc.GetCurrentPosition().y, 50);
-    canvas.Finish();
-    // The curve's top lies at y = 20 halfway.
-    EXPECT_TRUE(canvas.IsInk(30, 20));
-    EXPECT_TRUE(canvas.IsWhite(30, 30));
 }
 
 TEST(CVxQtDCClip, ClipRectKeepsPaintInsideUntilCleared)
@@ -303,18 +191,6 @@ TEST(CVxQtDCBrushes, ShrunkTextureKeepsItsSizeOnScreen)
     EXPECT_EQ(canvas.painter().brush().textureImage().width(), 11);
 }
 
-TEST(CVxQtDCBrushes, GreyContextGreysTheTexture)
-{
-    CVxPicBuf picture(4, 4, 3);
-    picture.Fill(0x0000FF);
-    CVxTestCanvas canvas(20, 20, true);
-    canvas.dc().SelectPen(CVxDC::penNull, 1, 0);
-    canvas.dc().SelectTextureBrush(1.0, 0.0, 0, 0, &picture);
-    canvas.dc().Rectangle(0, 0, 21, 21);
-    canvas.Finish();
-    EXPECT_TRUE(VxColorNear(canvas.Pixel(10, 10), 0x555555, 1));
-}
-
 TEST(CVxQtDCText, DrawTextKeepsToTheHalvesItIsAlignedTo)
 {
     const CVxStringW text = L"Kitchen";
@@ -349,20 +225,6 @@ TEST(CVxQtDCText, DrawTextKeepsToTheHalvesItIsAlignedTo)
         EXPECT_LE(ink.right, 239);
         EXPECT_LE(ink.bottom, 79);
     }
-}
-
-TEST(CVxQtDCText, CentredTextStandsInTheMiddle)
-{
-    CVxTestCanvas canvas(242, 82);
-    CVxFont font;
-    font.m_size = 12;
-    canvas.dc().SelectFont(font);
-    VxRECT rect = VxRectMake(0, 0, 242, 82);
-    canvas.dc().DrawText(L"Bedroom", rect, CVxDC::dtCenter | CVxDC::dtVCenter | CVxDC::dtSingleLine, 0);
-    canvas.Finish();
-    const VxRECT ink = canvas.InkBounds();
-    EXPECT_NEAR((ink.left + ink.right) / 2.0, 120, 4);
-    EXPECT_NEAR((ink.top + ink.bottom) / 2.0, 40, 6);
 }
 
 TEST(CVxQtDCText, MeasuringPaintsNothingAndGivesTheNeededRectangle)
@@ -447,34 +309,6 @@ TEST(CVxQtDCText, RotatedFontTurnsTheText)
     EXPECT_LE(ink.right, 82);
 }
 
-TEST(CVxQtDCText, TextColourGoesThroughTheColourMode)
-{
-    CVxTestCanvas canvas(120, 60, true);
-    CVxFont font;
-    font.m_size = 20;
-    font.m_bold = true;
-    canvas.dc().SelectFont(font);
-    canvas.dc().TextOut(L"WWW", 10, 40, CVxDC::taBaseline, 0x0000FF);
-    canvas.Finish();
-    int coloured = 0;
-    int ink = 0;
-    for (int y = 0; y < 60; ++y) {
-        for (int x = 0; x < 120; ++x) {
-            const unsigned c = canvas.Pixel(x, y);
-            if (c == 0xFFFFFF)
-                continue;
-            ++ink;
-            const int r = static_cast<int>(VX_GetRValue(c));
-            const int g = static_cast<int>(VX_GetGValue(c));
-            const int b = static_cast<int>(VX_GetBValue(c));
-            if (std::abs(r - g) > 2 || std::abs(g - b) > 2)
-                ++coloured;
-        }
-    }
-    EXPECT_GT(ink, 50);
-    EXPECT_EQ(coloured, 0);
-}
-
 class CVxQtDCPictures : public ::testing::Test
 {
 protected:
@@ -490,17 +324,6 @@ protected:
     CVxPicBuf m_picture;
 };
 
-TEST_F(CVxQtDCPictures, UprightPictureFillsItsRectangle)
-{
-    CVxTestCanvas canvas(100, 100);
-    canvas.dc().DrawPicture(50, 50, 20, 10, 0.0, &m_picture, false);
-    canvas.Finish();
-    EXPECT_EQ(canvas.Pixel(55, 55), 0x0000FFu);
-    EXPECT_EQ(canvas.Pixel(65, 55), 0xFF0000u);
-    EXPECT_TRUE(canvas.IsWhite(45, 55));
-    EXPECT_TRUE(canvas.IsWhite(55, 61));
-}
-
 TEST_F(CVxQtDCPictures, RotatedPictureTurnsAboutItsTopLeftCorner)
 {
     // 450 degrees is a quarter turn clockwise: the picture hangs down to the
@@ -514,24 +337,6 @@ TEST_F(CVxQtDCPictures, RotatedPictureTurnsAboutItsTopLeftCorner)
         EXPECT_TRUE(canvas.IsWhite(55, 55)) << "angle " << angle;
         EXPECT_TRUE(canvas.IsWhite(45, 45)) << "angle " << angle;
     }
-}
-
-TEST_F(CVxQtDCPictures, NothingForAMissingPictureOrAnEmptySize)
-{
-    CVxTestCanvas canvas(40, 40);
-    canvas.dc().DrawPicture(0, 0, 20, 20, 0.0, nullptr, true);
-    canvas.dc().DrawPicture(0, 0, 0, 20, 0.0, &m_picture, true);
-    canvas.dc().DrawPicture(0, 0, 20, -1, 0.0, &m_picture, true);
-    canvas.Finish();
-    EXPECT_TRUE(canvas.IsAllWhite());
-}
-
-TEST_F(CVxQtDCPictures, SmoothHintLastsForOneCall)
-{
-    CVxTestCanvas canvas(40, 40);
-    canvas.dc().SetInterpolationQuality(false);
-    canvas.dc().DrawPicture(0, 0, 10, 5, 0.0, &m_picture, true);
-    EXPECT_FALSE(canvas.painter().testRenderHint(QPainter::SmoothPixmapTransform));
 }
 
 TEST_F(CVxQtDCPictures, GreyContextGreysThePicture)

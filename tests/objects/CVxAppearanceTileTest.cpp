@@ -1,5 +1,7 @@
 #include "CVxAppearance.h"
 #include "CVxAppearanceTileGenCache.h"
+#include "CVxPicBuf.h"
+#include "CVxPictureLoadCache.h"
 #include "VxTestEnv.h"
 
 #include <QFile>
@@ -9,14 +11,40 @@
 
 namespace {
 
+// The picture cache keeps what it read until a drawing pass ends; a test
+// that reads pictures ends as such a pass would.
+class CPictureCacheScope
+{
+public:
+    CPictureCacheScope() = default;
+    CPictureCacheScope(const CPictureCacheScope&) = delete;
+    CPictureCacheScope& operator=(const CPictureCacheScope&) = delete;
+    ~CPictureCacheScope() { CVxPictureLoadCache::Clear(); }
+};
+
 const unsigned red = VX_RGB(220, 30, 30);
 const unsigned blue = VX_RGB(30, 30, 220);
 const unsigned grey = VX_RGB(128, 128, 128);
 
-QRgb Rgb(unsigned colour)
+// A generated picture, read pixel by pixel as colour words.
+class CTile
 {
-    return qRgb(int(VX_GetRValue(colour)), int(VX_GetGValue(colour)), int(VX_GetBValue(colour)));
-}
+public:
+    explicit CTile(CVxPicBuf* picture) : m_picture(picture) {}
+    ~CTile()
+    {
+        if (m_picture)
+            m_picture->Release();
+    }
+    CTile(const CTile&) = delete;
+    CTile& operator=(const CTile&) = delete;
+    int width() const { return m_picture ? m_picture->GetWidth() : 0; }
+    int height() const { return m_picture ? m_picture->GetHeight() : 0; }
+    unsigned pixel(int x, int y) const { return m_picture->GetPixel(x, y); }
+
+private:
+    CVxPicBuf* m_picture;
+};
 
 CVxAppearance Tiled(int pattern, double sizeX, double sizeY, double joint)
 {
@@ -30,12 +58,9 @@ CVxAppearance Tiled(int pattern, double sizeX, double sizeY, double joint)
     return app;
 }
 
-QImage Generate(CVxAppearance app)
+CVxPicBuf* Generate(const CVxAppearance& app)
 {
-    bool release = true;
-    QImage picture = CVxAppearance::GetTilePicture(&app, release, true);
-    EXPECT_FALSE(release);
-    return picture;
+    return app.GenerateTilePicture();
 }
 
 } // namespace
@@ -44,22 +69,22 @@ QImage Generate(CVxAppearance app)
 // the joint 13 pixels along its right and bottom edges.
 TEST(AppearanceTile, StackBondHasJointsAtTheTileEdges)
 {
-    const QImage picture = Generate(Tiled(0, 30, 30, 3));
+    const CTile picture(Generate(Tiled(0, 30, 30, 3)));
     ASSERT_EQ(128, picture.width());
     ASSERT_EQ(128, picture.height());
-    EXPECT_EQ(Rgb(red), picture.pixel(60, 60));
-    EXPECT_EQ(Rgb(red), picture.pixel(0, 0));
-    EXPECT_EQ(Rgb(red), picture.pixel(114, 114));
-    EXPECT_EQ(Rgb(grey), picture.pixel(115, 60));
-    EXPECT_EQ(Rgb(grey), picture.pixel(127, 10));
-    EXPECT_EQ(Rgb(grey), picture.pixel(60, 115));
-    EXPECT_EQ(Rgb(grey), picture.pixel(10, 127));
-    EXPECT_EQ(Rgb(grey), picture.pixel(127, 127));
+    EXPECT_EQ(red, picture.pixel(60, 60));
+    EXPECT_EQ(red, picture.pixel(0, 0));
+    EXPECT_EQ(red, picture.pixel(114, 114));
+    EXPECT_EQ(grey, picture.pixel(115, 60));
+    EXPECT_EQ(grey, picture.pixel(127, 10));
+    EXPECT_EQ(grey, picture.pixel(60, 115));
+    EXPECT_EQ(grey, picture.pixel(10, 127));
+    EXPECT_EQ(grey, picture.pixel(127, 127));
 }
 
 TEST(AppearanceTile, RectangularTilesKeepTheirShape)
 {
-    const QImage picture = Generate(Tiled(0, 20, 10, 0));
+    const CTile picture(Generate(Tiled(0, 20, 10, 0)));
     EXPECT_EQ(128, picture.width());
     EXPECT_EQ(64, picture.height());
 }
@@ -69,91 +94,139 @@ TEST(AppearanceTile, RectangularTilesKeepTheirShape)
 // half a brick.
 TEST(AppearanceTile, RunningBondShiftsEveryOtherCourse)
 {
-    const QImage picture = Generate(Tiled(1, 40, 20, 2));
+    const CTile picture(Generate(Tiled(1, 40, 20, 2)));
     ASSERT_EQ(256, picture.width());
     ASSERT_EQ(128, picture.height());
     // First course: head joints at the end of each brick.
-    EXPECT_EQ(Rgb(grey), picture.pixel(125, 30));
-    EXPECT_EQ(Rgb(grey), picture.pixel(253, 30));
-    EXPECT_EQ(Rgb(red), picture.pixel(60, 30));
-    EXPECT_EQ(Rgb(red), picture.pixel(188, 30));
+    EXPECT_EQ(grey, picture.pixel(125, 30));
+    EXPECT_EQ(grey, picture.pixel(253, 30));
+    EXPECT_EQ(red, picture.pixel(60, 30));
+    EXPECT_EQ(red, picture.pixel(188, 30));
     // Bed joint below each course.
-    EXPECT_EQ(Rgb(grey), picture.pixel(60, 61));
-    EXPECT_EQ(Rgb(grey), picture.pixel(60, 127));
+    EXPECT_EQ(grey, picture.pixel(60, 61));
+    EXPECT_EQ(grey, picture.pixel(60, 127));
     // Second course: head joints half a brick further.
-    EXPECT_EQ(Rgb(grey), picture.pixel(60, 90));
-    EXPECT_EQ(Rgb(grey), picture.pixel(188, 90));
-    EXPECT_EQ(Rgb(red), picture.pixel(125, 90));
-    EXPECT_EQ(Rgb(red), picture.pixel(253, 90));
+    EXPECT_EQ(grey, picture.pixel(60, 90));
+    EXPECT_EQ(grey, picture.pixel(188, 90));
+    EXPECT_EQ(red, picture.pixel(125, 90));
+    EXPECT_EQ(red, picture.pixel(253, 90));
 }
 
 TEST(AppearanceTile, ChequerAlternatesMainAndBlend)
 {
     CVxAppearance app = Tiled(2, 10, 10, 0);
     app.blend.color = blue;
-    const QImage picture = Generate(app);
+    const CTile picture(Generate(app));
     ASSERT_EQ(256, picture.width());
-    EXPECT_EQ(Rgb(red), picture.pixel(10, 10));
-    EXPECT_EQ(Rgb(blue), picture.pixel(138, 10));
-    EXPECT_EQ(Rgb(blue), picture.pixel(10, 138));
-    EXPECT_EQ(Rgb(red), picture.pixel(138, 138));
+    EXPECT_EQ(red, picture.pixel(10, 10));
+    EXPECT_EQ(blue, picture.pixel(138, 10));
+    EXPECT_EQ(blue, picture.pixel(10, 138));
+    EXPECT_EQ(red, picture.pixel(138, 138));
 }
 
 TEST(AppearanceTile, SwitchedOffJointColourDrawsNoJoints)
 {
     CVxAppearance app = Tiled(0, 30, 30, 3);
     app.jointColor = VX_ColorSwitchOff(grey);
-    const QImage picture = Generate(app);
-    EXPECT_EQ(Rgb(red), picture.pixel(127, 127));
-    EXPECT_EQ(Rgb(red), picture.pixel(120, 60));
+    const CTile picture(Generate(app));
+    EXPECT_EQ(red, picture.pixel(127, 127));
+    EXPECT_EQ(red, picture.pixel(120, 60));
 }
 
 TEST(AppearanceTile, HugeJointsLeaveHalfATile)
 {
-    const QImage picture = Generate(Tiled(0, 10, 10, 1e300));
+    const CTile picture(Generate(Tiled(0, 10, 10, 1e300)));
     ASSERT_EQ(128, picture.width());
-    EXPECT_EQ(Rgb(red), picture.pixel(63, 63));
-    EXPECT_EQ(Rgb(grey), picture.pixel(64, 64));
+    EXPECT_EQ(red, picture.pixel(63, 63));
+    EXPECT_EQ(grey, picture.pixel(64, 64));
 }
 
 TEST(AppearanceTile, TextureFillsEachTileFace)
 {
+    const CPictureCacheScope pictures;
     const CVxStringW path = VxTestTempFolder() + L"green.png";
     QImage texture(8, 8, QImage::Format_RGB32);
     texture.fill(qRgb(10, 200, 10));
     ASSERT_TRUE(texture.save(path.ToQString()));
     CVxAppearance app = Tiled(0, 30, 30, 3);
     app.main.texture = path;
-    const QImage picture = Generate(app);
-    EXPECT_EQ(qRgb(10, 200, 10), picture.pixel(60, 60));
-    EXPECT_EQ(Rgb(grey), picture.pixel(127, 60));
+    const CTile picture(Generate(app));
+    EXPECT_EQ(VX_RGB(10, 200, 10), picture.pixel(60, 60));
+    EXPECT_EQ(grey, picture.pixel(127, 60));
 }
 
 TEST(AppearanceTile, StretchedSurfaceGivesItsTexture)
 {
+    const CPictureCacheScope pictures;
     CVxAppearance app(red);
     bool release = true;
-    EXPECT_TRUE(CVxAppearance::GetTilePicture(&app, release, false).isNull());
-    EXPECT_TRUE(CVxAppearance::GetTilePicture(nullptr, release, false).isNull());
+    EXPECT_EQ(nullptr, CVxAppearance::GetTilePicture(&app, release, false));
+    EXPECT_FALSE(release);
+    EXPECT_EQ(nullptr, CVxAppearance::GetTilePicture(nullptr, release, false));
+
+    const CVxStringW path = VxTestTempFolder() + L"stretched.png";
+    QImage texture(8, 4, QImage::Format_RGB32);
+    texture.fill(qRgb(10, 20, 30));
+    ASSERT_TRUE(texture.save(path.ToQString()));
+    app.main.texture = path;
+    CVxPicBuf* picture = CVxAppearance::GetTilePicture(&app, release, false);
+    ASSERT_NE(nullptr, picture);
+    EXPECT_TRUE(release);
+    EXPECT_EQ(8, picture->GetWidth());
+    EXPECT_EQ(VX_RGB(10, 20, 30), picture->GetPixel(1, 1));
+    CVxPictureLoadCache::ReleasePicture(picture);
 }
 
 TEST(AppearanceTile, PictureIsCachedAndSharedByCopies)
 {
     CVxAppearance app = Tiled(0, 30, 30, 3);
     EXPECT_FALSE(app.HasTileCacheImage());
-    bool release = false;
-    const QImage first = CVxAppearance::GetTilePicture(&app, release, false);
-    ASSERT_TRUE(app.HasTileCacheImage());
-    CVxAppearance copy = app;
-    EXPECT_TRUE(copy.HasTileCacheImage());
-    EXPECT_EQ(first.cacheKey(), CVxAppearance::GetTilePicture(&copy, release, false).cacheKey());
+    bool release = true;
+    CVxPicBuf* first = CVxAppearance::GetTilePicture(&app, release, false);
+    ASSERT_NE(nullptr, first);
+    EXPECT_FALSE(release);
+    EXPECT_EQ(first, app.GetTileCacheImage());
+    EXPECT_EQ(1, first->GetRefCount());
+    EXPECT_EQ(first, CVxAppearance::GetTilePicture(&app, release, false));
+    {
+        CVxAppearance copy = app;
+        EXPECT_EQ(first, copy.GetTileCacheImage());
+        EXPECT_EQ(2, first->GetRefCount());
+        CVxAppearance assigned;
+        assigned = copy;
+        EXPECT_EQ(3, first->GetRefCount());
+        const CVxAppearance& same = assigned;
+        assigned = same;
+        EXPECT_EQ(3, first->GetRefCount());
+        // Changing the size makes the old picture wrong.
+        copy.Scale(2, 2);
+        EXPECT_FALSE(copy.HasTileCacheImage());
+        EXPECT_EQ(2, first->GetRefCount());
+    }
+    EXPECT_EQ(1, first->GetRefCount());
 
-    app.ClearTileCacheImage(true);
+    CVxPicBuf* regenerated = CVxAppearance::GetTilePicture(&app, release, true);
+    EXPECT_NE(nullptr, regenerated);
+    EXPECT_EQ(regenerated, app.GetTileCacheImage());
+
+    // Without release the caller takes over the reference.
+    app.ClearTileCacheImage(false);
     EXPECT_FALSE(app.HasTileCacheImage());
-    EXPECT_TRUE(copy.HasTileCacheImage());
-    // Changing the size makes the old picture wrong.
-    copy.Scale(2, 2);
-    EXPECT_FALSE(copy.HasTileCacheImage());
+    EXPECT_EQ(1, regenerated->GetRefCount());
+    regenerated->Release();
+}
+
+TEST(AppearanceTile, SavedPictureIsShared)
+{
+    CVxAppearance app = Tiled(0, 30, 30, 3);
+    auto* picture = new CVxPicBuf(4, 4, 3);
+    app.SaveAsTileCacheImage(picture);
+    EXPECT_EQ(2, picture->GetRefCount());
+    bool release = true;
+    EXPECT_EQ(picture, CVxAppearance::GetTilePicture(&app, release, false));
+    app.ClearTileCacheImage(true);
+    EXPECT_EQ(1, picture->GetRefCount());
+    picture->Release();
 }
 
 TEST(AppearanceTile, RegisteredFileStandsForTheGeneratedTile)
@@ -175,11 +248,13 @@ TEST(AppearanceTile, RegisteredFileStandsForTheGeneratedTile)
     other.jointColor = blue;
     EXPECT_TRUE(cache.GetCacheFile(other).IsEmpty());
 
-    bool release = false;
-    const QImage picture = CVxAppearance::GetTilePicture(&app, release, false);
-    EXPECT_EQ(16, picture.width());
-    EXPECT_EQ(qRgb(1, 2, 3), picture.pixel(5, 5));
-    EXPECT_EQ(128, CVxAppearance::GetTilePicture(&app, release, true).width());
+    bool release = true;
+    CVxPicBuf* picture = CVxAppearance::GetTilePicture(&app, release, false);
+    ASSERT_NE(nullptr, picture);
+    EXPECT_FALSE(release);
+    EXPECT_EQ(16, picture->GetWidth());
+    EXPECT_EQ(VX_RGB(1, 2, 3), picture->GetPixel(5, 5));
+    EXPECT_EQ(128, CVxAppearance::GetTilePicture(&app, release, true)->GetWidth());
 
     cache.DeleteCacheFiles();
     EXPECT_EQ(0, cache.GetCount());
