@@ -1,5 +1,6 @@
 #include "CVxAppCore.h"
 
+#include "CVxColorSwatchLibrary.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
 #include "CVxUnits.h"
@@ -25,6 +26,9 @@ void CVxAppCore::SetAppFolder(const CVxStringW& folder)
     m_appFolder = folder;
     if (!m_appFolder.IsEmpty() && !m_appFolder.EndsWith(CVxStringW(L"/")))
         m_appFolder += L'/';
+    // The colour catalogues lie beside the program; the colour dialog reads
+    // them when it first opens.
+    VX_GetColorSwatchLibrary()->SetDataFolder(m_appFolder);
 }
 
 void CVxAppCore::SetAppExiting()

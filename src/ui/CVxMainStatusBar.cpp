@@ -1,6 +1,7 @@
 #include "CVxMainStatusBar.h"
 
 #include "CVxAppCore.h"
+#include "CVxFloor.h"
 #include "CVxLocalize.h"
 #include "CVxUnits.h"
 #include "VxNumbers.h"
@@ -38,8 +39,8 @@ CVxStringW CVxMainStatusBar::GetLeftText() const
 
 CVxStringW CVxMainStatusBar::GetRightText() const
 {
-    const CVxAppCore* core = VX_GetCore();
-    const CVxProject& project = core->GetProject();
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
     const CVxStringW separator = L" -- ";
     const CVxStringW unit = CVxUnits::GetUnitText(project.m_unit);
 
@@ -58,11 +59,21 @@ CVxStringW CVxMainStatusBar::GetRightText() const
         text += separator;
         text += CVxStringW().sprintf(L"Floor %d", project.m_currentFloor + 1);
     }
-    if (m_hasMouse) {
+    const CVxFloor* floor = project.GetFloor();
+    const int layers = floor->m_layers.GetLayerCount();
+    if (layers > 1) {
         text += separator;
-        text += VX_DblFormat(m_mouseX, VX_DF_FEET_GLYPHS, true);
+        text += CVxStringW().sprintf(L"%d layers", layers);
+    }
+    if (m_hasMouse) {
+        // Positions read relative to the selected local origin, if any.
+        double x = m_mouseX;
+        double y = m_mouseY;
+        floor->m_localCoords.SubtractFrom(x, y);
+        text += separator;
+        text += VX_DblFormat(x, VX_DF_FEET_GLYPHS, true);
         text += L", ";
-        text += VX_DblFormat(m_mouseY, VX_DF_FEET_GLYPHS, true);
+        text += VX_DblFormat(y, VX_DF_FEET_GLYPHS, true);
     }
     return text;
 }

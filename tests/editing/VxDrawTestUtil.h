@@ -110,7 +110,7 @@ inline ::testing::AssertionResult VxColorNear(unsigned actual, unsigned expected
         near(VX_GetBValue(actual), VX_GetBValue(expected)))
         return ::testing::AssertionSuccess();
     return ::testing::AssertionFailure()
-           << "colour " << VxColorText(actual) << " is not near " << VxColorText(expected);
+           << std::hex << "colour 0x" << actual << " is not near 0x" << expected;
 }
 
 // Turns the printing flag on for one scope.
