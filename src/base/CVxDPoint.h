@@ -31,7 +31,8 @@ public:
     CVxDPoint& operator/=(double divisor);
 
     // Device pixels, each axis rounded half away from zero. The pointer is to
-    // a scratch member that the next conversion overwrites.
+    // a scratch member that the next conversion overwrites and that dies with
+    // this value, so never convert a temporary.
     operator VxPOINT*() const;
 
     void Set(double px, double py)

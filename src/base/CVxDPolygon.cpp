@@ -396,7 +396,6 @@ bool CVxDPolygon::PtInPolygon(const CVxDPoint& point) const
         return false;
     const CVxDPoint far(bounds.right + 50, point.y);
     int crossings = 0;
-    double last = -1;
     int control = 0;
     CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < n; ++i) {
@@ -408,17 +407,20 @@ bool CVxDPolygon::PtInPolygon(const CVxDPoint& point) const
             double u = 0;
             if (DblFindInter(&point, &far, &prev, &q, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
                 u - 1 < EPS) {
-                // A ray through the vertex shared by two chords hits both;
-                // it counts once.
-                if (std::fabs(last - 1) < EPS && std::fabs(u) < EPS) {
-                    last = u;
-                } else if (std::fabs(last) < EPS) {
-                    last = u;
-                    if (!(std::fabs(u - 1) < EPS))
+                // A ray through the vertex shared by two chords hits both.
+                // Of the two, only the chord that leaves the vertex towards
+                // larger y counts: so a ray through a vertex where the
+                // outline crosses it counts once, and a ray that only
+                // touches a corner (or runs along a flat edge that the
+                // outline leaves the way it came) counts twice or not at all.
+                const bool atStart = std::fabs(u) < EPS;
+                const bool atEnd = std::fabs(u - 1) < EPS;
+                if (atStart || atEnd) {
+                    const CVxDPoint& other = atStart ? q : prev;
+                    if (other.y > point.y)
                         ++crossings;
                 } else {
                     ++crossings;
-                    last = u;
                 }
             }
             prev = q;

@@ -94,7 +94,9 @@ public:
     // rectangle or the origin. Nothing happens to a degenerate outline.
     void Mirror(bool horizontally, bool aroundCentre = false);
 
-    // Ray-crossing test; a vertex itself may give either answer.
+    // Ray-crossing test. A ray through a vertex where the outline crosses
+    // the ray counts once, one that only touches a corner not at all; a
+    // vertex itself may give either answer.
     bool PtInPolygon(const CVxDPoint& point) const;
     bool PtInPolygon(double px, double py) const { return PtInPolygon(CVxDPoint(px, py)); }
     // As PtInPolygon, and true at every vertex.
@@ -122,14 +124,17 @@ public:
     void RemoveDuplicates();
 
     // Takes floor openings out of a room's floor: only a polygon of kind
-    // KIND_ROOM is cut, only by holes of kind KIND_HOLE. out becomes the
+    // KIND_ROOM is cut, only by holes of kind KIND_HOLE, in their order but
+    // with openings wholly inside last (see RemoveHoles). out becomes the
     // polygon alone and then the pieces left. False, and out untouched, for a
     // polygon of another kind.
     bool RemoveHole(const std::vector<CVxDPolygon>& holes, std::vector<CVxDPolygon>& out) const;
     bool RemoveHole(const CVxDPolygon& hole, std::vector<CVxDPolygon>& out) const;
     // Subtracts the hole from every polygon of the list, whatever the kinds.
     static void RemoveHole(std::vector<CVxDPolygon>& list, const CVxDPolygon& hole);
-    // Subtracts all holes, ordered by vx_sort_poly_x.
+    // Subtracts all holes in the order of vx_sort_poly_x, except that a hole
+    // wholly inside a polygon waits until the others are out: the bridge that
+    // joins it to the outline must not be crossed or touched by a later one.
     static void RemoveHoles(std::vector<CVxDPolygon>& list, const std::vector<CVxDPolygon>& holes);
     // Outline minus hole, the two in opposite winding: the outline itself when
     // the hole lies outside, one bridged polygon when it lies inside, nothing

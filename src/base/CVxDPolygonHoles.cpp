@@ -11,9 +11,6 @@
 #include <cmath>
 
 namespace {
-// How near the hole's outline a point may lie and still count as on it.
-constexpr double kOnLineDistance = 0.001;
-
 bool IsFinite(const CVxDPolygon& polygon)
 {
     return std::all_of(polygon.points.begin(), polygon.points.end(),
@@ -32,6 +29,78 @@ void AppendVertex(CVxDPolygon& out, const CVxDPoint& point, bool walls, int32_t 
     out.points.push_back(point);
     if (walls)
         out.edgeWalls.push_back(wall);
+}
+
+CVxDPoint EdgeDirection(const CVxDPolygon& polygon, int edge)
+{
+    const size_t n = polygon.points.size();
+    const size_t i = static_cast<size_t>(edge) % n;
+    return polygon.points[(i + 1) % n] - polygon.points[i];
+}
+
+// The hole's entry for a crossing that the hole's list already holds, or -1
+// when this crossing is to stay unlinked. An outline that took in an earlier
+// opening runs out to it and back along the same bridge, so a later opening
+// across that bridge meets the outline twice at each point. Each side of the
+// bridge that the opening really passes gets its own entry in the hole's
+// list, in the order in which the hole's outline meets them; a side that the
+// opening only grazes from the other side gets none.
+int SplitSharedCrossing(CVxPolyInfo::List& listA, CVxPolyInfo::List& listB, const CVxDPolygon& a,
+                        const CVxDPolygon& b, int indexA, int indexB, double winding, bool* outIsNew)
+{
+    *outIsNew = false;
+    const CVxPolyInfo found = listB[static_cast<size_t>(indexB)];
+    // The run of entries at this point of the hole's outline.
+    const size_t first = static_cast<size_t>(indexB);
+    size_t last = first;
+    while (last + 1 < listB.size() && listB[last + 1].edge == found.edge &&
+           std::fabs(listB[last + 1].param - found.param) < EPS)
+        ++last;
+    for (size_t k = first; k <= last; ++k) {
+        const int linked = listB[k].crossIndex;
+        if (linked < 0 || linked == indexA)
+            return static_cast<int>(k);
+    }
+    // Only crossings in the middle of both bridge sides are told apart; at a
+    // vertex the outline's two edges there make the sides ambiguous, and the
+    // one shared entry stays.
+    auto onEdge = [&](int entryA) { return listA[static_cast<size_t>(entryA)].param > EPS; };
+    if (!onEdge(indexA) || !onEdge(listB[first].crossIndex))
+        return indexB;
+
+    // The hole's direction of travel into and out of this point.
+    const int nB = static_cast<int>(b.points.size());
+    const CVxDPoint out = EdgeDirection(b, found.edge);
+    const CVxDPoint in = found.param > EPS ? out : EdgeDirection(b, (found.edge + nB - 1) % nB);
+    // Whether v points into the room on its side of the outline's edge.
+    auto roomSide = [&](int entryA, const CVxDPoint& v) {
+        return EdgeDirection(a, listA[static_cast<size_t>(entryA)].edge).CrossProduct(v) * winding > 0;
+    };
+    auto passes = [&](int entryA) { return roomSide(entryA, -in) || roomSide(entryA, out); };
+    auto meetsFirst = [&](int entryA) { return roomSide(entryA, -in); };
+
+    if (!passes(indexA))
+        return -1;
+    for (size_t k = first; k <= last; ++k) {
+        const int linked = listB[k].crossIndex;
+        if (!passes(linked)) {
+            listA[static_cast<size_t>(linked)].crossIndex = -1;
+            listB[k].crossIndex = -1;
+            return static_cast<int>(k);
+        }
+    }
+    size_t position = last + 1;
+    for (size_t k = first; k <= last; ++k) {
+        if (meetsFirst(indexA) && !meetsFirst(listB[k].crossIndex)) {
+            position = k;
+            break;
+        }
+    }
+    CVxPolyInfo entry = found;
+    entry.crossIndex = -1;
+    listB.insert(listB.begin() + static_cast<std::ptrdiff_t>(position), entry);
+    *outIsNew = true;
+    return static_cast<int>(position);
 }
 
 // A hole wholly inside the outline: one polygon that runs round the outline
@@ -90,9 +159,10 @@ CVxDPolygon BridgeHole(const CVxDPolygon& a, const CVxDPolygon& b)
         out.bezierFlags.push_back(false);
     return out;
 }
-} // namespace
 
-std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, const CVxDPolygon& hole)
+// The subtraction. With outWouldBridge given, a hole wholly inside the outline
+// is not bridged: the flag is raised and the outline comes back unchanged.
+std::vector<CVxDPolygon> Subtract(const CVxDPolygon& outer, const CVxDPolygon& hole, bool* outWouldBridge)
 {
     CVxDPolygon a = outer;
     CVxDPolygon b = hole;
@@ -115,6 +185,9 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
 
     const int nA = static_cast<int>(a.points.size());
     const int nB = static_cast<int>(b.points.size());
+    bool negative = false;
+    a.GetArea(&negative);
+    const double winding = negative ? -1.0 : 1.0;
     int crossings = 0;
     bool holeGotEntry = false;
     for (int i = 0; i < nA; ++i) {
@@ -143,11 +216,15 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
             const int indexA = CVxPolyInfo::InsertPoint(listA, edgeA, t, point, &isNew);
             if (isNew)
                 CVxPolyInfo::ShiftCrossIndices(listB, indexA);
-            const int indexB = CVxPolyInfo::InsertPoint(listB, edgeB, u, point, &isNew);
+            int indexB = CVxPolyInfo::InsertPoint(listB, edgeB, u, point, &isNew);
+            if (!isNew)
+                indexB = SplitSharedCrossing(listA, listB, a, b, indexA, indexB, winding, &isNew);
             if (isNew) {
                 CVxPolyInfo::ShiftCrossIndices(listA, indexB);
                 holeGotEntry = true;
             }
+            if (indexB < 0)
+                continue;
             CVxPolyInfo::MarkCross(listA, indexA, listB, indexB);
             ++crossings;
         }
@@ -159,6 +236,10 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
     if (crossings == 0) {
         if (!a.PtInPolygon(b.points[0]))
             return {outer};
+        if (outWouldBridge) {
+            *outWouldBridge = true;
+            return {outer};
+        }
         return {BridgeHole(a, b)};
     }
 
@@ -170,10 +251,10 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
     for (size_t k = 0; k + 1 < listA.size(); ++k) {
         const CVxPolyInfo& e0 = listA[k];
         const CVxPolyInfo& e1 = listA[k + 1];
-        if (e0.edge != e1.edge || e0.crossIndex < 0 || e1.crossIndex < 0 || !(e0.param > EPS))
+        if (e0.edge != e1.edge || e0.crossIndex < 0 || e1.crossIndex < 0)
             continue;
         const CVxDPoint middle = (e0.point + e1.point) / 2;
-        if (b.PtInPolygonIncludeVert(middle) || b.PtOnPolygonLine(middle, kOnLineDistance))
+        if (b.PtInPolygonIncludeVert(middle) || b.PtOnPolygonLine(middle, CVxPolyInfo::kOnLineDistance))
             continue;
         CVxPolyInfo entry;
         entry.point = middle;
@@ -252,10 +333,19 @@ std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, co
             if (ia == start)
                 break;
         }
-        if (piece.points.size() >= 3)
+        // A closed piece visits each entry at most once; one that ran into
+        // the guard never closed and only repeats the others.
+        if (piece.points.size() >= 3 && piece.points.size() <= guard)
             result.push_back(std::move(piece));
     }
     return result;
+}
+
+} // namespace
+
+std::vector<CVxDPolygon> CVxDPolygon::RemoveHoleNew(const CVxDPolygon& outer, const CVxDPolygon& hole)
+{
+    return Subtract(outer, hole, nullptr);
 }
 
 void CVxDPolygon::RemoveHole(std::vector<CVxDPolygon>& list, const CVxDPolygon& hole)
@@ -271,24 +361,58 @@ void CVxDPolygon::RemoveHole(std::vector<CVxDPolygon>& list, const CVxDPolygon& 
     list = std::move(result);
 }
 
+namespace {
+// Subtracts the holes in their order, except that holes lying wholly inside
+// a polygon wait until all others are taken out. A hole inside is joined to
+// the outline by a bridge there and back; a later hole that crossed the
+// bridge or touched its ends would meet the outline twice at one point, which
+// the walk cannot tell apart. Holes that cut the outline make no bridges.
+void SubtractInOrder(std::vector<CVxDPolygon>& list, const std::vector<const CVxDPolygon*>& holes)
+{
+    std::vector<const CVxDPolygon*> inside;
+    for (const CVxDPolygon* hole : holes) {
+        std::vector<CVxDPolygon> result;
+        bool wouldBridge = false;
+        for (const CVxDPolygon& polygon : list) {
+            std::vector<CVxDPolygon> pieces = Subtract(polygon, *hole, &wouldBridge);
+            if (wouldBridge)
+                break;
+            for (CVxDPolygon& piece : pieces)
+                result.push_back(std::move(piece));
+        }
+        if (wouldBridge)
+            inside.push_back(hole);
+        else
+            list = std::move(result);
+    }
+    for (const CVxDPolygon* hole : inside)
+        CVxDPolygon::RemoveHole(list, *hole);
+}
+} // namespace
+
 void CVxDPolygon::RemoveHoles(std::vector<CVxDPolygon>& list, const std::vector<CVxDPolygon>& holes)
 {
-    std::vector<CVxDPolygon> sorted = holes;
+    std::vector<const CVxDPolygon*> sorted;
+    for (const CVxDPolygon& hole : holes)
+        if (!hole.points.empty())
+            sorted.push_back(&hole);
     // A stable sort: the order compares within a tolerance and so is no
     // strict weak ordering, which std::sort may not survive.
-    std::stable_sort(sorted.begin(), sorted.end(), vx_sort_poly_x);
-    for (const CVxDPolygon& hole : sorted)
-        RemoveHole(list, hole);
+    std::stable_sort(sorted.begin(), sorted.end(),
+                     [](const CVxDPolygon* a, const CVxDPolygon* b) { return vx_sort_poly_x(*a, *b); });
+    SubtractInOrder(list, sorted);
 }
 
 bool CVxDPolygon::RemoveHole(const std::vector<CVxDPolygon>& holes, std::vector<CVxDPolygon>& out) const
 {
     if (kind != KIND_ROOM)
         return false;
-    std::vector<CVxDPolygon> list{*this};
+    std::vector<const CVxDPolygon*> openings;
     for (const CVxDPolygon& hole : holes)
         if (hole.kind == KIND_HOLE && !hole.points.empty())
-            RemoveHole(list, hole);
+            openings.push_back(&hole);
+    std::vector<CVxDPolygon> list{*this};
+    SubtractInOrder(list, openings);
     out = std::move(list);
     return true;
 }

@@ -26,7 +26,8 @@ public:
     CVxDRect operator/(double divisor) const;
 
     // Device pixels, each value rounded half away from zero. The pointer is to
-    // a scratch member that the next conversion overwrites.
+    // a scratch member that the next conversion overwrites and that dies with
+    // this value, so never convert a temporary.
     operator const VxRECT*() const;
 
     void Set(double l, double t, double r, double b);

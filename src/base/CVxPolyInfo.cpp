@@ -7,11 +7,6 @@
 #include <algorithm>
 #include <cmath>
 
-namespace {
-// How near an outline a vertex may lie and still count as on it.
-constexpr double kOnLineDistance = 0.001;
-} // namespace
-
 CVxPolyInfo::List CVxPolyInfo::Build(const CVxDPolygon& polygon)
 {
     List list;

@@ -27,6 +27,9 @@ struct CVxPolyInfo
 
     using List = std::vector<CVxPolyInfo>;
 
+    // How near the other outline a point may lie and still count as on it.
+    static constexpr double kOnLineDistance = 0.001;
+
     // One entry per vertex.
     static List Build(const CVxDPolygon& polygon);
     // Marks each entry on the other outline (within 0.001 of it, or at one of

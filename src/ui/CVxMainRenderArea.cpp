@@ -1,17 +1,10 @@
 #include "CVxMainRenderArea.h"
 
 #include "CVxAppCore.h"
+#include "CVxOptions.h"
+#include "CVxQtDC.h"
 
 #include <QPainter>
-#include <QPainterPath>
-
-namespace {
-QColor ColorFromWord(unsigned bgr, int alpha = 255)
-{
-    return QColor(static_cast<int>(bgr & 0xFF), static_cast<int>((bgr >> 8) & 0xFF),
-                  static_cast<int>((bgr >> 16) & 0xFF), alpha);
-}
-} // namespace
 
 CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
 {
@@ -29,16 +22,15 @@ void CVxMainRenderArea::paintEvent(QPaintEvent* /*event*/)
         return;
     const VxRECT sheet = core->GetSheetRect();
     QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing, true);
+    CVxQtDC dc(&painter, VX_GetOptions()->m_antiAliasing);
 
-    // A soft shadow under the sheet.
-    QPainterPath shadow;
-    shadow.addRoundedRect(QRectF(sheet.left - 8, sheet.top - 8, sheet.right - sheet.left + 8 + 9,
-                                 sheet.bottom - sheet.top + 8 + 9),
-                          7, 7);
-    painter.fillPath(shadow, ColorFromWord(0xE6D7D2, 110));
-
-    painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(QRect(sheet.left, sheet.top, sheet.right - sheet.left + 1, sheet.bottom - sheet.top + 1),
-                     ColorFromWord(0xD4D4D4));
+    // A soft shadow under the sheet, then the sheet itself.
+    dc.SelectPen(CVxDC::penNull, 0, 0);
+    dc.SelectBrush(CVxDC::brushSolid, 0xE6D7D2, 0, 110);
+    dc.RoundRect(sheet.left - 8, sheet.top - 8, sheet.right + 9, sheet.bottom + 9, 7);
+    dc.SelectOldBrush();
+    dc.SelectBrush(CVxDC::brushSolid, 0xD4D4D4);
+    dc.Rectangle(sheet.left, sheet.top, sheet.right + 1, sheet.bottom + 1);
+    dc.SelectOldBrush();
+    dc.SelectOldPen();
 }
