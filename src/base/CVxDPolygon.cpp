@@ -31,6 +31,19 @@ CVxDPoint CurvePoint(const CVxDPoint& p1, const CVxDPoint& c0, const CVxDPoint& 
     GetBezierInterpolation(q, p1, c0, c1, p2, t);
     return q;
 }
+
+// Whether no edge is curved, whatever the length of the flags.
+bool NoCurvedEdge(const std::vector<bool>& flags)
+{
+    return std::none_of(flags.begin(), flags.end(), [](bool f) { return f; });
+}
+
+// Slack for rounding when a box test stands in for an exact one: far above
+// the rounding of coordinates of this size, far below any tolerance.
+double RoundingSlack(double magnitude)
+{
+    return 1e-9 * (1 + magnitude);
+}
 } // namespace
 
 void CVxDPolygon::Zero()
@@ -257,6 +270,17 @@ double CVxDPolygon::GetArea(bool* outNegative) const
     if (n < 3)
         return 0;
     double sum = 0;
+    if (!HasCurveFlags(false) || NoCurvedEdge(bezierFlags)) {
+        // Straight edges: one term each, in the same order.
+        for (int i = 0; i < n; ++i) {
+            const CVxDPoint& prev = points[static_cast<size_t>(i)];
+            const CVxDPoint& q = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
+            sum += prev.x * q.y - q.x * prev.y;
+        }
+        if (outNegative)
+            *outNegative = sum < 0;
+        return std::fabs(sum) / 2;
+    }
     int control = 0;
     CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < n; ++i) {
@@ -317,8 +341,20 @@ CVxDRect CVxDPolygon::GetBoundingRect() const
     if (n == 0)
         return CVxDRect();
     CVxDRect bounds(points[0].x, points[0].y, points[0].x, points[0].y);
-    for (const CVxDPoint& p : points)
-        bounds.UnionRect(p);
+    double left = bounds.left;
+    double top = bounds.top;
+    double right = bounds.right;
+    double bottom = bounds.bottom;
+    for (const CVxDPoint& p : points) {
+        left = std::min(left, p.x);
+        top = std::min(top, p.y);
+        right = std::max(right, p.x);
+        bottom = std::max(bottom, p.y);
+    }
+    bounds.left = left;
+    bounds.top = top;
+    bounds.right = right;
+    bounds.bottom = bottom;
     if (HasCurveFlags(false)) {
         int control = 0;
         for (int i = 0; i < n; ++i) {
@@ -388,14 +424,53 @@ void CVxDPolygon::Mirror(bool horizontally, bool aroundCentre)
 
 bool CVxDPolygon::PtInPolygon(const CVxDPoint& point) const
 {
+    if (GetVertexCount() < 3)
+        return false;
+    return PtInPolygonBounded(point, GetBoundingRect());
+}
+
+bool CVxDPolygon::PtInPolygonBounded(const CVxDPoint& point, const CVxDRect& bounds) const
+{
     const int n = GetVertexCount();
     if (n < 3)
         return false;
-    const CVxDRect bounds = GetBoundingRect();
     if (!bounds.PtInRect(point))
         return false;
     const CVxDPoint far(bounds.right + 50, point.y);
     int crossings = 0;
+    if (NoCurvedEdge(bezierFlags)) {
+        // Straight edges, each tested only when near enough the ray to be
+        // hit within the tolerances: the edge must reach the ray's y, and
+        // its right end must not lie left of the point.
+        const double magnitude = std::max(std::max(std::fabs(bounds.left), std::fabs(bounds.right)),
+                                          std::max(std::fabs(bounds.top), std::fabs(bounds.bottom)));
+        const double slack = RoundingSlack(magnitude);
+        // No edge is longer along an axis than the bounds.
+        const double low = point.y + EPS * (bounds.bottom - bounds.top) + slack;
+        const double high = point.y - EPS * (bounds.bottom - bounds.top) - slack;
+        const double left = point.x - EPS * (far.x - point.x + bounds.right - bounds.left) - slack;
+        for (int i = 0; i < n; ++i) {
+            const CVxDPoint& prev = points[static_cast<size_t>(i)];
+            const CVxDPoint& q = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
+            if (low < std::min(prev.y, q.y) || high > std::max(prev.y, q.y) || std::max(prev.x, q.x) < left)
+                continue;
+            double t = 0;
+            double u = 0;
+            if (DblFindInter(&point, &far, &prev, &q, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
+                u - 1 < EPS) {
+                const bool atStart = std::fabs(u) < EPS;
+                const bool atEnd = std::fabs(u - 1) < EPS;
+                if (atStart || atEnd) {
+                    const CVxDPoint& other = atStart ? q : prev;
+                    if (other.y > point.y)
+                        ++crossings;
+                } else {
+                    ++crossings;
+                }
+            }
+        }
+        return (crossings % 2) == 1;
+    }
     int control = 0;
     CVxDPoint sampled[kMaxChords];
     for (int i = 0; i < n; ++i) {
@@ -450,6 +525,13 @@ bool CVxDPolygon::PtOnPolygonLine(const CVxDPoint& point, double maxDist, int* o
         return false;
     }
 
+    if (NoCurvedEdge(bezierFlags)) {
+        double magnitude = 0;
+        for (const CVxDPoint& p : points)
+            magnitude = std::max(magnitude, std::max(std::fabs(p.x), std::fabs(p.y)));
+        return PtOnStraightLines(point, maxDist, outEdge, open, magnitude);
+    }
+
     const int edges = GetEdgeCount(open);
     int best = -1;
     double bestDist = 0;
@@ -490,6 +572,114 @@ bool CVxDPolygon::PtOnPolygonLine(const CVxDPoint& point, double maxDist, int* o
     return best >= 0;
 }
 
+bool CVxDPolygon::PtOnPolygonLineBounded(const CVxDPoint& point, double maxDist, const CVxDRect& bounds) const
+{
+    if (GetVertexCount() < 2 || !NoCurvedEdge(bezierFlags))
+        return PtOnPolygonLine(point, maxDist);
+    const double magnitude = std::max(std::max(std::fabs(bounds.left), std::fabs(bounds.right)),
+                                      std::max(std::fabs(bounds.top), std::fabs(bounds.bottom)));
+    return PtOnStraightLines(point, maxDist, nullptr, false, magnitude);
+}
+
+bool CVxDPolygon::PtOnStraightLines(const CVxDPoint& point, double maxDist, int* outEdge, bool open,
+                                    double magnitude) const
+{
+    // Abreast of an edge, a point further than maxDist from the edge's box
+    // is further than that from the edge.
+    const int n = GetVertexCount();
+    const int edges = GetEdgeCount(open);
+    const double reach =
+        maxDist + RoundingSlack(2 * std::max(magnitude, std::fabs(point.x) + std::fabs(point.y)));
+    int best = -1;
+    double bestDist = 0;
+    for (int i = 0; i < edges; ++i) {
+        const CVxDPoint& p1 = points[static_cast<size_t>(i)];
+        const CVxDPoint& p2 = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
+        if (point.x < std::min(p1.x, p2.x) - reach || point.x > std::max(p1.x, p2.x) + reach ||
+            point.y < std::min(p1.y, p2.y) - reach || point.y > std::max(p1.y, p2.y) + reach)
+            continue;
+        double t = -1;
+        const double dist = DblGetDistFromLine(p1, p2, point, &t);
+        if (t > 0 && t < 1 && dist <= maxDist && (best < 0 || dist < bestDist)) {
+            best = i;
+            bestDist = dist;
+        }
+    }
+    if (outEdge)
+        *outEdge = best;
+    return best >= 0;
+}
+
+CVxDPolygon::EPlace CVxDPolygon::PlacePoint(const CVxDPoint& point, double maxDist,
+                                            const CVxDRect& bounds) const
+{
+    const int n = GetVertexCount();
+    if (n < 3 || !NoCurvedEdge(bezierFlags)) {
+        if (PtOnPolygonLine(point, maxDist) || PtIsPolygonVert(point))
+            return PLACE_ON;
+        return PtInPolygonBounded(point, bounds) ? PLACE_INSIDE : PLACE_OUTSIDE;
+    }
+    // The tests of PtOnStraightLines, PtIsPolygonVert and PtInPolygonBounded
+    // in one pass over the edges, each edge with the same filters as there.
+    const double magnitude = std::max(std::max(std::fabs(bounds.left), std::fabs(bounds.right)),
+                                      std::max(std::fabs(bounds.top), std::fabs(bounds.bottom)));
+    const double reach =
+        maxDist + RoundingSlack(2 * std::max(magnitude, std::fabs(point.x) + std::fabs(point.y)));
+    int best = -1;
+    double bestDist = 0;
+    bool vertex = false;
+
+    const bool ray = bounds.PtInRect(point);
+    const CVxDPoint far(bounds.right + 50, point.y);
+    const double slack = RoundingSlack(magnitude);
+    const double low = point.y + EPS * (bounds.bottom - bounds.top) + slack;
+    const double high = point.y - EPS * (bounds.bottom - bounds.top) - slack;
+    const double left = point.x - EPS * (far.x - point.x + bounds.right - bounds.left) - slack;
+    int crossings = 0;
+
+    // Twice the widest of the margins in y: an edge beyond it is skipped by
+    // every one of the filters, whatever their rounding.
+    const double band = 2 * std::max(std::max(reach, EPS * (bounds.bottom - bounds.top) + slack), 2 * EPS);
+    for (int i = 0; i < n; ++i) {
+        const CVxDPoint& p1 = points[static_cast<size_t>(i)];
+        const CVxDPoint& p2 = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
+        const double minY = std::min(p1.y, p2.y);
+        const double maxY = std::max(p1.y, p2.y);
+        if (point.y < minY - band || point.y > maxY + band)
+            continue;
+        if (p1 == point)
+            vertex = true;
+        if (!(point.x < std::min(p1.x, p2.x) - reach || point.x > std::max(p1.x, p2.x) + reach ||
+              point.y < minY - reach || point.y > maxY + reach)) {
+            double t = -1;
+            const double dist = DblGetDistFromLine(p1, p2, point, &t);
+            if (t > 0 && t < 1 && dist <= maxDist && (best < 0 || dist < bestDist)) {
+                best = i;
+                bestDist = dist;
+            }
+        }
+        if (!ray || low < minY || high > maxY || std::max(p1.x, p2.x) < left)
+            continue;
+        double t = 0;
+        double u = 0;
+        if (DblFindInter(&point, &far, &p1, &p2, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
+            u - 1 < EPS) {
+            const bool atStart = std::fabs(u) < EPS;
+            const bool atEnd = std::fabs(u - 1) < EPS;
+            if (atStart || atEnd) {
+                const CVxDPoint& other = atStart ? p2 : p1;
+                if (other.y > point.y)
+                    ++crossings;
+            } else {
+                ++crossings;
+            }
+        }
+    }
+    if (best >= 0 || vertex)
+        return PLACE_ON;
+    return (crossings % 2) == 1 ? PLACE_INSIDE : PLACE_OUTSIDE;
+}
+
 CVxDPoint CVxDPolygon::GetPointOnLine(int edge, double t, bool open) const
 {
     const int n = GetVertexCount();
@@ -524,9 +714,25 @@ void CVxDPolygon::PushBackBezierSegment(const CVxDPolygon& source, int edge)
     }
 }
 
+bool CVxDPolygon::WouldRemoveDuplicates() const
+{
+    const size_t n = points.size();
+    // Rebuilding leaves out control points and flags or wall indices of the
+    // wrong length.
+    if (!bezierControls.empty() || (bezierFlags.size() != n && !bezierFlags.empty()) ||
+        (edgeWalls.size() != n && !edgeWalls.empty()))
+        return true;
+    for (size_t i = 0; i < n; ++i)
+        if (points[i] == points[i + 1 < n ? i + 1 : 0])
+            return true;
+    return false;
+}
+
 void CVxDPolygon::RemoveDuplicates()
 {
     const size_t n = points.size();
+    if (!WouldRemoveDuplicates())
+        return;
     const bool flags = bezierFlags.size() == n;
     const bool walls = edgeWalls.size() == n;
     CVxDPolygon result;

@@ -99,6 +99,9 @@ public:
     // vertex itself may give either answer.
     bool PtInPolygon(const CVxDPoint& point) const;
     bool PtInPolygon(double px, double py) const { return PtInPolygon(CVxDPoint(px, py)); }
+    // As PtInPolygon, for bounds that are GetBoundingRect(), when they are at
+    // hand for many points.
+    bool PtInPolygonBounded(const CVxDPoint& point, const CVxDRect& bounds) const;
     // As PtInPolygon, and true at every vertex.
     bool PtInPolygonIncludeVert(const CVxDPoint& point) const;
     bool PtInPolygonIncludeVert(double px, double py) const
@@ -113,6 +116,19 @@ public:
     {
         return PtOnPolygonLine(point, maxDist, &outEdge, open);
     }
+    // As PtOnPolygonLine of the closed outline, for bounds that are
+    // GetBoundingRect(), when they are at hand for many points.
+    bool PtOnPolygonLineBounded(const CVxDPoint& point, double maxDist, const CVxDRect& bounds) const;
+    // Where a point lies against the closed outline, as PtOnPolygonLine and
+    // PtIsPolygonVert (on it) and then PtInPolygon tell; bounds must be
+    // GetBoundingRect().
+    enum EPlace
+    {
+        PLACE_ON,
+        PLACE_INSIDE,
+        PLACE_OUTSIDE
+    };
+    EPlace PlacePoint(const CVxDPoint& point, double maxDist, const CVxDRect& bounds) const;
     // The point at t along an edge; the first vertex for an edge out of range.
     CVxDPoint GetPointOnLine(int edge, double t, bool open = false) const;
 
@@ -122,6 +138,8 @@ public:
     // Drops every vertex equal to its successor, with its edge's curve data
     // and wall index.
     void RemoveDuplicates();
+    // Whether RemoveDuplicates would change the polygon in any way.
+    bool WouldRemoveDuplicates() const;
 
     // Takes floor openings out of a room's floor: only a polygon of kind
     // KIND_ROOM is cut, only by holes of kind KIND_HOLE, in their order but
@@ -162,6 +180,10 @@ private:
     // straight edge, the curve at t = i/chords (i = 1..chords) for a curved
     // one. out holds kMaxChords points; the count is returned.
     static constexpr int kMaxChords = 16;
+    // PtOnPolygonLine for an outline without curved edges; magnitude is at
+    // least the largest absolute coordinate of a vertex.
+    bool PtOnStraightLines(const CVxDPoint& point, double maxDist, int* outEdge, bool open,
+                           double magnitude) const;
     int SampleEdge(CVxDPoint* out, int edge, int& ioControlIndex, bool open, int chords) const;
 };
 

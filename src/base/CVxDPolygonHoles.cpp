@@ -22,6 +22,59 @@ bool AcceptParam(double t)
     return t > -EPS && t - 1 < EPS;
 }
 
+// The bounds of a hole's vertices, for telling quickly that an edge of the
+// outline cannot meet any edge of the hole within the tolerances of
+// DblFindInter.
+struct HoleBox
+{
+    double left = 0;
+    double right = 0;
+    double top = 0;
+    double bottom = 0;
+    double magnitude = 0;
+
+    static HoleBox Of(const CVxDPolygon& hole)
+    {
+        HoleBox box;
+        box.left = box.right = hole.points[0].x;
+        box.top = box.bottom = hole.points[0].y;
+        for (const CVxDPoint& p : hole.points) {
+            box.left = std::min(box.left, p.x);
+            box.right = std::max(box.right, p.x);
+            box.top = std::min(box.top, p.y);
+            box.bottom = std::max(box.bottom, p.y);
+        }
+        box.magnitude = std::max(std::max(std::fabs(box.left), std::fabs(box.right)),
+                                 std::max(std::fabs(box.top), std::fabs(box.bottom)));
+        return box;
+    }
+
+    // Whether DblFindInter(p1, p2, q1, q2) cannot accept both parameters
+    // for any edge q1-q2 of the hole. The outline's parameter is measured in
+    // x, or in y for an edge shorter than EPS in x; an accepted pair puts
+    // the point found within EPS of both edges' extents along that axis.
+    // outlineMagnitude is at least the largest absolute coordinate of the
+    // outline.
+    bool Misses(const CVxDPoint& p1, const CVxDPoint& p2, double outlineMagnitude) const
+    {
+        const double slack = 1e-9 * (1 + magnitude + 2 * outlineMagnitude);
+        const double dx = p2.x - p1.x;
+        if (std::fabs(dx) >= EPS)
+            return Separated(p1.x, p2.x, std::fabs(dx), left, right, slack);
+        const double dy = p2.y - p1.y;
+        if (std::fabs(dy) >= EPS)
+            return Separated(p1.y, p2.y, std::fabs(dy), top, bottom, slack);
+        // DblFindInter finds nothing on such an edge.
+        return true;
+    }
+
+    static bool Separated(double e1, double e2, double length, double low, double high, double slack)
+    {
+        const double reach = EPS * (length + (high - low)) + 2 * slack;
+        return std::max(e1, e2) + reach < low || std::min(e1, e2) - reach > high;
+    }
+};
+
 // Appends a vertex and, when the result carries wall indices, the wall of
 // the edge that starts there.
 void AppendVertex(CVxDPolygon& out, const CVxDPoint& point, bool walls, int32_t wall)
@@ -112,7 +165,18 @@ CVxDPolygon BridgeHole(const CVxDPolygon& a, const CVxDPolygon& b)
     size_t ia = 0;
     size_t ib = 0;
     double best = -1;
+    const HoleBox box = HoleBox::Of(b);
     for (size_t i = 0; i < nA; ++i) {
+        // Rounding keeps the order of differences, so no vertex of the hole
+        // comes nearer than the hole's box: a vertex whose distance to the
+        // box is no less than the best cannot do better.
+        if (best >= 0) {
+            const CVxDPoint& p = a.points[i];
+            const double gx = p.x < box.left ? box.left - p.x : (p.x > box.right ? p.x - box.right : 0);
+            const double gy = p.y < box.top ? box.top - p.y : (p.y > box.bottom ? p.y - box.bottom : 0);
+            if (gx * gx + gy * gy >= best)
+                continue;
+        }
         for (size_t j = 0; j < nB; ++j) {
             const double d = a.points[i].Distance2(b.points[j]);
             if (best < 0 || d < best) {
@@ -130,6 +194,9 @@ CVxDPolygon BridgeHole(const CVxDPolygon& a, const CVxDPolygon& b)
     CVxDPolygon out;
     out.kind = a.kind;
     out.tag = a.tag;
+    out.points.reserve(nA + nB + 2);
+    if (walls)
+        out.edgeWalls.reserve(nA + nB + 2);
     auto pushEdge = [&](const CVxDPolygon& source, bool sourceFlags, size_t edge) {
         if (!flags)
             return;
@@ -139,10 +206,21 @@ CVxDPolygon BridgeHole(const CVxDPolygon& a, const CVxDPolygon& b)
             out.bezierFlags.push_back(false);
     };
 
-    for (size_t k = 0; k < nA; ++k) {
-        const size_t i = (ia + k) % nA;
-        AppendVertex(out, a.points[i], walls, walls ? a.edgeWalls[i] : -1);
-        pushEdge(a, flagsA, i);
+    if (flags) {
+        for (size_t k = 0; k < nA; ++k) {
+            const size_t i = (ia + k) % nA;
+            AppendVertex(out, a.points[i], walls, walls ? a.edgeWalls[i] : -1);
+            pushEdge(a, flagsA, i);
+        }
+    } else {
+        // Straight outlines: the outline's vertices and walls from ia round.
+        const auto from = static_cast<std::ptrdiff_t>(ia);
+        out.points.insert(out.points.end(), a.points.begin() + from, a.points.end());
+        out.points.insert(out.points.end(), a.points.begin(), a.points.begin() + from);
+        if (walls) {
+            out.edgeWalls.insert(out.edgeWalls.end(), a.edgeWalls.begin() + from, a.edgeWalls.end());
+            out.edgeWalls.insert(out.edgeWalls.end(), a.edgeWalls.begin(), a.edgeWalls.begin() + from);
+        }
     }
     // The outline's vertex again, from which the bridge runs to the hole.
     AppendVertex(out, a.points[ia], walls, -1);
@@ -164,10 +242,21 @@ CVxDPolygon BridgeHole(const CVxDPolygon& a, const CVxDPolygon& b)
 // is not bridged: the flag is raised and the outline comes back unchanged.
 std::vector<CVxDPolygon> Subtract(const CVxDPolygon& outer, const CVxDPolygon& hole, bool* outWouldBridge)
 {
-    CVxDPolygon a = outer;
-    CVxDPolygon b = hole;
-    a.RemoveDuplicates();
-    b.RemoveDuplicates();
+    // Copies only of outlines that lose duplicate vertices.
+    CVxDPolygon ownA;
+    CVxDPolygon ownB;
+    const bool copyA = outer.WouldRemoveDuplicates();
+    const bool copyB = hole.WouldRemoveDuplicates();
+    if (copyA) {
+        ownA = outer;
+        ownA.RemoveDuplicates();
+    }
+    if (copyB) {
+        ownB = hole;
+        ownB.RemoveDuplicates();
+    }
+    const CVxDPolygon& a = copyA ? ownA : outer;
+    const CVxDPolygon& b = copyB ? ownB : hole;
     // Coordinates that aren't numbers come only from a damaged file; such an
     // outline is left as it is and such a hole is ignored.
     if (a.points.size() < 3 || b.points.size() < 3 || !IsFinite(a) || !IsFinite(b))
@@ -180,6 +269,10 @@ std::vector<CVxDPolygon> Subtract(const CVxDPolygon& outer, const CVxDPolygon& h
         return {};
 
     CVxPolyInfo::MarkOuterVertices(listB, a);
+    // Whether the hole's first vertex lies inside the outline, when found
+    // already: a vertex off the outline was tested.
+    const bool firstTested = !listB[0].isOnBoundary;
+    const bool firstInside = !listB[0].isOuter;
     const bool disjoint = CVxPolyInfo::IsCompletelyOuter(listA) && CVxPolyInfo::IsCompletelyOuter(listB) &&
                           !a.PtInPolygon(b.GetCentroid());
 
@@ -190,9 +283,15 @@ std::vector<CVxDPolygon> Subtract(const CVxDPolygon& outer, const CVxDPolygon& h
     const double winding = negative ? -1.0 : 1.0;
     int crossings = 0;
     bool holeGotEntry = false;
+    const HoleBox box = HoleBox::Of(b);
+    double magnitudeA = 0;
+    for (const CVxDPoint& p : a.points)
+        magnitudeA = std::max(magnitudeA, std::max(std::fabs(p.x), std::fabs(p.y)));
     for (int i = 0; i < nA; ++i) {
         const CVxDPoint& p1 = a.points[static_cast<size_t>(i)];
         const CVxDPoint& p2 = a.points[static_cast<size_t>((i + 1) % nA)];
+        if (box.Misses(p1, p2, magnitudeA))
+            continue;
         for (int j = 0; j < nB; ++j) {
             const CVxDPoint& q1 = b.points[static_cast<size_t>(j)];
             const CVxDPoint& q2 = b.points[static_cast<size_t>((j + 1) % nB)];
@@ -234,7 +333,7 @@ std::vector<CVxDPolygon> Subtract(const CVxDPolygon& outer, const CVxDPolygon& h
         return {outer};
 
     if (crossings == 0) {
-        if (!a.PtInPolygon(b.points[0]))
+        if (!(firstTested ? firstInside : a.PtInPolygon(b.points[0])))
             return {outer};
         if (outWouldBridge) {
             *outWouldBridge = true;

@@ -9,13 +9,10 @@
 
 CVxPolyInfo::List CVxPolyInfo::Build(const CVxDPolygon& polygon)
 {
-    List list;
-    list.reserve(polygon.points.size());
-    for (size_t i = 0; i < polygon.points.size(); ++i) {
-        CVxPolyInfo entry;
-        entry.point = polygon.points[i];
-        entry.edge = static_cast<int32_t>(i);
-        list.push_back(entry);
+    List list(polygon.points.size());
+    for (size_t i = 0; i < list.size(); ++i) {
+        list[i].point = polygon.points[i];
+        list[i].edge = static_cast<int32_t>(i);
     }
     return list;
 }
@@ -26,23 +23,27 @@ void CVxPolyInfo::MarkOuterVertices(List& list, const CVxDPolygon& other)
     // on it; this spares the full tests for most vertices of a large room
     // against a small opening. Curves may bulge past the sampled bounds, so
     // only straight outlines take the short cut.
-    CVxDRect near = other.GetBoundingRect();
+    const CVxDRect bounds = other.GetBoundingRect();
+    CVxDRect near = bounds;
     near.InflateRect(2 * kOnLineDistance, 2 * kOnLineDistance);
     const bool straight =
         std::none_of(other.bezierFlags.begin(), other.bezierFlags.end(), [](bool f) { return f; });
     const bool shortCut = straight && std::isfinite(near.left) && std::isfinite(near.top) &&
                           std::isfinite(near.right) && std::isfinite(near.bottom);
+    near.NormalizeRect();
     for (CVxPolyInfo& entry : list) {
-        if (shortCut && !near.PtInRect(entry.point)) {
+        const CVxDPoint& p = entry.point;
+        if (shortCut && !(p.x >= near.left && p.x <= near.right && p.y >= near.top && p.y <= near.bottom)) {
             entry.isOnBoundary = false;
             entry.isOuter = true;
             continue;
         }
-        if (other.PtOnPolygonLine(entry.point, kOnLineDistance) || other.PtIsPolygonVert(entry.point)) {
+        const CVxDPolygon::EPlace place = other.PlacePoint(entry.point, kOnLineDistance, bounds);
+        if (place == CVxDPolygon::PLACE_ON) {
             entry.isOnBoundary = true;
             entry.isOuter = false;
         } else {
-            entry.isOuter = !other.PtInPolygon(entry.point);
+            entry.isOuter = place == CVxDPolygon::PLACE_OUTSIDE;
         }
     }
 }

@@ -80,7 +80,7 @@ TEST(CVxDCStacks, FontStackRestoresSizeAndKeepsFontAfterLastPop)
     EXPECT_EQ(canvas.painter().font().pointSize(), 20);
 }
 
-TEST(CVxDCColours, PaleModeLightensBlackAndWhite)
+TEST(CVxDCColours, PaleGreyAndNormalModes)
 {
     CVxTestCanvas canvas;
     CVxDC& dc = canvas.dc();
@@ -88,12 +88,8 @@ TEST(CVxDCColours, PaleModeLightensBlackAndWhite)
     EXPECT_EQ(dc.C2G(0x000000), 0xA0A0A0u);
     EXPECT_EQ(dc.C2G(0xFFFFFF), 0xDFDFDFu);
     EXPECT_EQ(dc.C2G(0x0000FF), 0xA0A0DFu);
-}
-
-TEST(CVxDCColours, GreyModeTakesTheMeanAndNormalModeDropsTheMarks)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
+    // Grey mode takes the mean, normal mode drops the marks.
+    dc.SetColorMode(CVxDC::colorModeNormal);
     EXPECT_EQ(dc.C2G(0xEF123456), 0x123456u);
     EXPECT_EQ(dc.SetColorMode(CVxDC::colorModeGrey), CVxDC::colorModeNormal);
     EXPECT_EQ(dc.C2G(0x0000FF), 0x555555u);
@@ -145,16 +141,6 @@ TEST(CVxDCAlpha, KeptAlphaReachesOpaqueSelections)
     EXPECT_EQ(canvas.painter().brush().color().alpha(), 255);
 }
 
-TEST(CVxDCHatch, SwitchedOffSolidFillSelectsNoBrushWhateverTheSecondColour)
-{
-    CVxTestCanvas canvas;
-    CVxDC& dc = canvas.dc();
-    dc.SelectHatchBrush(0xEF00FF00, 0, 255, 0x0000FF);
-    EXPECT_FALSE(dc.IsBrushNeeded());
-    EXPECT_EQ(canvas.painter().brush().style(), Qt::NoBrush);
-    EXPECT_EQ(dc.GetBkMode(), CVxDC::bkTransparent);
-}
-
 TEST(CVxDCHatch, FillStylesMapToHatchesCappedAtDiagonalCross)
 {
     CVxTestCanvas canvas;
@@ -168,6 +154,11 @@ TEST(CVxDCHatch, FillStylesMapToHatchesCappedAtDiagonalCross)
         EXPECT_EQ(canvas.painter().brush().color(), QColor(0, 255, 0));
         dc.SelectOldBrush();
     }
+    EXPECT_EQ(dc.GetBkMode(), CVxDC::bkTransparent);
+    // A switched-off solid fill selects no brush whatever the second colour.
+    dc.SelectHatchBrush(0xEF00FF00, 0, 255, 0x0000FF);
+    EXPECT_FALSE(dc.IsBrushNeeded());
+    EXPECT_EQ(canvas.painter().brush().style(), Qt::NoBrush);
     EXPECT_EQ(dc.GetBkMode(), CVxDC::bkTransparent);
 }
 

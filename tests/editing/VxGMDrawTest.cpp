@@ -209,6 +209,13 @@ TEST_F(VxGMDrawOpening, WithoutAFloorTheGapIsWhiteWithRedJambs)
     // Faces: seven tenths of the way from the colour to the ground.
     EXPECT_EQ(canvas.Pixel(50, 40), VX_RGB(255, 178, 178));
     EXPECT_EQ(canvas.Pixel(50, 60), VX_RGB(255, 178, 178));
+
+    // The flag keeps the selected pen for the faces.
+    CVxTestCanvas flagged(100, 100);
+    flagged.dc().SelectPen(CVxDC::penSolid, 1, 0x00FFFF);
+    Draw(flagged, 1, nullptr);
+    EXPECT_EQ(flagged.Pixel(50, 40), 0x00FFFFu);
+    EXPECT_EQ(flagged.Pixel(80, 50), 0x0000FFu);
 }
 
 TEST_F(VxGMDrawOpening, FloorGivesGroundAndJambColours)
@@ -227,15 +234,6 @@ TEST_F(VxGMDrawOpening, FloorGivesGroundAndJambColours)
     CVxTestCanvas offContour(100, 100);
     Draw(offContour, 0, &floor);
     EXPECT_EQ(offContour.Pixel(80, 50), 0x808080u);
-}
-
-TEST_F(VxGMDrawOpening, FlagKeepsTheSelectedPenForTheFaces)
-{
-    CVxTestCanvas canvas(100, 100);
-    canvas.dc().SelectPen(CVxDC::penSolid, 1, 0x00FFFF);
-    Draw(canvas, 1, nullptr);
-    EXPECT_EQ(canvas.Pixel(50, 40), 0x00FFFFu);
-    EXPECT_EQ(canvas.Pixel(80, 50), 0x0000FFu);
 }
 
 TEST(VxGMDrawMarkers, IconsComeFromTheDataFolderOrAreDrawnByHand)
@@ -259,7 +257,7 @@ TEST(VxGMDrawMarkers, IconsComeFromTheDataFolderOrAreDrawnByHand)
     GMReleasePartMarkers();
 }
 
-TEST(VxGMDrawPickers, ColourSwatchFramesAndRestoresSmoothing)
+TEST(VxGMDrawPickers, ColourSwatchFramesRestoresSmoothingAndEdgesDarkColours)
 {
     CVxTestCanvas canvas(40, 40);
     GMDrawColorPicker(canvas.dc(), VxRectMake(0, 0, 40, 40), 0x0000FF, 0);
@@ -270,17 +268,15 @@ TEST(VxGMDrawPickers, ColourSwatchFramesAndRestoresSmoothing)
     EXPECT_EQ(canvas.Pixel(0, 20), 0xB0B0B0u);
     EXPECT_EQ(canvas.Pixel(39, 20), 0xB0B0B0u);
     EXPECT_EQ(canvas.Pixel(20, 20), 0x0000FFu);
-}
 
-TEST(VxGMDrawPickers, DarkSwatchOnADarkWindowGetsAGreyEdge)
-{
-    // The test host reports black for every theme colour.
+    // A dark swatch on a dark window (the test host reports black for every
+    // theme colour) gets a grey edge.
     ASSERT_EQ(GMGetSysColor(VX_SYSCOLOR_WINDOW), 0u);
-    CVxTestCanvas canvas(40, 40);
-    GMDrawColorPicker(canvas.dc(), VxRectMake(0, 0, 40, 40), 0x101010, 0);
-    canvas.Finish();
-    EXPECT_EQ(canvas.Pixel(2, 20), 0x787878u);
-    EXPECT_EQ(canvas.Pixel(20, 20), 0x101010u);
+    CVxTestCanvas dark(40, 40);
+    GMDrawColorPicker(dark.dc(), VxRectMake(0, 0, 40, 40), 0x101010, 0);
+    dark.Finish();
+    EXPECT_EQ(dark.Pixel(2, 20), 0x787878u);
+    EXPECT_EQ(dark.Pixel(20, 20), 0x101010u);
 }
 
 TEST(VxGMDrawPickers, LineSampleIsThickerThanTheLine)

@@ -34,44 +34,23 @@ TEST(CVxLocalize, WithoutLanguageFolderEverythingIsEnglish)
     CVxLocalize loc;
     loc.Init(VxTestTempFolder() + L"no such folder");
     EXPECT_EQ(loc.GetLanguagesCount(), 0);
-    EXPECT_EQ(loc.GetLanguageFileCount(), 0);
     EXPECT_EQ(loc.LocalizeMessage(8, L"untitled"), L"untitled");
-    EXPECT_EQ(loc.LocalizeLibItem(13, L"Chair"), L"Chair");
-    EXPECT_EQ(loc.LocalizeDlgString(0, 1, L"Project"), L"Project");
     EXPECT_EQ(loc.LocalizeDlgString(loc.GetDlgIndex("Units"), 1, L"mm"), L"mm");
     CVxStringW out = L"unchanged";
     EXPECT_FALSE(loc.LocalizeDlgStringEx(0, 1, out));
     EXPECT_EQ(out, L"unchanged");
     EXPECT_EQ(loc.GetSelectedLanguageFile(), L"plv_en.txt");
     EXPECT_EQ(loc.GetSelectedLanguageID(), 0);
-    EXPECT_EQ(loc.GetSelectedLanguage(), -1);
-    EXPECT_FALSE(loc.IsRightToLeft());
     EXPECT_TRUE(loc.GetHelpfile().IsEmpty());
-    EXPECT_TRUE(loc.GetWhatsNewFile().IsEmpty());
-    EXPECT_TRUE(loc.GetCredits().IsEmpty());
-    EXPECT_FALSE(loc.SelectLanguage(0));
     EXPECT_FALSE(loc.SelectLanguageID(1033));
     EXPECT_EQ(loc.GetLanguageInfo(1033), nullptr);
     EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_MESSAGES), -1);
 }
 
-TEST(CVxLocalize, ARemarkBehindHashIsCutAndTheBlankBeforeItKept)
+TEST(CVxLocalize, RowsInAnyOrderWithRemarksAndLineEnds)
 {
-    SLoaded f("remark", "[Messages]\nItem7=Texte # vieux\n");
-    ASSERT_TRUE(f.selected);
-    EXPECT_EQ(f.loc.LocalizeMessage(7, L"Text"), L"Texte ");
-}
-
-TEST(CVxLocalize, BackslashNBecomesCrLf)
-{
-    SLoaded f("newline", "[Messages]\nItem7=a\\nb\n");
-    ASSERT_TRUE(f.selected);
-    EXPECT_EQ(f.loc.LocalizeMessage(7, L"x"), CVxStringW(L"a\r\nb"));
-}
-
-TEST(CVxLocalize, RowsInAnyOrder)
-{
-    SLoaded f("order", "[Messages]\nItem9=neun\nItem2=zwei\nItem0=null\n");
+    // A remark behind "#" is cut, the blank before it kept; "\n" becomes CR LF.
+    SLoaded f("order", "[Messages]\nItem9=neun\nItem2=zwei\nItem0=null\nItem7=Texte # vieux\nItem6=a\\nb\n");
     ASSERT_TRUE(f.selected);
     EXPECT_EQ(f.loc.LocalizeMessage(9, L"nine"), L"neun");
     EXPECT_EQ(f.loc.LocalizeMessage(2, L"two"), L"zwei");
@@ -79,6 +58,8 @@ TEST(CVxLocalize, RowsInAnyOrder)
     EXPECT_EQ(f.loc.LocalizeMessage(5, L"five"), L"five");
     EXPECT_EQ(f.loc.LocalizeMessage(-1, L"minus"), L"minus");
     EXPECT_EQ(f.loc.LocalizeMessage(1000, L"far"), L"far");
+    EXPECT_EQ(f.loc.LocalizeMessage(7, L"Text"), L"Texte ");
+    EXPECT_EQ(f.loc.LocalizeMessage(6, L"x"), CVxStringW(L"a\r\nb"));
 }
 
 TEST(CVxLocalize, EmptyRowsAndRowsOfOnlyARemarkGiveTheEnglishText)
@@ -132,11 +113,9 @@ TEST(CVxLocalize, SelectLanguageIDFindsTheFileOfThatNumber)
 
     ASSERT_TRUE(loc.SelectLanguageID(1036));
     EXPECT_EQ(loc.GetSelectedLanguageID(), 1036);
-    EXPECT_EQ(loc.GetSelectedLanguageFile(), L"plv_fr.txt");
     EXPECT_EQ(loc.LocalizeMessage(8, L"untitled"), L"sans titre");
 
     ASSERT_TRUE(loc.SelectLanguageID(1031));
-    EXPECT_EQ(loc.GetSelectedLanguageID(), 1031);
     EXPECT_EQ(loc.LocalizeMessage(8, L"untitled"), L"unbenannt");
 
     EXPECT_FALSE(loc.SelectLanguageID(9999));
@@ -145,7 +124,6 @@ TEST(CVxLocalize, SelectLanguageIDFindsTheFileOfThatNumber)
     const CVxLocFileInfo* fr = loc.GetLanguageInfo(1036);
     ASSERT_NE(fr, nullptr);
     EXPECT_EQ(fr->GetLanguage(), L"Fran\u00E7ais");
-    EXPECT_EQ(fr->GetLanguageCode(), L"fr");
     EXPECT_EQ(loc.GetLanguageInfo(1049), nullptr);
 
     CVxStringW name;
@@ -155,19 +133,6 @@ TEST(CVxLocalize, SelectLanguageIDFindsTheFileOfThatNumber)
     EXPECT_EQ(id, 1031);
     EXPECT_FALSE(loc.GetLanguageInfo(2, name, id));
     EXPECT_FALSE(loc.GetLanguageInfo(-1, name, id));
-    EXPECT_EQ(name, L"Deutsch");
-}
-
-TEST(CVxLocalize, SelectLanguageByIndex)
-{
-    SLoaded f("by index", "[Messages]\nItem1=eins\n");
-    ASSERT_TRUE(f.selected);
-    EXPECT_EQ(f.loc.GetSelectedLanguage(), 0);
-    EXPECT_TRUE(f.loc.SelectLanguage(0));
-    EXPECT_FALSE(f.loc.SelectLanguage(1));
-    EXPECT_FALSE(f.loc.SelectLanguage(-5));
-    EXPECT_EQ(f.loc.GetSelectedLanguage(), 0);
-    EXPECT_EQ(f.loc.LocalizeMessage(1, L"one"), L"eins");
 }
 
 TEST(CVxLocalize, InitListsOnlyLanguageFiles)
@@ -201,14 +166,17 @@ TEST(CVxLocalize, InitListsOnlyLanguageFiles)
     EXPECT_EQ(loc.LocalizeMessage(8, L"untitled"), L"unbenannt");
 }
 
-TEST(CVxLocalize, InitAgainDropsTheSelection)
+TEST(CVxLocalize, SelectByIndexAndInitAgainDropsTheSelection)
 {
     SLoaded f("init again", "[Messages]\nItem1=eins\n");
     ASSERT_TRUE(f.selected);
+    EXPECT_EQ(f.loc.GetSelectedLanguage(), 0);
+    EXPECT_FALSE(f.loc.SelectLanguage(1));
+    EXPECT_FALSE(f.loc.SelectLanguage(-5));
+    EXPECT_EQ(f.loc.GetSelectedLanguage(), 0);
     f.loc.Init(f.folder);
     EXPECT_EQ(f.loc.GetSelectedLanguage(), -1);
     EXPECT_EQ(f.loc.LocalizeMessage(1, L"one"), L"one");
-    EXPECT_EQ(f.loc.GetLanguagesCount(), 1);
     EXPECT_TRUE(f.loc.SelectLanguage(0));
     EXPECT_EQ(f.loc.LocalizeMessage(1, L"one"), L"eins");
 }
@@ -221,29 +189,18 @@ TEST(CVxLocalize, MainSectionFields)
     ASSERT_TRUE(f.selected);
     const CVxLocFileInfo* info = f.loc.GetLanguageFile(0);
     ASSERT_NE(info, nullptr);
-    EXPECT_EQ(info->GetLanguage(), L"Testisch");
     EXPECT_EQ(info->GetLanguageID(), 1234);
     EXPECT_EQ(info->GetLanguageCode(), L"xx");
-    EXPECT_EQ(info->GetCodePage(), 65001);
-    EXPECT_EQ(info->GetDefCountry(), L"Germany");
     EXPECT_EQ(f.loc.GetHelpfile(), L"hilfe.pdf");
     EXPECT_EQ(f.loc.GetWhatsNewFile(), L"neu.html");
     EXPECT_EQ(f.loc.GetCredits(), CVxStringW(L"Erste Zeile\r\nZweite # Zeile"));
-    EXPECT_EQ(f.loc.GetSelectedLanguageID(), 1234);
-    EXPECT_EQ(f.loc.GetSelectedLanguageFile(), L"plv_xx.txt");
 }
 
 TEST(CVxLocFileInfo, EncodingNamesTheCodePage)
 {
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-1250"), 1250);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-1251"), 1251);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-1252"), 1252);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"iso-8859-1"), 1252);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-1256"), 1256);
     EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-874"), 874);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"gb2312"), 20936);
+    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"iso-8859-1"), 1252);
     EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"big5"), 10002);
-    EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"utf-8"), 65001);
     EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"utf-7"), 65000);
     EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L"windows-1257"), 0);
     EXPECT_EQ(CVxLocFileInfo::EncodingToCodePage(L""), 0);
@@ -290,12 +247,10 @@ TEST(CVxLocalize, TablesByName)
     CVxLocalize& loc = f.loc;
     EXPECT_EQ(loc.GetTableCount(), 5);
     EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_MESSAGES), 0);
-    EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_MAINMENU), 2);
     EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_LIBRARY), 4);
     EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_TOOLBAR), -1);
     EXPECT_EQ(loc.GetTableIndex(CVxLocalize::TBL_COUNT), -1);
     EXPECT_EQ(loc.GetDlgIndex("Units"), 1);
-    EXPECT_EQ(loc.GetDlgIndex("SomeNewDlg"), 3);
     EXPECT_EQ(loc.GetDlgIndex("MainMenu"), loc.GetTableIndex(CVxLocalize::TBL_MAINMENU));
     EXPECT_EQ(loc.GetDlgIndex("Main"), -1);
     EXPECT_EQ(loc.GetDlgIndex("units"), -1);
@@ -303,7 +258,6 @@ TEST(CVxLocalize, TablesByName)
 
     EXPECT_EQ(loc.LocalizeDlgString(loc.GetDlgIndex("Units"), 1, L"mm"), L"Millimeter");
     EXPECT_EQ(loc.LocalizeDlgString(loc.GetDlgIndex("SomeNewDlg"), 3, L"three"), L"drei");
-    EXPECT_EQ(loc.LocalizeDlgString(loc.GetTableIndex(CVxLocalize::TBL_MAINMENU), 1, L"Project"), L"Projekt");
     EXPECT_EQ(loc.LocalizeDlgString(loc.GetDlgIndex("NoSuchDlg"), 1, L"english"), L"english");
     EXPECT_EQ(loc.LocalizeDlgString(99, 1, L"english"), L"english");
     EXPECT_EQ(loc.LocalizeLibItem(2, L"Chair"), L"Stuhl");
@@ -334,15 +288,13 @@ TEST(CVxLocalize, LibraryRowsFilledFromOthers)
     ASSERT_TRUE(g.selected);
     EXPECT_EQ(g.loc.LocalizeLibItem(65, L"Table"), L"eigene");
     EXPECT_EQ(g.loc.LocalizeLibItem(1101, L"Dozamo Sofa"), L"Dozamo Couch");
-}
 
-TEST(CVxLocalize, LibraryRowsStayEmptyWithoutTheirSources)
-{
-    SLoaded f("library empty", "[Library]\nItem12=zwoelf\n\n[Messages]\nItem13=dreizehn\nItem277=x\n");
-    ASSERT_TRUE(f.selected);
-    EXPECT_EQ(f.loc.LocalizeLibItem(65, L"Table"), L"Table");
-    EXPECT_EQ(f.loc.LocalizeLibItem(1101, L"Dozamo Sofa"), L"Dozamo Sofa");
-    EXPECT_EQ(f.loc.LocalizeMessage(65, L"sixty-five"), L"sixty-five");
+    // Without their sources in the library table the rows stay empty.
+    SLoaded h("library empty", "[Library]\nItem12=zwoelf\n\n[Messages]\nItem13=dreizehn\nItem277=x\n");
+    ASSERT_TRUE(h.selected);
+    EXPECT_EQ(h.loc.LocalizeLibItem(65, L"Table"), L"Table");
+    EXPECT_EQ(h.loc.LocalizeLibItem(1101, L"Dozamo Sofa"), L"Dozamo Sofa");
+    EXPECT_EQ(h.loc.LocalizeMessage(65, L"sixty-five"), L"sixty-five");
 }
 
 TEST(CVxLocalize, TheSynchroniserReadsTextsAsTheyStand)
@@ -370,24 +322,15 @@ TEST(CVxLocalize, HugeAndOddRowNumbersAreSkipped)
     EXPECT_EQ(f.loc.LocalizeMessage(2000000000, L"huge"), L"huge");
     EXPECT_EQ(f.loc.LocalizeMessage(100001, L"over"), L"over");
     EXPECT_EQ(f.loc.LocalizeMessage(100000, L"last"), L"letzte");
-    EXPECT_EQ(f.loc.LocalizeMessage(3, L"three"), L"three");
-    EXPECT_EQ(f.loc.LocalizeMessage(4, L"four"), L"four");
-    EXPECT_EQ(f.loc.LocalizeMessage(5, L"five"), L"five");
-    EXPECT_EQ(f.loc.LocalizeMessage(6, L"six"), L"six");
-    EXPECT_EQ(f.loc.LocalizeMessage(7, L"seven"), L"seven");
-    EXPECT_EQ(f.loc.LocalizeMessage(8, L"eight"), L"eight");
-    EXPECT_EQ(f.loc.LocalizeMessage(0, L"zero"), L"zero");
+    for (int row : {0, 3, 4, 5, 6, 7, 8})
+        EXPECT_EQ(f.loc.LocalizeMessage(row, L"english"), L"english") << row;
     EXPECT_EQ(f.loc.LocalizeMessage(9, L"nine"), L"neun");
     EXPECT_EQ(f.loc.LocalizeMessage(10, L"ten"), L"zehn");
-}
 
-TEST(CVxLocalize, OnlyAHugeRowLeavesTheTableSmall)
-{
-    SLoaded f("only huge", "[Messages]\nItem2000000000=riesig\n");
-    ASSERT_TRUE(f.selected);
-    const CVxLocStrings* table = f.loc.GetTable(f.loc.GetTableIndex(CVxLocalize::TBL_MESSAGES));
-    ASSERT_NE(table, nullptr);
-    EXPECT_EQ(table->GetCount(), 0);
+    // Only a huge row leaves the table empty.
+    SLoaded g("only huge", "[Messages]\nItem2000000000=riesig\n");
+    ASSERT_TRUE(g.selected);
+    EXPECT_EQ(g.loc.GetTable(g.loc.GetTableIndex(CVxLocalize::TBL_MESSAGES))->GetCount(), 0);
 }
 
 TEST(CVxLocalize, ManyTablesWithHighRowsStayWithinBounds)
@@ -444,7 +387,6 @@ TEST(CVxLocalize, AFileThatVanishedAfterListingSelectsNothing)
     loc.Init(folder);
     ASSERT_EQ(loc.GetLanguagesCount(), 1);
     ASSERT_EQ(remove(loc.GetLanguageFile(0)->GetPath().ToQString().toUtf8().constData()), 0);
-    EXPECT_FALSE(loc.SelectLanguage(0));
     EXPECT_EQ(loc.LocalizeMessage(1, L"one"), L"one");
 }
 
@@ -479,11 +421,4 @@ TEST(CVxLocalize, InitWithLanguageFile)
     EXPECT_EQ(loc.GetLanguagesCount(), 1);
     EXPECT_EQ(loc.GetSelectedLanguage(), -1);
     EXPECT_EQ(loc.LocalizeMessage(8, L"untitled"), L"untitled");
-}
-
-TEST(CVxLocalize, TheSingletonStaysTheSame)
-{
-    CVxLocalize* loc = VX_GetLoc();
-    ASSERT_NE(loc, nullptr);
-    EXPECT_EQ(loc, VX_GetLoc());
 }

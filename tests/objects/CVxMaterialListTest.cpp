@@ -52,8 +52,6 @@ TEST(MaterialList, RecentColoursMoveToTheFront)
     ASSERT_EQ(3u, list.size());
     EXPECT_EQ(4u, list[0].color);
     EXPECT_EQ(-1, list.IndexOf(CVxMaterial(2, 0, L"")));
-    list.pop_back();
-    EXPECT_EQ(2u, list.size());
 }
 
 TEST(MaterialList, DiskRoundTrip)
@@ -71,14 +69,9 @@ TEST(MaterialList, DiskRoundTrip)
     ASSERT_EQ(list.size(), back.size());
     for (size_t i = 0; i < list.size(); ++i)
         EXPECT_EQ(list[i], back[i]) << i;
-}
-
-TEST(MaterialList, MissingFileLeavesTheList)
-{
-    CVxMaterialList list;
-    list.push_back(CVxMaterial(7, 0, L""));
-    EXPECT_FALSE(list.LoadFromDisk(VxTestTempFolder() + L"no-such-file.ini"));
-    EXPECT_EQ(1u, list.size());
+    // A missing file leaves the list.
+    EXPECT_FALSE(back.LoadFromDisk(VxTestTempFolder() + L"no-such-file.ini"));
+    EXPECT_EQ(list.size(), back.size());
 }
 
 TEST(MaterialList, BadItemsAreSkipped)
