@@ -7,9 +7,9 @@ const double CVxUnits::dUnitCal[UNIT_COUNT] = {0.1, 1, 2.54, 10, 30.48, 91.44, 1
 
 namespace {
 const wchar_t* const kDefaultNames[CVxUnits::UNIT_COUNT] = {L"mm", L"cm", L"inches", L"dm",
-                                                             L"ft", L"yd", L"m",      L"km"};
+                                                            L"ft", L"yd", L"m",      L"km"};
 const wchar_t* const kDefaultTexts[CVxUnits::UNIT_COUNT] = {L"mm", L"cm", L"\"", L"dm",
-                                                             L"ft", L"yd", L"m",  L"km"};
+                                                            L"ft", L"yd", L"m",  L"km"};
 } // namespace
 
 CVxStringW CVxUnits::wsUnitName[UNIT_COUNT] = {kDefaultNames[0], kDefaultNames[1], kDefaultNames[2],

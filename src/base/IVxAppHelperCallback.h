@@ -67,7 +67,10 @@ public:
     virtual CVxStringW GenerateUuid() { return CVxStringW(); }
     // Path encoding
     virtual CVxStringA GetFileSystemRepresentation(const CVxStringW& /*path*/) { return CVxStringA(); }
-    virtual CVxStringW GetStringFromFileSystemRepresentation(const CVxStringA& /*path*/) { return CVxStringW(); }
+    virtual CVxStringW GetStringFromFileSystemRepresentation(const CVxStringA& /*path*/)
+    {
+        return CVxStringW();
+    }
     // Files: a binary C stream, closed by the caller with fclose.
     virtual FILE* OpenFile(const CVxStringW& /*path*/, EVxOpenFileMode /*mode*/) { return nullptr; }
     // File attributes
@@ -172,8 +175,8 @@ public:
     virtual void ObjPropShow(bool /*show*/, CVxPart* /*part*/, bool /*multi*/) {}
     virtual bool ObjPropPartShowModal(CVxPart* /*part*/, bool /*userLib*/) { return false; }
     // Plan dialogues
-    virtual bool WallVertexPropDlgShow(CVxPlanVertex* /*vertex*/, double /*value*/, const CVxStringW& /*caption*/,
-                                       VxRECT* /*near*/)
+    virtual bool WallVertexPropDlgShow(CVxPlanVertex* /*vertex*/, double /*value*/,
+                                       const CVxStringW& /*caption*/, VxRECT* /*near*/)
     {
         return false;
     }
@@ -182,7 +185,8 @@ public:
     {
         return false;
     }
-    virtual bool WallHolePropDlgShow(CVxHoleInFloor* /*hole*/, const CVxStringW& /*caption*/, VxRECT* /*near*/)
+    virtual bool WallHolePropDlgShow(CVxHoleInFloor* /*hole*/, const CVxStringW& /*caption*/,
+                                     VxRECT* /*near*/)
     {
         return false;
     }

@@ -119,6 +119,6 @@ struct SVxSearchRec
     CVxStringW fullPath; // folder of the search plus the name
     bool isFolder = false;
     int64_t size = 0;
-    int64_t modified = 0; // seconds since the epoch
+    int64_t modified = 0;   // seconds since the epoch
     void* handle = nullptr; // host's listing state, freed by FileFindClose
 };

@@ -104,10 +104,10 @@ double DblRound2x(double value)
 namespace {
 
 const wchar_t* const kAsciiFractions[32] = {
-    L"0",     L"1/32",  L"1/16", L"3/32",  L"1/8",  L"5/32",  L"3/16", L"7/32",
-    L"1/4",   L"9/32",  L"5/16", L"11/32", L"3/8",  L"13/32", L"7/16", L"15/32",
-    L"1/2",   L"17/32", L"9/16", L"19/32", L"5/8",  L"21/32", L"11/16", L"23/32",
-    L"3/4",   L"25/32", L"13/16", L"27/32", L"7/8", L"29/32", L"15/16", L"31/32"};
+    L"0",   L"1/32",  L"1/16",  L"3/32",  L"1/8", L"5/32",  L"3/16",  L"7/32",
+    L"1/4", L"9/32",  L"5/16",  L"11/32", L"3/8", L"13/32", L"7/16",  L"15/32",
+    L"1/2", L"17/32", L"9/16",  L"19/32", L"5/8", L"21/32", L"11/16", L"23/32",
+    L"3/4", L"25/32", L"13/16", L"27/32", L"7/8", L"29/32", L"15/16", L"31/32"};
 
 // The same, with the single characters that exist for quarters and eighths.
 const wchar_t* GlyphFraction(int thirtySeconds)
@@ -191,8 +191,8 @@ CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int un
 double VX_DblReadText(const CVxStringW& text, double def, bool* ok, int unit)
 {
     unit = ResolveUnit(unit);
-    const bool feetMode = VX_GetOptions()->m_convertFeetInEdit && unit == 2 &&
-                          (text.Contains(L'\'') || text.Contains(L'/'));
+    const bool feetMode =
+        VX_GetOptions()->m_convertFeetInEdit && unit == 2 && (text.Contains(L'\'') || text.Contains(L'/'));
     if (!feetMode)
         return DblRound2x(DblRead(text, def, ok));
 

@@ -235,8 +235,5 @@ private:
     }
     Derived& Self() { return static_cast<Derived&>(*this); }
     size_t Pos(int start) const { return start < 0 ? 0 : static_cast<size_t>(start); }
-    static int ToIndex(size_t pos)
-    {
-        return pos == std::basic_string<Ch>::npos ? -1 : static_cast<int>(pos);
-    }
+    static int ToIndex(size_t pos) { return pos == std::basic_string<Ch>::npos ? -1 : static_cast<int>(pos); }
 };

@@ -215,7 +215,8 @@ void CVxOptions::ResetToDefaults()
             *static_cast<unsigned*>(b.value) = static_cast<unsigned>(b.numberDefault);
             break;
         case OPT_STRING:
-            *static_cast<CVxStringW*>(b.value) = b.textDefault ? CVxStringW(b.textDefault) : DocumentsFolder();
+            *static_cast<CVxStringW*>(b.value) =
+                b.textDefault ? CVxStringW(b.textDefault) : DocumentsFolder();
             break;
         }
     }
@@ -272,7 +273,8 @@ void CVxOptions::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
             *static_cast<int*>(b.value) = CVxIniFileReader::ToInt(value, static_cast<int>(b.numberDefault));
             break;
         case OPT_INT_AS_DOUBLE:
-            *static_cast<double*>(b.value) = CVxIniFileReader::ToInt(value, static_cast<int>(b.numberDefault));
+            *static_cast<double*>(b.value) =
+                CVxIniFileReader::ToInt(value, static_cast<int>(b.numberDefault));
             break;
         case OPT_INT64:
             *static_cast<int64_t*>(b.value) = value.ToInt64Def(static_cast<int64_t>(b.numberDefault));

@@ -76,7 +76,7 @@ public:
     bool m_newProjectsWithWizard, m_mainWndBackground, m_useIntegratedCalc, m_convertFeetInEdit;
     bool m_antiAliasing;
     int m_open3DViewMode;
-    int m_autoSaveInterval; // minutes; below 0 never
+    int m_autoSaveInterval;         // minutes; below 0 never
     int m_autoCheckVersionInterval; // days
     int m_autoCheckNewVersionLast, m_downLibCheckedDate, m_downLibCheckedCount;
     bool m_propFormShowExtInfo;

@@ -36,7 +36,8 @@ void CVxUtils::DeleteUserAppDataProjects()
         return;
     SVxSearchRec rec;
     std::vector<CVxStringW> folders;
-    for (bool found = host->FileFindFirst(root + L"*", true, &rec); found; found = host->FileFindNext(true, &rec))
+    for (bool found = host->FileFindFirst(root + L"*", true, &rec); found;
+         found = host->FileFindNext(true, &rec))
         folders.push_back(root + rec.name + L"/");
     host->FileFindClose(&rec);
     for (const CVxStringW& folder : folders) {

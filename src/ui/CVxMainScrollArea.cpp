@@ -61,10 +61,12 @@ void CVxMainScrollArea::KeepImageInCenter()
     const QSize visible = viewport()->size();
 
     VxPOINT origin;
-    origin.x = sheetWidth + 2 * kSheetMargin <= visible.width() ? (visible.width() - sheetWidth) / 2
-                                                                : kSheetMargin - horizontalScrollBar()->value();
-    origin.y = sheetHeight + 2 * kSheetMargin <= visible.height() ? (visible.height() - sheetHeight) / 2
-                                                                  : kSheetMargin - verticalScrollBar()->value();
+    origin.x = sheetWidth + 2 * kSheetMargin <= visible.width()
+                   ? (visible.width() - sheetWidth) / 2
+                   : kSheetMargin - horizontalScrollBar()->value();
+    origin.y = sheetHeight + 2 * kSheetMargin <= visible.height()
+                   ? (visible.height() - sheetHeight) / 2
+                   : kSheetMargin - verticalScrollBar()->value();
     core->SetViewOrigin(origin);
     m_renderArea->update();
 }

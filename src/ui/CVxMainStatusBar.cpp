@@ -45,7 +45,8 @@ CVxStringW CVxMainStatusBar::GetRightText() const
     const CVxStringW unit = CVxUnits::GetUnitText(project.m_unit);
 
     const double basis = project.m_baseZoom > 0 ? project.m_baseZoom : 1.0;
-    CVxStringW text = CVxStringW().sprintf(L"Zoom %d%%", static_cast<int>(std::lround(core->GetZoom() / basis * 100)));
+    CVxStringW text =
+        CVxStringW().sprintf(L"Zoom %d%%", static_cast<int>(std::lround(core->GetZoom() / basis * 100)));
     text += separator;
     text += L"Project ";
     text += VX_DblFormat(project.GetTotalWidth(), VX_DF_FEET_GLYPHS, true);
@@ -93,6 +94,7 @@ void CVxMainStatusBar::paintEvent(QPaintEvent* /*event*/)
     const int rightWidth = painter.fontMetrics().horizontalAdvance(right);
     painter.drawText(area, Qt::AlignVCenter | Qt::AlignRight, right);
     const QRect left = area.adjusted(0, 0, -(rightWidth + 24), 0);
-    painter.drawText(left, Qt::AlignVCenter | Qt::AlignLeft,
-                     painter.fontMetrics().elidedText(GetLeftText().ToQString(), Qt::ElideRight, left.width()));
+    painter.drawText(
+        left, Qt::AlignVCenter | Qt::AlignLeft,
+        painter.fontMetrics().elidedText(GetLeftText().ToQString(), Qt::ElideRight, left.width()));
 }

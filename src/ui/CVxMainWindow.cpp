@@ -245,8 +245,8 @@ void CVxMainWindow::CreateMenus()
         int number;
         const wchar_t* english;
     };
-    const SVxMenuTitle titles[MENU_COUNT] = {{1, L"&Project"},   {42, L"&Edit"},      {82, L"F&loor"},
-                                             {9, L"&Objects"},   {26, L"&View"},      {19, L"&Configure"},
+    const SVxMenuTitle titles[MENU_COUNT] = {{1, L"&Project"}, {42, L"&Edit"}, {82, L"F&loor"},
+                                             {9, L"&Objects"}, {26, L"&View"}, {19, L"&Configure"},
                                              {17, L"&Help"}};
     for (int i = 0; i < MENU_COUNT; ++i)
         m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
@@ -273,14 +273,13 @@ void CVxMainWindow::CreateDocks()
         const wchar_t* title;
         Qt::DockWidgetArea area;
     };
-    const SVxDockSpec specs[DOCK_COUNT] = {
-        {"LibraryDock", L"Library", Qt::LeftDockWidgetArea},
-        {"ListingDock", L"Object Listing", Qt::RightDockWidgetArea},
-        {"Setup3DDock", L"Explore in 3D - Setup", Qt::RightDockWidgetArea},
-        {"AlignDock", L"Alignment", Qt::LeftDockWidgetArea},
-        {"LayersDock", L"Layers", Qt::RightDockWidgetArea},
-        {"AttachmentsDock", L"Attachments", Qt::LeftDockWidgetArea},
-        {"CommentsDock", L"Comments", Qt::RightDockWidgetArea}};
+    const SVxDockSpec specs[DOCK_COUNT] = {{"LibraryDock", L"Library", Qt::LeftDockWidgetArea},
+                                           {"ListingDock", L"Object Listing", Qt::RightDockWidgetArea},
+                                           {"Setup3DDock", L"Explore in 3D - Setup", Qt::RightDockWidgetArea},
+                                           {"AlignDock", L"Alignment", Qt::LeftDockWidgetArea},
+                                           {"LayersDock", L"Layers", Qt::RightDockWidgetArea},
+                                           {"AttachmentsDock", L"Attachments", Qt::LeftDockWidgetArea},
+                                           {"CommentsDock", L"Comments", Qt::RightDockWidgetArea}};
     for (int i = 0; i < DOCK_COUNT; ++i) {
         auto* dock = new QDockWidget(CVxStringW(specs[i].title).ToQString(), this);
         dock->setObjectName(QString::fromLatin1(specs[i].name));

@@ -159,7 +159,8 @@ TEST_F(InchesFormat, FormatThenReadGivesTheValueBack)
         for (EVxDblFormat format : {VX_DF_FEET, VX_DF_INCHES}) {
             bool ok = false;
             const CVxStringW text = VX_DblFormat(value, format, true);
-            EXPECT_DOUBLE_EQ(VX_DblReadText(text, -1, &ok), DblRound2x(value)) << text.ToQString().toStdString();
+            EXPECT_DOUBLE_EQ(VX_DblReadText(text, -1, &ok), DblRound2x(value))
+                << text.ToQString().toStdString();
         }
     }
 }

@@ -147,7 +147,7 @@ TEST(CsvLine, QuotedFieldsAndSeparators)
     ASSERT_EQ(f.size(), 6u);
     EXPECT_EQ(f[0], L"1000");
     EXPECT_EQ(f[1], L"Green \"beige\""); // what follows a closing quote is dropped
-    EXPECT_EQ(f[2], L"");                  // a tab ends a field like the separator
+    EXPECT_EQ(f[2], L"");                // a tab ends a field like the separator
     EXPECT_EQ(f[3], L"205;190");
     EXPECT_EQ(f[4], L"");
     EXPECT_EQ(f[5], L"last");
@@ -165,7 +165,9 @@ TEST(Utf8, RoundTripAndStopAtBadSequence)
     EXPECT_EQ(VX_StringToUnicode(utf8, 1250), text); // the code page has no effect
 
     // An invalid byte cuts the text there and keeps what came before.
-    EXPECT_EQ(VX_StringFromUTF8(CVxStringA("ab\xC3""cd")), L"ab");
+    EXPECT_EQ(VX_StringFromUTF8(CVxStringA("ab\xC3"
+                                           "cd")),
+              L"ab");
     EXPECT_EQ(VX_StringFromUTF8(CVxStringA("ok\xFF")), L"ok");
     // A surrogate code point can't be encoded.
     std::wstring withSurrogate = L"x";

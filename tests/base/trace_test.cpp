@@ -38,9 +38,9 @@ TEST(Trace, LinesCarryTheTimeAndAnOldLogIsKept)
     CVxLogFile::Close();
 
     const QByteArray old = ReadAll(VxTestTempFolder() + L"pverrlog.old.txt");
-    EXPECT_TRUE(QRegularExpression(QStringLiteral(
-                                       "^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d \\| Init - language dir: "
-                                       "/opt/plaveno/Language\\n$"))
+    EXPECT_TRUE(QRegularExpression(
+                    QStringLiteral("^\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d \\| Init - language dir: "
+                                   "/opt/plaveno/Language\\n$"))
                     .match(QString::fromUtf8(old))
                     .hasMatch())
         << old.toStdString();

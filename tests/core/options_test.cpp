@@ -84,10 +84,10 @@ TEST(Options, WritesEveryKeyInItsOrder)
     ASSERT_FALSE(keys.empty());
     EXPECT_EQ(keys.front(), "DefLineColor");
     EXPECT_EQ(keys.back(), "AppUseCustomOpenSaveDlg");
-    const char* const order[] = {"DefWallColor", "FloorAppear",     "LabelFont",           "DefaultUnit",
-                                 "3DAvatarHeight", "AntiAliasing",  "CrashWhileAppStart", "LibAddCount",
-                                 "LibAddLib0",   "ExtLibOptCount",  "Recent0",             "Recent3",
-                                 "DrawFloorTextures", "LastVersion", "Language",           "MainWndHeight"};
+    const char* const order[] = {
+        "DefWallColor",       "FloorAppear", "LabelFont",  "DefaultUnit",    "3DAvatarHeight", "AntiAliasing",
+        "CrashWhileAppStart", "LibAddCount", "LibAddLib0", "ExtLibOptCount", "Recent0",        "Recent3",
+        "DrawFloorTextures",  "LastVersion", "Language",   "MainWndHeight"};
     int previous = -1;
     for (const char* key : order) {
         const int index = IndexOf(keys, key);

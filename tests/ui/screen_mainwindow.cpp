@@ -34,7 +34,8 @@ void ScreenMainWindow::startUpFrame()
     // The sheet lies in the middle of the plan area, in its grey.
     CVxMainRenderArea* area = window.GetRenderArea();
     const VxRECT sheet = VX_GetCore()->GetSheetRect();
-    const QPoint centre = area->mapTo(&window, QPoint((sheet.left + sheet.right) / 2, (sheet.top + sheet.bottom) / 2));
+    const QPoint centre =
+        area->mapTo(&window, QPoint((sheet.left + sheet.right) / 2, (sheet.top + sheet.bottom) / 2));
     QCOMPARE(shot.pixelColor(centre), QColor(0xD4, 0xD4, 0xD4));
     QVERIFY(window.menuBar()->isVisible());
     QVERIFY(window.statusBar()->isVisible());

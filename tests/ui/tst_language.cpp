@@ -24,9 +24,10 @@ void TestLanguage::germanMenusFromTheSettings()
     QStringList titles;
     for (QAction* action : window.menuBar()->actions())
         titles << action->text().remove(QLatin1Char('&'));
-    QCOMPARE(titles, (QStringList{QStringLiteral("Projekt"), QStringLiteral("Bearbeiten"),
-                                  QStringLiteral("Geschoss"), QStringLiteral("Objekte"), QStringLiteral("Ansicht"),
-                                  QStringLiteral("Einstellungen"), QStringLiteral("Hilfe")}));
+    QCOMPARE(titles,
+             (QStringList{QStringLiteral("Projekt"), QStringLiteral("Bearbeiten"), QStringLiteral("Geschoss"),
+                          QStringLiteral("Objekte"), QStringLiteral("Ansicht"),
+                          QStringLiteral("Einstellungen"), QStringLiteral("Hilfe")}));
     QCOMPARE(window.windowTitle(), QStringLiteral("Plaveno - [unbenannt]"));
     QCOMPARE(window.GetStatusBar()->GetLeftText().ToQString(),
              QStringLiteral("Zum Zoomen Strg + Mausrad verwenden."));
