@@ -44,6 +44,24 @@ double RoundingSlack(double magnitude)
 {
     return 1e-9 * (1 + magnitude);
 }
+// Whether the ray from `point` to `far` crosses the edge p1-p2 for the
+// inside count. A ray through a corner counts only for the edge that leaves
+// the corner towards larger y, so that grazing a corner counts twice or not
+// at all and a real crossing at a vertex counts once.
+bool RayCrossesEdge(const CVxDPoint& point, const CVxDPoint& far, const CVxDPoint& p1, const CVxDPoint& p2)
+{
+    double t = 0;
+    double u = 0;
+    if (!DblFindInter(&point, &far, &p1, &p2, &t, &u) ||
+        !(t > -EPS && t - 1 < EPS && u > -EPS && u - 1 < EPS))
+        return false;
+    const bool atStart = std::fabs(u) < EPS;
+    const bool atEnd = std::fabs(u - 1) < EPS;
+    if (!atStart && !atEnd)
+        return true;
+    return (atStart ? p2 : p1).y > point.y;
+}
+
 } // namespace
 
 void CVxDPolygon::Zero()
@@ -454,20 +472,8 @@ bool CVxDPolygon::PtInPolygonBounded(const CVxDPoint& point, const CVxDRect& bou
             const CVxDPoint& q = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
             if (low < std::min(prev.y, q.y) || high > std::max(prev.y, q.y) || std::max(prev.x, q.x) < left)
                 continue;
-            double t = 0;
-            double u = 0;
-            if (DblFindInter(&point, &far, &prev, &q, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
-                u - 1 < EPS) {
-                const bool atStart = std::fabs(u) < EPS;
-                const bool atEnd = std::fabs(u - 1) < EPS;
-                if (atStart || atEnd) {
-                    const CVxDPoint& other = atStart ? q : prev;
-                    if (other.y > point.y)
-                        ++crossings;
-                } else {
-                    ++crossings;
-                }
-            }
+            if (RayCrossesEdge(point, far, prev, q))
+                ++crossings;
         }
         return (crossings % 2) == 1;
     }
@@ -478,26 +484,8 @@ bool CVxDPolygon::PtInPolygonBounded(const CVxDPoint& point, const CVxDRect& bou
         const int count = SampleEdge(sampled, i, control, false, kChordsForInside);
         for (int k = 0; k < count; ++k) {
             const CVxDPoint& q = sampled[k];
-            double t = 0;
-            double u = 0;
-            if (DblFindInter(&point, &far, &prev, &q, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
-                u - 1 < EPS) {
-                // A ray through the vertex shared by two chords hits both.
-                // Of the two, only the chord that leaves the vertex towards
-                // larger y counts: so a ray through a vertex where the
-                // outline crosses it counts once, and a ray that only
-                // touches a corner (or runs along a flat edge that the
-                // outline leaves the way it came) counts twice or not at all.
-                const bool atStart = std::fabs(u) < EPS;
-                const bool atEnd = std::fabs(u - 1) < EPS;
-                if (atStart || atEnd) {
-                    const CVxDPoint& other = atStart ? q : prev;
-                    if (other.y > point.y)
-                        ++crossings;
-                } else {
-                    ++crossings;
-                }
-            }
+            if (RayCrossesEdge(point, far, prev, q))
+                ++crossings;
             prev = q;
         }
     }
@@ -660,20 +648,8 @@ CVxDPolygon::EPlace CVxDPolygon::PlacePoint(const CVxDPoint& point, double maxDi
         }
         if (!ray || low < minY || high > maxY || std::max(p1.x, p2.x) < left)
             continue;
-        double t = 0;
-        double u = 0;
-        if (DblFindInter(&point, &far, &p1, &p2, &t, &u) && t > -EPS && t - 1 < EPS && u > -EPS &&
-            u - 1 < EPS) {
-            const bool atStart = std::fabs(u) < EPS;
-            const bool atEnd = std::fabs(u - 1) < EPS;
-            if (atStart || atEnd) {
-                const CVxDPoint& other = atStart ? p2 : p1;
-                if (other.y > point.y)
-                    ++crossings;
-            } else {
-                ++crossings;
-            }
-        }
+        if (RayCrossesEdge(point, far, p1, p2))
+            ++crossings;
     }
     if (best >= 0 || vertex)
         return PLACE_ON;
