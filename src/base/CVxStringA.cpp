@@ -44,38 +44,6 @@ CVxStringA& CVxStringA::sprintf(const char* format, ...)
     return *this;
 }
 
-int CVxStringA::ToIntDef(int def) const
-{
-    if (m_s.empty())
-        return def;
-    if (m_s.size() >= 3 && m_s[0] == '0' && m_s[1] == 'x') {
-        unsigned value = 0;
-        if (sscanf(m_s.c_str() + 2, "%x", &value) < 1)
-            return def;
-        return static_cast<int>(value);
-    }
-    int value = 0;
-    if (sscanf(m_s.c_str(), "%d", &value) < 1)
-        return def;
-    return value;
-}
-
-int64_t CVxStringA::ToInt64Def(int64_t def) const
-{
-    if (m_s.empty())
-        return def;
-    if (m_s.size() >= 3 && m_s[0] == '0' && m_s[1] == 'x') {
-        unsigned long long hex = 0;
-        if (sscanf(m_s.c_str() + 2, "%llx", &hex) < 1)
-            return def;
-        return static_cast<int64_t>(hex);
-    }
-    long long value = 0;
-    if (sscanf(m_s.c_str(), "%lld", &value) < 1)
-        return def;
-    return value;
-}
-
 CVxStringA CVxStringA::IntToHex(unsigned value, int digits, bool prefix)
 {
     static const char kDigits[] = "0123456789ABCDEF";

@@ -18,9 +18,5 @@ public:
 
     CVxStringA& sprintf(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
-    int ToIntDef(int def) const;
-    int64_t ToInt64Def(int64_t def) const;
-    bool ToBoolDef(bool def) const { return ToIntDef(def ? 1 : 0) > 0; }
-
     static CVxStringA IntToHex(unsigned value, int digits, bool prefix);
 };

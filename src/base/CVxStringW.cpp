@@ -61,38 +61,6 @@ CVxStringW& CVxStringW::sprintf(const wchar_t* format, ...)
     }
 }
 
-int CVxStringW::ToIntDef(int def) const
-{
-    if (m_s.empty())
-        return def;
-    if (m_s.size() >= 3 && m_s[0] == L'0' && m_s[1] == L'x') {
-        unsigned value = 0;
-        if (swscanf(m_s.c_str() + 2, L"%x", &value) < 1)
-            return def;
-        return static_cast<int>(value);
-    }
-    int value = 0;
-    if (swscanf(m_s.c_str(), L"%d", &value) < 1)
-        return def;
-    return value;
-}
-
-int64_t CVxStringW::ToInt64Def(int64_t def) const
-{
-    if (m_s.empty())
-        return def;
-    long long value = 0;
-    if (m_s.size() >= 3 && m_s[0] == L'0' && m_s[1] == L'x') {
-        unsigned long long hex = 0;
-        if (swscanf(m_s.c_str() + 2, L"%llx", &hex) < 1)
-            return def;
-        return static_cast<int64_t>(hex);
-    }
-    if (swscanf(m_s.c_str(), L"%lld", &value) < 1)
-        return def;
-    return value;
-}
-
 static QLocale NumberLocale()
 {
     QLocale locale;

@@ -25,9 +25,6 @@ public:
 
     CVxStringW& sprintf(const wchar_t* format, ...);
 
-    int ToIntDef(int def) const;
-    int64_t ToInt64Def(int64_t def) const;
-    bool ToBoolDef(bool def) const { return ToIntDef(def ? 1 : 0) > 0; }
     // For what a user typed: reads with the system locale and throws
     // std::invalid_argument("bad_cast") when the text is no number.
     double ToDouble() const;

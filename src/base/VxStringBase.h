@@ -2,8 +2,47 @@
 // The operations that the wide and the 8-bit string share. Indexes are int,
 // as everywhere in the document model, and a search that fails gives -1.
 
+#include <cstdint>
+#include <cstdio>
+#include <cwchar>
 #include <string>
 #include <vector>
+
+// The scanf family for both character types, for the number readers below.
+namespace VxStringScan {
+inline bool Hex(const char* s, unsigned* v)
+{
+    return sscanf(s, "%x", v) == 1;
+}
+inline bool Hex(const wchar_t* s, unsigned* v)
+{
+    return swscanf(s, L"%x", v) == 1;
+}
+inline bool Hex(const char* s, unsigned long long* v)
+{
+    return sscanf(s, "%llx", v) == 1;
+}
+inline bool Hex(const wchar_t* s, unsigned long long* v)
+{
+    return swscanf(s, L"%llx", v) == 1;
+}
+inline bool Dec(const char* s, int* v)
+{
+    return sscanf(s, "%d", v) == 1;
+}
+inline bool Dec(const wchar_t* s, int* v)
+{
+    return swscanf(s, L"%d", v) == 1;
+}
+inline bool Dec(const char* s, long long* v)
+{
+    return sscanf(s, "%lld", v) == 1;
+}
+inline bool Dec(const wchar_t* s, long long* v)
+{
+    return swscanf(s, L"%lld", v) == 1;
+}
+} // namespace VxStringScan
 
 template <typename Ch, typename Derived>
 class CVxStringBase
@@ -198,6 +237,33 @@ public:
         return fields;
     }
 
+    // Numbers in files: empty text gives `def`; "0x" and at least one more
+    // character is hexadecimal, anything else decimal; unreadable text gives
+    // `def`.
+    int ToIntDef(int def) const
+    {
+        if (m_s.empty())
+            return def;
+        if (IsHexText()) {
+            unsigned value = 0;
+            return VxStringScan::Hex(m_s.c_str() + 2, &value) ? static_cast<int>(value) : def;
+        }
+        int value = 0;
+        return VxStringScan::Dec(m_s.c_str(), &value) ? value : def;
+    }
+    int64_t ToInt64Def(int64_t def) const
+    {
+        if (m_s.empty())
+            return def;
+        if (IsHexText()) {
+            unsigned long long value = 0;
+            return VxStringScan::Hex(m_s.c_str() + 2, &value) ? static_cast<int64_t>(value) : def;
+        }
+        long long value = 0;
+        return VxStringScan::Dec(m_s.c_str(), &value) ? value : def;
+    }
+    bool ToBoolDef(bool def) const { return ToIntDef(def ? 1 : 0) > 0; }
+
     Derived& operator+=(const Derived& other)
     {
         m_s += other.m_s;
@@ -228,6 +294,7 @@ protected:
     std::basic_string<Ch> m_s;
 
 private:
+    bool IsHexText() const { return m_s.size() >= 3 && m_s[0] == Ch('0') && m_s[1] == Ch('x'); }
     static const Ch* EmptyText()
     {
         static const Ch empty[1] = {Ch(0)};

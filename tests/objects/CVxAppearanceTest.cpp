@@ -5,6 +5,7 @@
 #include "CVxPictureLoadCache.h"
 #include "CVxStringReader.h"
 #include "CVxStringTokenizer.h"
+#include "VxPictureCacheScope.h"
 #include "VxTestEnv.h"
 
 #include <QDir>
@@ -14,17 +15,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// The picture cache keeps what it read until a drawing pass ends; a test
-// that reads pictures ends as such a pass would.
-class CPictureCacheScope
-{
-public:
-    CPictureCacheScope() = default;
-    CPictureCacheScope(const CPictureCacheScope&) = delete;
-    CPictureCacheScope& operator=(const CPictureCacheScope&) = delete;
-    ~CPictureCacheScope() { CVxPictureLoadCache::Clear(); }
-};
 
 CVxAppearance TiledFloor()
 {

@@ -2,6 +2,7 @@
 #include "CVxAppearanceTileGenCache.h"
 #include "CVxPicBuf.h"
 #include "CVxPictureLoadCache.h"
+#include "VxPictureCacheScope.h"
 #include "VxTestEnv.h"
 
 #include <QFile>
@@ -10,17 +11,6 @@
 #include <gtest/gtest.h>
 
 namespace {
-
-// The picture cache keeps what it read until a drawing pass ends; a test
-// that reads pictures ends as such a pass would.
-class CPictureCacheScope
-{
-public:
-    CPictureCacheScope() = default;
-    CPictureCacheScope(const CPictureCacheScope&) = delete;
-    CPictureCacheScope& operator=(const CPictureCacheScope&) = delete;
-    ~CPictureCacheScope() { CVxPictureLoadCache::Clear(); }
-};
 
 const unsigned red = VX_RGB(220, 30, 30);
 const unsigned blue = VX_RGB(30, 30, 220);
