@@ -6,12 +6,16 @@
 #include "CVxAnnotation.h"
 #include "CVxAppearance.h"
 #include "CVxDRect.h"
+#include "CVxDecorativeMolding.h"
+#include "CVxFloorPlanDef.h"
 #include "CVxLocalCoordsSet.h"
+#include "CVxRoomWalls.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 #include "CVxViewLayers.h"
 #include "IVxReadIniClient.h"
 
+class CVxFloorPlan;
 class CVxIniFileReader;
 class CVxIniWriter;
 class CVxProject;
@@ -42,6 +46,10 @@ public:
     bool LoadFromFile(CVxIniFileReader* reader, CVxProject* project);
 
     double GetTotalZHeight() const;
+
+    // The floor's default surfaces from its rooms where all rooms agree,
+    // and, with save, the plan definition from the plan.
+    void SetCommonFloorAppearancesAndSave(const CVxFloorPlan& plan, bool save);
 
     // The layer operations of the layers window. The last layer can't be
     // removed.
@@ -80,7 +88,12 @@ public:
     double m_bkgScanExtra[2] = {0, 0};
     CVxAnnotation m_annotations;
 
+    CVxRoomWalls m_walls;
     CVxViewLayers m_layers;
+    CVxFloorPlanDef m_planDef;
+    // What new rooms take.
+    CVxDecorativeMolding m_baseMolding;
+    CVxDecorativeMolding m_crownMolding;
 
     CVxLocalCoordsSet m_localCoords;
 };

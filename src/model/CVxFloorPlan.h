@@ -1,0 +1,90 @@
+#pragma once
+// Rooms derived from walls. The wall centre lines become a planar graph, the
+// outer contour of each group of connected walls is walked first, then every
+// inner face becomes a room. The application keeps one plan for the current
+// floor; other code builds temporary ones.
+
+#include "CVxAppearance.h"
+#include "CVxDPoint.h"
+#include "CVxFloorPlanDef.h"
+#include "CVxFloorRegion.h"
+#include "CVxPlanGraph.h"
+
+#include <cstdint>
+#include <vector>
+
+class CVxDC;
+class CVxFloor;
+class CVxRoomWalls;
+
+class CVxFloorPlan
+{
+public:
+    CVxFloorPlan() = default;
+    ~CVxFloorPlan();
+    CVxFloorPlan(const CVxFloorPlan&) = delete;
+    CVxFloorPlan& operator=(const CVxFloorPlan&) = delete;
+
+    // The whole plan of the floor from its walls. unit -1: no unit, new
+    // rooms get no default moulding sizes.
+    void CreatePlan(CVxFloor& floor, int unit);
+    CVxFloorPlanDef Save() const;
+    void Reset();
+
+    CVxPlanVertex* SafeGetVertex(int i) const;
+    CVxPlanEdge* SafeGetEdge(int i) const;
+    CVxFloorRegion* SafeGetRegion(int i);
+    const CVxFloorRegion* SafeGetRegion(int i) const;
+    CVxFloorRegion* SafeGetOuterRegion(int i);
+    const CVxFloorRegion* SafeGetOuterRegion(int i) const;
+    // Rooms first, then outer regions.
+    CVxFloorRegion* GetInnerOtOuterRegion(int i);
+    int GetRegionCount() const { return static_cast<int>(regions.size()); }
+    int GetOuterRegionCount() const { return static_cast<int>(outerRegions.size()); }
+    int GetEdgeIdx(const CVxPlanEdge* edge) const;
+    // The first vertex within EPS on both axes, null if none.
+    CVxPlanVertex* FindVertex(double x, double y) const;
+    // An edge between the two in either direction.
+    CVxPlanEdge* FindEdge(const CVxPlanVertex* v1, const CVxPlanVertex* v2) const;
+
+    double GetArea() const;
+    double GetOuterArea() const;
+    // The smallest room containing the point, -1 if none.
+    int FindRegion(const CVxDPoint& point) const;
+
+    void ChangeSurfaceAppearace(CVxFloor& floor, const CVxAppearance& newAppearance,
+                                const CVxAppearance& oldAppearance, int surface);
+    bool IsCommonSurfaceAppearance(CVxAppearance& appearance, int surface) const;
+    bool IsFloorTexturePresent() const;
+
+    // Keep the plan valid across a project-wide transform without a rebuild.
+    void Move(double dx, double dy, double dz);
+    void Scale(double sx, double sy, double sz);
+    void Rotate(double degrees, bool normalise);
+    void Mirror(bool aroundX, bool normalise);
+
+    bool FindInnerEdgeForWall(int wall, const CVxDPoint& point, CVxDPoint* outA, CVxDPoint* outB) const;
+    int GetWallSegmentAtPoint(int x, int y, int& ioRegion, int offsetX, int offsetY, double zoom);
+    // New polygons from the walls as they stand, keeping the graph: for a
+    // drag in the wall editor.
+    void UpdateAllRegionPolygons(const CVxFloor& floor);
+    void DrawRegions(CVxDC* dc, int offsetX, int offsetY, double zoom, int flags);
+
+    // The steps of CreatePlan.
+    void FindWallIntersections(const CVxRoomWalls& walls);
+    void CreatePlanarGraph();
+    void MarkComponents();
+    void FindRegions(const CVxFloor& floor, int unit);
+    void MatchRegions(const CVxFloorPlanDef& def);
+    void RemoveHolesFromRegions(CVxRoomWalls& walls);
+
+    std::vector<CVxFloorRegion> regions;
+    std::vector<CVxFloorRegion> outerRegions;
+    std::vector<CVxPlanVertex*> vertices;
+    std::vector<CVxPlanEdge*> edges;
+    int32_t componentCount = 0;
+
+private:
+    CVxPlanVertex* AddVertex(double x, double y);
+    void CompSearch(CVxPlanVertex* vertex, int component);
+};

@@ -1,0 +1,3 @@
+#include "CVxFloorPlanDef.h"
+
+void CVxFloorPlanDef::OnReadIniValue(const CVxStringA&, const CVxStringW&, CVxIniFileReader*) {}

@@ -1,0 +1,3 @@
+#include "CVxRoomWalls.h"
+
+void CVxRoomWalls::OnReadIniValue(const CVxStringA&, const CVxStringW&, CVxIniFileReader*) {}
