@@ -3,12 +3,15 @@
 // walked forwards.
 
 #include "CVxDPolygon.h"
+
 #include "CVxPolyInfo.h"
 #include "VxEps.h"
 #include "VxGeometryFunctions.h"
+#include "VxPolygonRay.h"
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 bool IsFinite(const CVxDPolygon& polygon)
@@ -461,6 +464,535 @@ void CVxDPolygon::RemoveHole(std::vector<CVxDPolygon>& list, const CVxDPolygon& 
 }
 
 namespace {
+// Openings wholly inside a room are bridged into its outline one after the
+// other, and each one would make the next subtraction scan a longer outline.
+// For straight outlines the bridged outline is kept here with indexes of its
+// edges and vertices, so that each further opening costs about as much as the
+// parts of the outline near it. Every test below gives the answer of the full
+// subtraction; whatever they cannot settle goes to the full subtraction.
+
+// Coordinates below this keep every squared distance and every product in the
+// intersection tests finite and well clear of overflow.
+constexpr double kLargestFastCoordinate = 1e9;
+
+using vx_polygon::RayCrossesEdge;
+using vx_polygon::RoundingSlack;
+
+double Magnitude(const CVxDRect& r)
+{
+    return std::max(std::max(std::fabs(r.left), std::fabs(r.right)),
+                    std::max(std::fabs(r.top), std::fabs(r.bottom)));
+}
+
+// Whether an outline has straight edges only, no curve data at all, and
+// nothing that the subtraction would first rebuild or refuse.
+bool IsPlainOutline(const CVxDPolygon& polygon)
+{
+    const size_t n = polygon.points.size();
+    if (n < 3 || !polygon.bezierFlags.empty() || !polygon.bezierControls.empty() ||
+        polygon.WouldRemoveDuplicates() || !IsFinite(polygon))
+        return false;
+    return std::all_of(polygon.points.begin(), polygon.points.end(), [](const CVxDPoint& p) {
+        return std::fabs(p.x) < kLargestFastCoordinate && std::fabs(p.y) < kLargestFastCoordinate;
+    });
+}
+
+// Buckets along one axis. A range lands in every bucket it overlaps, and the
+// bucket of a coordinate never decreases as the coordinate grows, so ranges
+// that overlap always share a bucket; coordinates past the ends go to the end
+// buckets.
+class AxisBuckets
+{
+public:
+    static constexpr int kCount = 64;
+
+    void Reset(double low, double high, int count = kCount)
+    {
+        m_origin = low;
+        m_count = count;
+        m_scale = high > low ? count / (high - low) : 0;
+        m_width = high > low ? (high - low) / count : 0;
+        m_head.assign(static_cast<size_t>(count), -1);
+        m_links.clear();
+    }
+    int Bucket(double v) const
+    {
+        const double f = (v - m_origin) * m_scale;
+        if (!(f > 0))
+            return 0;
+        if (f >= m_count)
+            return m_count - 1;
+        return static_cast<int>(f);
+    }
+    int Count() const { return m_count; }
+    double Width() const { return m_width; }
+    void Add(int item, double low, double high)
+    {
+        const int last = Bucket(high);
+        for (int k = Bucket(low); k <= last; ++k)
+            AddToBucket(item, k);
+    }
+    void AddToBucket(int item, int bucket)
+    {
+        m_links.push_back({item, m_head[static_cast<size_t>(bucket)]});
+        m_head[static_cast<size_t>(bucket)] = static_cast<int>(m_links.size()) - 1;
+    }
+    // Calls f for each item of a bucket; an item in several buckets comes once
+    // per bucket.
+    template <class F>
+    void VisitBucket(int bucket, F&& f) const
+    {
+        for (int k = m_head[static_cast<size_t>(bucket)]; k >= 0; k = m_links[static_cast<size_t>(k)].next)
+            f(m_links[static_cast<size_t>(k)].item);
+    }
+    template <class F>
+    void Visit(double low, double high, F&& f) const
+    {
+        const int last = Bucket(high);
+        for (int b = Bucket(low); b <= last; ++b)
+            VisitBucket(b, f);
+    }
+
+private:
+    struct Link
+    {
+        int item;
+        int next;
+    };
+    double m_origin = 0;
+    double m_scale = 0;
+    double m_width = 0;
+    int m_count = 1;
+    std::vector<int> m_head;
+    std::vector<Link> m_links;
+};
+
+// A straight outline, as a bridged room becomes, with the subtraction of
+// openings wholly inside it carried out in place.
+class BridgedOutline
+{
+public:
+    // The outline must be IsPlainOutline.
+    explicit BridgedOutline(const CVxDPolygon& polygon)
+        : m_kind(polygon.kind), m_tag(polygon.tag), m_walls(polygon.edgeWalls.size() == polygon.points.size())
+    {
+        const size_t n = polygon.points.size();
+        const CVxDRect bounds = polygon.GetBoundingRect();
+        m_xEdges.Reset(bounds.left, bounds.right);
+        m_yEdges.Reset(bounds.top, bounds.bottom);
+        m_xVertices.Reset(bounds.left, bounds.right, kVertexCells);
+        m_yVertices.Reset(bounds.top, bounds.bottom, kVertexCells);
+        m_cells.assign(static_cast<size_t>(kVertexCells * kVertexCells), -1);
+        m_bounds = bounds;
+        for (size_t i = 0; i < n; ++i) {
+            AddVertex(polygon.points[i], m_walls ? polygon.edgeWalls[i] : -1);
+            m_order.push_back(static_cast<int>(i));
+        }
+        for (size_t i = 0; i < n; ++i)
+            AddEdge(polygon.points[i], polygon.points[(i + 1) % n]);
+    }
+
+    // Whether the full subtraction of the hole, IsPlainOutline, would bridge
+    // it: some vertex of the outline lies clear of the hole, the hole's first
+    // vertex lies inside the outline, and no edges of the two meet.
+    bool WouldBridge(const CVxDPolygon& hole) const
+    {
+        CVxDRect holeNear = hole.GetBoundingRect();
+        holeNear.InflateRect(2 * CVxPolyInfo::kOnLineDistance, 2 * CVxPolyInfo::kOnLineDistance);
+        holeNear.NormalizeRect();
+        if (m_bounds.left >= holeNear.left && m_bounds.right <= holeNear.right &&
+            m_bounds.top >= holeNear.top && m_bounds.bottom <= holeNear.bottom)
+            return false;
+        if (!IsInside(hole.points[0]))
+            return false;
+        return !Meets(hole);
+    }
+
+    // Bridges a hole for which WouldBridge holds, as BridgeHole does. False,
+    // and nothing done, when the bridge would start and end at one point:
+    // the outline would then hold a duplicate vertex.
+    bool Bridge(const CVxDPolygon& hole)
+    {
+        int ia = 0;
+        int ib = 0;
+        NearestPair(hole, &ia, &ib);
+        const int nB = static_cast<int>(hole.points.size());
+        const CVxDPoint from = m_vertices[static_cast<size_t>(m_order[static_cast<size_t>(ia)])];
+        const CVxDPoint to = hole.points[static_cast<size_t>(ib)];
+        if (from == to)
+            return false;
+
+        // The outline now runs from its vertex ia round, then over the
+        // bridge round the hole and back.
+        const int n = static_cast<int>(m_order.size());
+        std::rotate(m_order.begin(), m_order.begin() + ia, m_order.end());
+        for (int p = 0; p < n; ++p)
+            m_position[static_cast<size_t>(m_order[static_cast<size_t>(p)])] = p;
+        AppendVertex(from);
+        for (int k = 0; k <= nB; ++k)
+            AppendVertex(hole.points[static_cast<size_t>((ib + k) % nB)]);
+
+        AddEdge(from, to);
+        for (int j = 0; j < nB; ++j)
+            AddEdge(hole.points[static_cast<size_t>(j)], hole.points[static_cast<size_t>((j + 1) % nB)]);
+        AddEdge(to, from);
+        return true;
+    }
+
+    CVxDPolygon ToPolygon() const
+    {
+        CVxDPolygon out;
+        out.kind = m_kind;
+        out.tag = m_tag;
+        out.points.reserve(m_order.size());
+        if (m_walls)
+            out.edgeWalls.reserve(m_order.size());
+        for (int id : m_order) {
+            out.points.push_back(m_vertices[static_cast<size_t>(id)]);
+            if (m_walls)
+                out.edgeWalls.push_back(m_vertexWalls[static_cast<size_t>(id)]);
+        }
+        return out;
+    }
+
+private:
+    static constexpr int kVertexCells = 32;
+
+    struct Edge
+    {
+        CVxDPoint p1;
+        CVxDPoint p2;
+    };
+
+    void AddVertex(const CVxDPoint& p, int32_t wall)
+    {
+        const int id = static_cast<int>(m_vertices.size());
+        m_vertices.push_back(p);
+        m_vertexWalls.push_back(wall);
+        m_position.push_back(static_cast<int>(m_order.size()));
+        const size_t cell =
+            static_cast<size_t>(m_yVertices.Bucket(p.y) * kVertexCells + m_xVertices.Bucket(p.x));
+        m_vertexNext.push_back(m_cells[cell]);
+        m_cells[cell] = id;
+        m_magnitude = std::max(m_magnitude, std::max(std::fabs(p.x), std::fabs(p.y)));
+    }
+    // A vertex of the bridge or the hole: it starts an edge of no wall.
+    void AppendVertex(const CVxDPoint& p)
+    {
+        const int id = static_cast<int>(m_vertices.size());
+        AddVertex(p, -1);
+        m_order.push_back(id);
+    }
+
+    void AddEdge(const CVxDPoint& p1, const CVxDPoint& p2)
+    {
+        const int id = static_cast<int>(m_edges.size());
+        m_edges.push_back({p1, p2});
+        m_seen.push_back(0);
+        m_bounds.left = std::min(m_bounds.left, std::min(p1.x, p2.x));
+        m_bounds.right = std::max(m_bounds.right, std::max(p1.x, p2.x));
+        m_bounds.top = std::min(m_bounds.top, std::min(p1.y, p2.y));
+        m_bounds.bottom = std::max(m_bounds.bottom, std::max(p1.y, p2.y));
+        // Edges that DblFindInter measures along x are found by their extent
+        // in x, the others by their extent in y; every edge is found by its
+        // extent in y for the inside test.
+        if (std::fabs(p2.x - p1.x) >= EPS)
+            m_xEdges.Add(id, std::min(p1.x, p2.x), std::max(p1.x, p2.x));
+        m_yEdges.Add(id, std::min(p1.y, p2.y), std::max(p1.y, p2.y));
+    }
+
+    // Calls f once for each edge in the buckets over low..high.
+    template <class F>
+    void VisitEdges(const AxisBuckets& buckets, double low, double high, F&& f) const
+    {
+        ++m_visit;
+        buckets.Visit(low, high, [&](int id) {
+            uint32_t& seen = m_seen[static_cast<size_t>(id)];
+            if (seen == m_visit)
+                return;
+            seen = m_visit;
+            f(m_edges[static_cast<size_t>(id)]);
+        });
+    }
+
+    // What the subtraction's marking of the hole's vertices finds for this
+    // one: inside the outline, not within 0.001 of it nor at a vertex. The
+    // tests and their filters are those of CVxDPolygon::PlacePoint for the
+    // bounds of the outline, over the edges near the point's y only; the
+    // filter in y there skips all the others.
+    bool IsInside(const CVxDPoint& point) const
+    {
+        const double maxDist = CVxPolyInfo::kOnLineDistance;
+        const CVxDRect& bounds = m_bounds;
+        CVxDRect near = bounds;
+        near.InflateRect(2 * maxDist, 2 * maxDist);
+        if (!(point.x >= near.left && point.x <= near.right && point.y >= near.top && point.y <= near.bottom))
+            return false;
+
+        const double magnitude = Magnitude(bounds);
+        const double reach =
+            maxDist + RoundingSlack(2 * std::max(magnitude, std::fabs(point.x) + std::fabs(point.y)));
+        const bool ray = bounds.PtInRect(point);
+        const CVxDPoint far(bounds.right + 50, point.y);
+        const double slack = RoundingSlack(magnitude);
+        const double low = point.y + EPS * (bounds.bottom - bounds.top) + slack;
+        const double high = point.y - EPS * (bounds.bottom - bounds.top) - slack;
+        const double left = point.x - EPS * (far.x - point.x + bounds.right - bounds.left) - slack;
+        const double band =
+            2 * std::max(std::max(reach, EPS * (bounds.bottom - bounds.top) + slack), 2 * EPS);
+        bool on = false;
+        int crossings = 0;
+        const double margin = 2 * band + RoundingSlack(magnitude);
+        VisitEdges(m_yEdges, point.y - margin, point.y + margin, [&](const Edge& edge) {
+            const CVxDPoint& p1 = edge.p1;
+            const CVxDPoint& p2 = edge.p2;
+            const double minY = std::min(p1.y, p2.y);
+            const double maxY = std::max(p1.y, p2.y);
+            if (point.y < minY - band || point.y > maxY + band)
+                return;
+            if (p1 == point)
+                on = true;
+            if (!(point.x < std::min(p1.x, p2.x) - reach || point.x > std::max(p1.x, p2.x) + reach ||
+                  point.y < minY - reach || point.y > maxY + reach)) {
+                double t = -1;
+                const double dist = DblGetDistFromLine(p1, p2, point, &t);
+                if (t > 0 && t < 1 && dist <= maxDist)
+                    on = true;
+            }
+            // A level edge is parallel to the ray: DblFindInter finds nothing.
+            if (!ray || low < minY || high > maxY || std::max(p1.x, p2.x) < left || p1.y == p2.y)
+                return;
+            if (RayCrossesEdge(point, far, p1, p2))
+                ++crossings;
+        });
+        return !on && (crossings % 2) == 1;
+    }
+
+    // Whether an edge of the outline and one of the hole meet as the
+    // subtraction's crossing search accepts it. Only edges that HoleBox does
+    // not rule out are tried, as there.
+    bool Meets(const CVxDPolygon& hole) const
+    {
+        const HoleBox box = HoleBox::Of(hole);
+        const size_t nB = hole.points.size();
+        // HoleBox reaches at most this far past the hole's box along its axis.
+        const double slack = 1e-9 * (1 + box.magnitude + 2 * m_magnitude);
+        const double reach =
+            2 * (EPS * (std::max(m_bounds.right - m_bounds.left, m_bounds.bottom - m_bounds.top) +
+                        std::max(box.right - box.left, box.bottom - box.top)) +
+                 2 * slack) +
+            RoundingSlack(m_magnitude);
+        bool meets = false;
+        auto tryEdge = [&](const Edge& edge) {
+            if (meets || box.Misses(edge.p1, edge.p2, m_magnitude))
+                return;
+            const bool level = edge.p1.y == edge.p2.y;
+            const bool upright = edge.p1.x == edge.p2.x;
+            for (size_t j = 0; j < nB && !meets; ++j) {
+                const CVxDPoint& q1 = hole.points[j];
+                const CVxDPoint& q2 = hole.points[(j + 1) % nB];
+                // Two level or two upright edges make DblFindInter's
+                // determinant exactly zero.
+                if ((level && q1.y == q2.y) || (upright && q1.x == q2.x))
+                    continue;
+                double t = 0;
+                double u = 0;
+                meets =
+                    DblFindInter(&edge.p1, &edge.p2, &q1, &q2, &t, &u) && AcceptParam(t) && AcceptParam(u);
+            }
+        };
+        VisitEdges(m_xEdges, box.left - reach, box.right + reach, tryEdge);
+        if (meets)
+            return true;
+        VisitEdges(m_yEdges, box.top - reach, box.bottom + reach, [&](const Edge& edge) {
+            if (std::fabs(edge.p2.x - edge.p1.x) < EPS)
+                tryEdge(edge);
+        });
+        return meets;
+    }
+
+    // The pair of an outline vertex (by position) and a hole vertex nearest
+    // each other, the first in the outline's order and then the hole's on a
+    // tie, as BridgeHole chooses. Cells are searched in rings round the
+    // hole's until no vertex further out could come as near.
+    void NearestPair(const CVxDPolygon& hole, int* outPosition, int* outHoleVertex) const
+    {
+        const HoleBox box = HoleBox::Of(hole);
+        const int x0 = m_xVertices.Bucket(box.left);
+        const int x1 = m_xVertices.Bucket(box.right);
+        const int y0 = m_yVertices.Bucket(box.top);
+        const int y1 = m_yVertices.Bucket(box.bottom);
+        const double cell = std::min(m_xVertices.Width(), m_yVertices.Width());
+        double best = -1;
+        int bestPosition = 0;
+        int bestJ = 0;
+        auto visitCell = [&](int cx, int cy) {
+            for (int id = m_cells[static_cast<size_t>(cy * kVertexCells + cx)]; id >= 0;
+                 id = m_vertexNext[static_cast<size_t>(id)]) {
+                const CVxDPoint& p = m_vertices[static_cast<size_t>(id)];
+                const int position = m_position[static_cast<size_t>(id)];
+                for (size_t j = 0; j < hole.points.size(); ++j) {
+                    const double d = p.Distance2(hole.points[j]);
+                    const int jj = static_cast<int>(j);
+                    if (best < 0 || d < best ||
+                        (d == best &&
+                         (position < bestPosition || (position == bestPosition && jj < bestJ)))) {
+                        best = d;
+                        bestPosition = position;
+                        bestJ = jj;
+                    }
+                }
+            }
+        };
+        for (int ring = 0;; ++ring) {
+            const int left = x0 - ring;
+            const int right = x1 + ring;
+            const int top = y0 - ring;
+            const int bottom = y1 + ring;
+            for (int cy = std::max(top, 0); cy <= std::min(bottom, kVertexCells - 1); ++cy) {
+                const bool edgeRow = ring == 0 || cy == top || cy == bottom;
+                for (int cx = std::max(left, 0); cx <= std::min(right, kVertexCells - 1); ++cx)
+                    if (edgeRow || cx == left || cx == right)
+                        visitCell(cx, cy);
+            }
+            // Every vertex not yet seen lies in a cell beyond this ring, at
+            // least `ring` cells clear of the hole's box in x or y; one cell
+            // less allows for rounding at the cell borders.
+            const bool all = left <= 0 && top <= 0 && right >= kVertexCells - 1 && bottom >= kVertexCells - 1;
+            const double gap = (ring - 1) * cell;
+            if (all || (best >= 0 && ring >= 1 && gap * gap > best))
+                break;
+        }
+        *outPosition = bestPosition;
+        *outHoleVertex = bestJ;
+    }
+
+    int32_t m_kind;
+    int32_t m_tag;
+    bool m_walls;
+    // By vertex id: an id stays with its vertex while the outline turns.
+    std::vector<CVxDPoint> m_vertices;
+    std::vector<int32_t> m_vertexWalls;
+    std::vector<int> m_position;
+    std::vector<int> m_vertexNext;
+    // Vertex ids in the order of the outline.
+    std::vector<int> m_order;
+    std::vector<Edge> m_edges;
+    CVxDRect m_bounds;
+    double m_magnitude = 0;
+    AxisBuckets m_xEdges;
+    AxisBuckets m_yEdges;
+    AxisBuckets m_xVertices;
+    AxisBuckets m_yVertices;
+    std::vector<int> m_cells;
+    mutable std::vector<uint32_t> m_seen;
+    mutable uint32_t m_visit = 0;
+};
+
+// A hole as the subtraction takes it: without duplicate vertices.
+class PreparedHole
+{
+public:
+    explicit PreparedHole(const CVxDPolygon& hole) : m_source(&hole)
+    {
+        if (hole.WouldRemoveDuplicates()) {
+            m_own = hole;
+            m_own.RemoveDuplicates();
+            m_source = &m_own;
+        }
+        m_plain = IsPlainOutline(*m_source);
+    }
+    const CVxDPolygon& Get() const { return *m_source; }
+    // Whether BridgedOutline may take it.
+    bool IsPlain() const { return m_plain; }
+
+private:
+    CVxDPolygon m_own;
+    const CVxDPolygon* m_source;
+    bool m_plain = false;
+};
+
+// The polygons of the list under subtraction, each with its BridgedOutline
+// once one was needed; a polygon with an outline is held there and not in
+// `polygon` until Take.
+class WorkingList
+{
+public:
+    explicit WorkingList(std::vector<CVxDPolygon>& list)
+    {
+        for (CVxDPolygon& polygon : list)
+            m_items.push_back({std::move(polygon), nullptr, false});
+    }
+
+    size_t Size() const { return m_items.size(); }
+    // The outline of item k, or null for one that BridgedOutline can't hold.
+    BridgedOutline* Outline(size_t k)
+    {
+        Item& item = m_items[k];
+        if (!item.tried) {
+            item.tried = true;
+            if (IsPlainOutline(item.polygon))
+                item.outline = std::make_unique<BridgedOutline>(item.polygon);
+        }
+        return item.outline.get();
+    }
+    const CVxDPolygon& Polygon(size_t k)
+    {
+        Item& item = m_items[k];
+        if (item.stale) {
+            item.polygon = item.outline->ToPolygon();
+            item.stale = false;
+        }
+        return item.polygon;
+    }
+    // Replaces the list by these polygons.
+    void Assign(std::vector<CVxDPolygon>&& polygons)
+    {
+        m_items.clear();
+        for (CVxDPolygon& polygon : polygons)
+            m_items.push_back({std::move(polygon), nullptr, false});
+    }
+    // CVxDPolygon::RemoveHole(list, hole) on the list: a polygon that takes
+    // the hole in by a bridge stays in place, any other makes way for the
+    // pieces that the full subtraction leaves of it.
+    void SubtractEach(const CVxDPolygon& hole, bool indexed)
+    {
+        const PreparedHole prepared(hole);
+        std::vector<Item> next;
+        next.reserve(m_items.size());
+        for (size_t k = 0; k < m_items.size(); ++k) {
+            BridgedOutline* outline = indexed && prepared.IsPlain() ? Outline(k) : nullptr;
+            if (outline && outline->WouldBridge(prepared.Get()) && outline->Bridge(prepared.Get())) {
+                m_items[k].stale = true;
+                next.push_back(std::move(m_items[k]));
+                continue;
+            }
+            for (CVxDPolygon& piece : Subtract(Polygon(k), hole, nullptr))
+                next.push_back({std::move(piece), nullptr, false});
+        }
+        m_items = std::move(next);
+    }
+    void Take(std::vector<CVxDPolygon>& out)
+    {
+        out.clear();
+        for (size_t k = 0; k < m_items.size(); ++k) {
+            Polygon(k);
+            out.push_back(std::move(m_items[k].polygon));
+        }
+    }
+
+    struct Item
+    {
+        CVxDPolygon polygon;
+        std::unique_ptr<BridgedOutline> outline;
+        bool tried = false;
+        bool stale = false;
+    };
+    std::vector<Item> m_items;
+};
+} // namespace
+
+namespace {
 // Subtracts the holes in their order, except that holes lying wholly inside
 // a polygon wait until all others are taken out. A hole inside is joined to
 // the outline by a bridge there and back; a later hole that crossed the
@@ -468,12 +1000,22 @@ namespace {
 // the walk cannot tell apart. Holes that cut the outline make no bridges.
 void SubtractInOrder(std::vector<CVxDPolygon>& list, const std::vector<const CVxDPolygon*>& holes)
 {
+    // Indexing the outlines pays only when many openings are taken out.
+    constexpr size_t kHolesWorthIndexing = 8;
+    const bool indexed = holes.size() >= kHolesWorthIndexing;
+    WorkingList working(list);
     std::vector<const CVxDPolygon*> inside;
     for (const CVxDPolygon* hole : holes) {
+        const PreparedHole prepared(*hole);
         std::vector<CVxDPolygon> result;
         bool wouldBridge = false;
-        for (const CVxDPolygon& polygon : list) {
-            std::vector<CVxDPolygon> pieces = Subtract(polygon, *hole, &wouldBridge);
+        for (size_t k = 0; k < working.Size() && !wouldBridge; ++k) {
+            const BridgedOutline* outline = indexed && prepared.IsPlain() ? working.Outline(k) : nullptr;
+            if (outline && outline->WouldBridge(prepared.Get())) {
+                wouldBridge = true;
+                break;
+            }
+            std::vector<CVxDPolygon> pieces = Subtract(working.Polygon(k), *hole, &wouldBridge);
             if (wouldBridge)
                 break;
             for (CVxDPolygon& piece : pieces)
@@ -482,10 +1024,11 @@ void SubtractInOrder(std::vector<CVxDPolygon>& list, const std::vector<const CVx
         if (wouldBridge)
             inside.push_back(hole);
         else
-            list = std::move(result);
+            working.Assign(std::move(result));
     }
     for (const CVxDPolygon* hole : inside)
-        CVxDPolygon::RemoveHole(list, *hole);
+        working.SubtractEach(*hole, indexed);
+    working.Take(list);
 }
 } // namespace
 

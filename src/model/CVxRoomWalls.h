@@ -71,6 +71,7 @@ public:
     void ResetSnapSegments(const CVxFloorPlan* plan);
 
     void Remove(int i);
+    // All walls and openings; the surfaces stay until RemoveUnusedAppearances.
     void RemoveAll();
     // Four walls with the rectangle on their inside faces.
     void SetAsBasicRect(double width, double depth, double thick, double height);

@@ -147,4 +147,12 @@ public:
     CVxDPoint outline[OUT_COUNT];
     double interParam[4];
     double interAngle[4];
+
+private:
+    // Control points of the curve between a and b of length len, by the
+    // wall's control distances and angles.
+    void ComputeControlPoints(CVxDPoint& out0, CVxDPoint& out1, const CVxDPoint& a, const CVxDPoint& b,
+                              double len) const;
+    // The joint of two straight pieces that share an end.
+    void JoinStraight(CVxWall& other, bool isSubWall);
 };
