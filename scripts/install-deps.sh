@@ -15,6 +15,7 @@ PACKAGES=(
     qt6-qpa-plugins
     zlib1g-dev libutfcpp-dev libqrcodegencpp-dev
     googletest libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
+    libcgal-dev
     xvfb xauth fonts-dejavu-core
 )
 

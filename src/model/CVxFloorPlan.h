@@ -11,6 +11,7 @@
 #include "CVxPlanGraph.h"
 
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 class CVxDC;
@@ -85,6 +86,45 @@ public:
     int32_t componentCount = 0;
 
 private:
+    // Key of an unordered pair of vertices.
+    struct CVxVertexPair
+    {
+        const CVxPlanVertex* a;
+        const CVxPlanVertex* b;
+        bool operator==(const CVxVertexPair& other) const { return a == other.a && b == other.b; }
+    };
+    struct CVxVertexPairHash
+    {
+        size_t operator()(const CVxVertexPair& pair) const;
+    };
+
     CVxPlanVertex* AddVertex(double x, double y);
     void CompSearch(CVxPlanVertex* vertex, int component);
+
+    // The indexes that keep the graph's look-ups fast while giving the
+    // answers of a scan of the lists: vertices by a grid of cells, edges by
+    // their pair of ends. Both are cleared by Reset; the vertex cells are
+    // rebuilt after a transform moves the vertices.
+    static CVxVertexPair MakePair(const CVxPlanVertex* v1, const CVxPlanVertex* v2);
+    void IndexVertex(int index) const;
+    void RebuildVertexIndex() const;
+    void IndexEdge(int index);
+    void MoveEdgeEnd(int index, CVxPlanVertex* newTo);
+    // One test of CreatePlanarGraph: edge i against edge j, splitting either
+    // at their crossing. True if edge i was shortened.
+    bool SplitAtCrossing(size_t i, size_t j, size_t maxEdges, bool* outJChanged);
+    bool SplitEdge(size_t index, const CVxDPoint& point, size_t maxEdges);
+    void CreatePlanarGraphScan(size_t maxEdges);
+    void CreatePlanarGraphIndexed(size_t maxEdges);
+    void FindRegionsPhase1(const CVxFloor& floor);
+    void FindRegionsPhase2(const CVxFloor& floor, int unit);
+    void ApplyHoles(const std::vector<CVxDPolygon>& holes);
+
+    mutable std::unordered_map<uint64_t, std::vector<int>> m_vertexCells;
+    mutable size_t m_indexedVertices = 0;
+    mutable bool m_vertexIndexValid = true;
+    std::unordered_map<CVxVertexPair, std::vector<int>, CVxVertexPairHash> m_edgesByEnds;
+    // Whether every vertex has finite coordinates of a sensible size: only
+    // then do the indexed searches run, otherwise plain scans.
+    bool m_graphFinite = true;
 };
