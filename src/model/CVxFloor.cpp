@@ -198,6 +198,9 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
                 m_floorThickness = 30.0 / CVxUnits::GetUnitCal(project ? project->m_unit : reader->GetUnit());
             m_bkgScanFile = reader->MakeAbsolutePath(m_bkgScanFile);
         } else if (section == "RoomWalls") {
+            // The section replaces the default rectangle.
+            m_walls.RemoveAll();
+            m_walls.appearances.clear();
             reader->ReadSection(&m_walls);
             m_walls.OnEndSection();
             m_walls.RemoveUnusedAppearances();
@@ -358,6 +361,10 @@ void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
     plan.CreatePlan(*this, -1);
     m_walls.Mirror(vertical);
     plan.Mirror(vertical, false);
+    for (CVxFloorRegion& region : plan.regions)
+        region.ReverseBoundary();
+    for (CVxFloorRegion& region : plan.outerRegions)
+        region.ReverseBoundary();
     m_planDef = plan.Save();
     m_walls.RebuildWalls();
     if (vertical)

@@ -39,7 +39,8 @@ TEST_F(AppCorePlan, RoomsFollowWallEditsAndKeepTheirNameThroughTransforms)
     core->UpdateFloorPlan();
     ASSERT_EQ(core->GetFloorPlan().GetRegionCount(), 2);
 
-    CVxFloorRegion* left = core->GetFloorPlan().SafeGetRegion(core->GetFloorPlan().FindRegion(CVxDPoint(50, 50)));
+    CVxFloorRegion* left =
+        core->GetFloorPlan().SafeGetRegion(core->GetFloorPlan().FindRegion(CVxDPoint(50, 50)));
     ASSERT_NE(left, nullptr);
     left->name = L"Hall";
     floor->SetCommonFloorAppearancesAndSave(core->GetFloorPlan(), true);

@@ -101,7 +101,8 @@ TEST(FloorWalls, WallsOpeningsAndRoomsRoundTripThroughTheFloorSections)
         EXPECT_EQ(read->m_walls.walls[i].SaveToString(), floor->m_walls.walls[i].SaveToString()) << i;
     ASSERT_EQ(read->m_walls.GetHoleCount(), 1);
     EXPECT_EQ(read->m_walls.holes[0].SaveToString(), floor->m_walls.holes[0].SaveToString());
-    EXPECT_EQ(read->m_planDef.items.size(), 2u);
+    // Two rooms and the outer contour.
+    EXPECT_EQ(read->m_planDef.items.size(), 3u);
     EXPECT_EQ(RoomNameAt(readProject, CVxDPoint(100, 100)), L"Living");
     EXPECT_EQ(RoomNameAt(readProject, CVxDPoint(500, 100)), L"Study");
 }
