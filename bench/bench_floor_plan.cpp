@@ -61,6 +61,7 @@ void MakeFloor(CVxFloor& floor, int wallCount)
 void BM_RebuildAndCreatePlan(benchmark::State& state)
 {
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     MakeFloor(floor, static_cast<int>(state.range(0)));
     CVxFloorPlan plan;
     // As in the editor, the floor already remembers its rooms.
@@ -82,6 +83,7 @@ BENCHMARK(BM_RebuildAndCreatePlan)->Arg(50)->Arg(200)->Arg(500)->Arg(2000)->Unit
 void BM_CreatePlanOnly(benchmark::State& state)
 {
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     MakeFloor(floor, static_cast<int>(state.range(0)));
     CVxFloorPlan plan;
     floor.m_walls.RebuildWalls();
@@ -103,6 +105,7 @@ using Arrangement = CGAL::Arrangement_2<Traits>;
 void BM_CgalArrangementFaces(benchmark::State& state)
 {
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     MakeFloor(floor, static_cast<int>(state.range(0)));
     floor.m_walls.RebuildWalls();
     // The same centre lines that the plan graph takes: chords of curves.

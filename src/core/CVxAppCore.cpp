@@ -54,7 +54,9 @@ void CVxAppCore::InitProject()
 
 void CVxAppCore::UpdateFloorPlan()
 {
-    // Walls and rooms are recomputed here once the floors hold walls.
+    CVxFloor* floor = m_project.GetFloor();
+    floor->m_walls.RebuildWalls();
+    m_floorPlan.CreatePlan(*floor, m_project.m_unit);
 }
 
 CVxStringW CVxAppCore::GetMainWndCaption(CVxStringW& shortTitle) const
@@ -99,7 +101,7 @@ void CVxAppCore::TransformConvertUnit(int from, int to)
 {
     if (from < 0 || to < 0 || !CVxUnits::IsValid(from) || !CVxUnits::IsValid(to))
         return;
-    m_project.ConvertUnit(from, to, nullptr);
+    m_project.ConvertUnit(from, to, &m_floorPlan);
     AfterTransform();
 }
 

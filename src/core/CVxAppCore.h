@@ -3,6 +3,7 @@
 // command on it, and reaches the host only through IVxAppHelperCallback.
 
 #include "CVxDPoint.h"
+#include "CVxFloorPlan.h"
 #include "CVxMissingFileInfo.h"
 #include "CVxProject.h"
 #include "CVxStringA.h"
@@ -10,6 +11,8 @@
 #include "VxIntGeometry.h"
 
 #include <vector>
+
+class CVxDC;
 
 class CVxAppCore
 {
@@ -36,8 +39,25 @@ public:
 
     // A new default project: a 500 by 300 room in any unit.
     void InitProject();
-    // Every change to the plan passes through here.
+    // Every change to the plan passes through here: corners are joined
+    // again and the rooms of the current floor found anew.
     void UpdateFloorPlan();
+    CVxFloorPlan& GetFloorPlan() { return m_floorPlan; }
+    const CVxFloorPlan& GetFloorPlan() const { return m_floorPlan; }
+
+    // The plan of the current floor with (x, y) the image's top-left corner
+    // on the surface; updateRect limits the work, flags are the draw flags.
+    void DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, int flags);
+    // The draw flags that the settings and the view mode ask for.
+    int GetPartDrawFlagsFromOptions() const;
+    // Draw flags.
+    static constexpr int drawCaptions = 1;
+    static constexpr int drawHandles = 8;
+    static constexpr int drawFloorTextures = 16;
+    static constexpr int drawGrid = 32;
+    static constexpr int drawGridLabels = 64;
+    static constexpr int drawBlackWhite = 128;
+    static constexpr int drawNoGround = 0x200;
 
     // The long window title; shortTitle gets the short one.
     CVxStringW GetMainWndCaption(CVxStringW& shortTitle) const;
@@ -68,10 +88,16 @@ public:
 
 private:
     void AfterTransform();
+    void DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
+                       int flags);
+    void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);
+    void DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
+                           int flags);
 
     unsigned char m_drawingAllowed = 0;
     unsigned char m_appExiting = 0;
     CVxProject m_project;
+    CVxFloorPlan m_floorPlan;
     std::vector<CVxMissingFileInfo> m_missingFiles;
     CVxStringW m_projectPath;
     CVxStringW m_appFolder;

@@ -1,5 +1,6 @@
 #include "CVxFloor.h"
 
+#include "CVxFloorPlan.h"
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "CVxOptions.h"
@@ -7,6 +8,7 @@
 #include "CVxUnits.h"
 #include "VxNumbers.h"
 
+#include <algorithm>
 #include <cwchar>
 
 namespace {
@@ -55,6 +57,13 @@ void CVxFloor::Reset(CVxProject* owner)
     SetDefaultsForUnit(1.0);
     if (owner)
         CopyDefProjectAttributes(owner);
+    m_walls.RemoveAll();
+    m_walls.SetAsBasicRect(owner ? owner->m_width : 500, owner ? owner->m_height : 300, m_defWallThickness,
+                           m_defWallHeight);
+    m_walls.RebuildWalls();
+    m_planDef.Clear();
+    m_baseMolding.Reset();
+    m_crownMolding.Reset();
 
     m_layers.Reset();
     m_localCoords.Reset();
@@ -165,7 +174,8 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
 void CVxFloor::SaveToFile(CVxIniWriter* writer) const
 {
     SaveToFile(writer, "Floor");
-
+    m_walls.SaveToFile(writer, "RoomWalls");
+    m_planDef.SaveToFile(writer, "FloorPlanDef");
     m_layers.SaveToFile(writer, "ViewLayers");
     m_localCoords.SaveToFile(writer, "LocalCoords");
     m_annotations.SaveToFile(writer, "Annotations");
@@ -182,9 +192,20 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
             // A file without the key gets the thickness of 30 cm in its unit.
             m_floorThickness = -1;
             reader->ReadSection(this);
+            m_walls.SetAsBasicRect(project ? project->m_width : 500, project ? project->m_height : 300,
+                                   m_defWallThickness, m_defWallHeight);
             if (m_floorThickness < 0)
                 m_floorThickness = 30.0 / CVxUnits::GetUnitCal(project ? project->m_unit : reader->GetUnit());
             m_bkgScanFile = reader->MakeAbsolutePath(m_bkgScanFile);
+        } else if (section == "RoomWalls") {
+            // The section replaces the default rectangle.
+            m_walls.RemoveAll();
+            m_walls.appearances.clear();
+            reader->ReadSection(&m_walls);
+            m_walls.OnEndSection();
+            m_walls.RemoveUnusedAppearances();
+        } else if (section == "FloorPlanDef") {
+            m_planDef.LoadFromSection(reader, project ? project->m_unit : reader->GetUnit());
         } else if (section == "EndFloor") {
             reader->ReadSection(nullptr);
             break;
@@ -208,7 +229,36 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 
 double CVxFloor::GetTotalZHeight() const
 {
-    return 0;
+    return std::max(0.0, m_walls.GetMaxWallZHeight());
+}
+
+void CVxFloor::SetCommonFloorAppearancesAndSave(const CVxFloorPlan& plan, bool save)
+{
+    CVxAppearance common;
+    if (plan.IsCommonSurfaceAppearance(common, CVxFloorRegion::SURF_FLOOR))
+        m_floorAppear = common;
+    if (plan.IsCommonSurfaceAppearance(common, CVxFloorRegion::SURF_CEILING))
+        m_ceilingAppear = common;
+    if (plan.IsCommonSurfaceAppearance(common, CVxFloorRegion::SURF_WALL))
+        m_walls3DAppear = common;
+    if (save)
+        m_planDef = plan.Save();
+}
+
+void CVxFloor::ResetWallSnapSegments(const CVxFloorPlan* plan)
+{
+    if (plan) {
+        m_walls.ResetSnapSegments(plan);
+        return;
+    }
+    CVxFloorPlan temporary;
+    temporary.CreatePlan(*this, -1);
+    m_walls.ResetSnapSegments(&temporary);
+}
+
+void CVxFloor::ResnapAllParts(const CVxFloorPlan* plan)
+{
+    ResetWallSnapSegments(plan);
 }
 
 bool CVxFloor::RemoveLayer(int layer)
@@ -256,19 +306,33 @@ bool CVxFloor::MergeVisibleLayers()
     return true;
 }
 
-void CVxFloor::MoveAllObjects(double dx, double dy, double /*dz*/, const CVxProject* project)
+void CVxFloor::MoveAllObjects(double dx, double dy, double dz, const CVxProject* project)
 {
+    // The rooms are found before the walls move, so that the plan definition
+    // can follow them to their new edges.
+    CVxFloorPlan plan;
+    plan.CreatePlan(*this, -1);
+    m_walls.Move(dx, dy, project);
     m_localCoords.Move(dx, dy, project);
     m_bkgScanRect.OffsetRect(dx, dy);
     m_annotations.Move(dx, dy);
+    plan.Move(dx, dy, dz);
+    m_planDef = plan.Save();
+    m_walls.RebuildWalls();
 }
 
 void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool /*keepObjectSizes*/,
                                const CVxProject* project)
 {
+    CVxFloorPlan plan;
+    plan.CreatePlan(*this, -1);
+    m_walls.Scale(sx, sy, sz, project);
     m_localCoords.Scale(sx, sy, project);
     m_bkgScanRect.ScaleRect(sx, sy);
     m_annotations.Scale(sx, sy);
+    plan.Scale(sx, sy, sz);
+    m_planDef = plan.Save();
+    m_walls.RebuildWalls();
     if (!keepDefaults) {
         m_defWallThickness *= sx;
         m_defWallHeight *= sz;
@@ -281,12 +345,28 @@ void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefault
 
 void CVxFloor::RotateAllObjects(int degrees, const CVxProject* project)
 {
+    CVxFloorPlan plan;
+    plan.CreatePlan(*this, -1);
+    m_walls.Rotate(degrees);
     m_localCoords.Rotate(degrees, project);
     m_annotations.Rotate(degrees);
+    plan.Rotate(degrees, false);
+    m_planDef = plan.Save();
+    m_walls.RebuildWalls();
 }
 
 void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
 {
+    CVxFloorPlan plan;
+    plan.CreatePlan(*this, -1);
+    m_walls.Mirror(vertical);
+    plan.Mirror(vertical, false);
+    for (CVxFloorRegion& region : plan.regions)
+        region.ReverseBoundary();
+    for (CVxFloorRegion& region : plan.outerRegions)
+        region.ReverseBoundary();
+    m_planDef = plan.Save();
+    m_walls.RebuildWalls();
     if (vertical)
         m_localCoords.Scale(1, -1, project);
     else

@@ -50,6 +50,11 @@ public:
     // The floor's default surfaces from its rooms where all rooms agree,
     // and, with save, the plan definition from the plan.
     void SetCommonFloorAppearancesAndSave(const CVxFloorPlan& plan, bool save);
+    // Snap keys of the walls from the plan's rooms; without a plan a
+    // temporary one is built.
+    void ResetWallSnapSegments(const CVxFloorPlan* plan);
+    // The snap keys, then every object snapped to a wall snaps again.
+    void ResnapAllParts(const CVxFloorPlan* plan);
 
     // The layer operations of the layers window. The last layer can't be
     // removed.

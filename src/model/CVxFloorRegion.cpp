@@ -523,3 +523,14 @@ void CVxFloorRegion::CalculateInnerVertices(const CVxRoomWalls& roomWalls)
     builtUp.kind = CVxDPolygon::KIND_ROOM;
     polygonsWithoutHoles.push_back(builtUp);
 }
+
+void CVxFloorRegion::ReverseBoundary()
+{
+    if (vertices.size() < 2)
+        return;
+    // Edge k runs from vertex k to vertex k + 1; walked backwards from the
+    // same start, the first edge is the old last one.
+    std::reverse(vertices.begin() + 1, vertices.end());
+    std::reverse(walls.begin(), walls.end());
+    std::reverse(segmentIds.begin(), segmentIds.end());
+}

@@ -50,6 +50,10 @@ public:
     // Consecutive boundary vertices a then b, exactly, with wrap-around.
     bool ContainsEdge(const CVxDPoint& a, const CVxDPoint& b) const;
     bool ContainsEdge(int wall) const;
+    // The boundary walked the other way round from the same first vertex: a
+    // mirrored room is walked so by the next plan, and its record must
+    // name an edge in that direction.
+    void ReverseBoundary();
     // Same boundary vertices in the same order.
     bool operator==(const CVxFloorRegion& other) const;
 

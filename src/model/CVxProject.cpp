@@ -1,5 +1,7 @@
 #include "CVxProject.h"
 
+#include "CVxFloorPlan.h"
+
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "CVxLocFileInfo.h"
@@ -9,6 +11,7 @@
 #include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cwchar>
 
@@ -397,9 +400,56 @@ CVxFloor* CVxProject::GetSafeFloor(int index)
 double CVxProject::GetFloorZOffset(int n) const
 {
     double offset = 0;
-    for (int i = 1; i <= n && i < GetFloorCount(); ++i)
+    for (int i = 1; i <= n && i < GetFloorCount(); ++i) {
+        // A storey without walls stands on the one below at no height.
+        offset += std::max(0.0, m_floors[static_cast<size_t>(i - 1)]->m_walls.GetMaxWallZHeight());
         offset += m_floors[static_cast<size_t>(i)]->m_floorThickness;
+    }
     return offset;
+}
+
+bool CVxProject::GetUnionWallBoundRect(CVxDRect& out) const
+{
+    bool any = false;
+    for (const CVxFloor* floor : m_floors) {
+        CVxDRect dims;
+        if (!floor->m_walls.GetRoomDims(dims))
+            continue;
+        if (!any)
+            out = dims;
+        else
+            out.UnionRect(out, dims);
+        any = true;
+    }
+    return any;
+}
+
+void CVxProject::RebuildAllFloorsWalls()
+{
+    for (CVxFloor* floor : m_floors)
+        floor->m_walls.RebuildWalls();
+}
+
+void CVxProject::ResnapAllParts()
+{
+    for (CVxFloor* floor : m_floors)
+        floor->ResnapAllParts(nullptr);
+}
+
+void CVxProject::SizeToWalls()
+{
+    CVxDRect bounds;
+    if (!GetUnionWallBoundRect(bounds))
+        return;
+    m_width = bounds.right;
+    m_height = bounds.bottom;
+}
+
+void CVxProject::MoveToOrigin()
+{
+    CVxDRect bounds;
+    if (GetUnionWallBoundRect(bounds) && (bounds.left != 0 || bounds.top != 0))
+        MoveAllObjects(-bounds.left, -bounds.top, 0);
 }
 
 double CVxProject::GetTotalZHeight()
@@ -424,6 +474,7 @@ void CVxProject::MoveAllObjects(double dx, double dy, double dz)
     // walls, which moved with everything else.
     m_width += dx;
     m_height += dy;
+    SizeToWalls();
 }
 
 void CVxProject::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes)
@@ -435,6 +486,7 @@ void CVxProject::ScaleAllObjects(double sx, double sy, double sz, bool keepDefau
     m_attachments.Scale(sx, sy);
     m_width *= sx;
     m_height *= sy;
+    SizeToWalls();
     if (keepDefaults)
         return;
     m_gridSize *= sx;
@@ -464,6 +516,7 @@ void CVxProject::RotateAllObjects(int degrees)
     const double height = m_width * sn + m_height * c;
     m_width = DblRound2x(width);
     m_height = DblRound2x(height);
+    MoveToOrigin();
 }
 
 void CVxProject::MirrorAllObjects(bool vertical)
@@ -474,9 +527,10 @@ void CVxProject::MirrorAllObjects(bool vertical)
         m_viewpoints.Scale(1, -1, 1);
     else
         m_viewpoints.Scale(-1, 1, 1);
+    MoveToOrigin();
 }
 
-void CVxProject::ConvertUnit(int from, int to, CVxFloorPlan* /*plan*/)
+void CVxProject::ConvertUnit(int from, int to, CVxFloorPlan* plan)
 {
     if (!CVxUnits::IsValid(from) || !CVxUnits::IsValid(to))
         return;
@@ -486,6 +540,8 @@ void CVxProject::ConvertUnit(int from, int to, CVxFloorPlan* /*plan*/)
     if (to > CVxUnits::UNIT_CM)
         m_subUnitMoves = true;
     ScaleAllObjects(factor, factor, factor, false, true);
+    if (plan)
+        plan->Scale(factor, factor, factor);
 }
 
 void CVxProject::SetDefaultsForUnit(int unit)

@@ -55,6 +55,12 @@ public:
     double GetTotalHeight() const { return m_height + m_spaceTop + m_spaceBottom; }
     // Height of the floor surface of floor n above the ground floor's.
     double GetFloorZOffset(int n) const;
+    // The union of the walls' bounds over the floors that have walls; false
+    // if none has.
+    bool GetUnionWallBoundRect(CVxDRect& out) const;
+    // After loading: corners joined on every floor.
+    void RebuildAllFloorsWalls();
+    void ResnapAllParts();
     double GetTotalZHeight();
     bool HasSkyBox() const;
 
@@ -138,6 +144,10 @@ public:
     bool m_compressed = false;
 
 private:
+    // The room rectangle reaches to the right and bottom of the walls.
+    void SizeToWalls();
+    // Everything moves so that the walls start at the origin again.
+    void MoveToOrigin();
     void DeleteFloors();
     CVxFloor* AddNewFloor();
 };

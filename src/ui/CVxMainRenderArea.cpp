@@ -4,6 +4,7 @@
 #include "CVxOptions.h"
 #include "CVxQtDC.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 
 CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
@@ -15,7 +16,7 @@ CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
     grabGesture(Qt::PinchGesture);
 }
 
-void CVxMainRenderArea::paintEvent(QPaintEvent* /*event*/)
+void CVxMainRenderArea::paintEvent(QPaintEvent* event)
 {
     CVxAppCore* core = VX_GetCore();
     if (!core->IsDrawingAllowed() || !m_paintable)
@@ -29,8 +30,10 @@ void CVxMainRenderArea::paintEvent(QPaintEvent* /*event*/)
     dc.SelectBrush(CVxDC::brushSolid, 0xE6D7D2, 0, 110);
     dc.RoundRect(sheet.left - 8, sheet.top - 8, sheet.right + 9, sheet.bottom + 9, 7);
     dc.SelectOldBrush();
-    dc.SelectBrush(CVxDC::brushSolid, 0xD4D4D4);
-    dc.Rectangle(sheet.left, sheet.top, sheet.right + 1, sheet.bottom + 1);
-    dc.SelectOldBrush();
     dc.SelectOldPen();
+
+    const QRect update = event->rect();
+    const VxRECT updateRect{update.left(), update.top(), update.right() + 1, update.bottom() + 1};
+    core->DrawProject(&dc, sheet.left, sheet.top, updateRect,
+                      core->GetPartDrawFlagsFromOptions() | CVxAppCore::drawHandles);
 }

@@ -21,6 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (size > kMaxInput)
         return 0;
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     {
         CVxStringReader reader(CVxStringA(reinterpret_cast<const char*>(data), static_cast<int>(size)),
                                65001);

@@ -153,6 +153,8 @@ TEST(CVxFloorPlanTest, CrossingWallsSplitRoomsButDanglingAndFreeWallsDont)
     EXPECT_NE(plan.regions[0].segmentIds[k], plan.regions[0].segmentIds[k + 1]);
 
     CVxFloor lone;
+
+    lone.m_walls.RemoveAll();
     AddWall(lone, 0, 0, 300, 0);
     Build(lone, plan);
     EXPECT_EQ(plan.GetRegionCount(), 0);
@@ -163,6 +165,7 @@ TEST(CVxFloorPlanTest, CrossingWallsSplitRoomsButDanglingAndFreeWallsDont)
 TEST(CVxFloorPlanTest, CrossingsLieOnTheHundredthGrid)
 {
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     AddWall(floor, 0, 2.006, 3, 2.006);
     AddWall(floor, 1.004, 0, 1.004, 4);
     CVxFloorPlan plan;
@@ -245,6 +248,7 @@ TEST(CVxFloorPlanTest, FloorOpeningIsCutFromTheRoom)
 TEST(CVxFloorPlanTest, RoomKeepsItsRecordByEdgeThenByFirstVertex)
 {
     CVxFloor floor;
+    floor.m_walls.RemoveAll();
     floor.m_floorAppear.SetColor(0x123456);
     floor.m_walls.SetAsBasicRect(400, 300, 10, 250);
     CVxFloorPlan plan;
@@ -359,6 +363,7 @@ TEST(CVxFloorPlanTest, BadWallsGiveADefinedResult)
 
     // Many walls through one point: a star of rooms round the centre.
     CVxFloor star;
+    star.m_walls.RemoveAll();
     const int count = 1000;
     for (int k = 0; k < count; ++k) {
         const double a = k * M_PI / count;
@@ -564,6 +569,7 @@ TEST(CVxFloorPlanTest, IndexedGraphEqualsPlainScan)
     for (int round = 0; round < 12; ++round) {
         // A grid of rooms with walls in pieces, T-joints and a few curves.
         CVxFloor grid;
+        grid.m_walls.RemoveAll();
         const int n = 2 + round % 5;
         for (int i = 0; i <= n; ++i) {
             AddWall(grid, 0, i * 300.0, n * 300.0, i * 300.0);
@@ -575,6 +581,7 @@ TEST(CVxFloorPlanTest, IndexedGraphEqualsPlainScan)
 
         // Random segments, some on a coarse grid so that ends coincide.
         CVxFloor segments;
+        segments.m_walls.RemoveAll();
         for (int k = 0; k < 40; ++k) {
             const bool coarse = k % 2 == 0;
             auto c = [&]() { return coarse ? std::round(uniform(0, 10)) * 10 : uniform(0, 100); };
@@ -584,6 +591,7 @@ TEST(CVxFloorPlanTest, IndexedGraphEqualsPlainScan)
 
         // Nearly coincident ends, nearly parallel and steep walls.
         CVxFloor near;
+        near.m_walls.RemoveAll();
         for (int k = 0; k < 40; ++k) {
             const double x = std::round(uniform(0, 5)) * 20 + uniform(-2e-7, 2e-7);
             const double y = std::round(uniform(0, 5)) * 20 + uniform(-2e-7, 2e-7);

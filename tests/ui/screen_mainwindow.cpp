@@ -2,6 +2,7 @@
 // start-up. The picture is kept in the build folder for a look.
 
 #include "CVxAppCore.h"
+#include "CVxFloor.h"
 #include "CVxMainRenderArea.h"
 #include "CVxMainWindow.h"
 #include "VxUiTestEnv.h"
@@ -31,12 +32,19 @@ void ScreenMainWindow::startUpFrame()
     const QImage shot = window.grab().toImage();
     QVERIFY(shot.save(QStringLiteral("screen_mainwindow.png")));
 
-    // The sheet lies in the middle of the plan area, in its grey.
+    // The sheet lies in the middle of the plan area; the default room's
+    // left wall shows in the floor's wall colour.
     CVxMainRenderArea* area = window.GetRenderArea();
     const VxRECT sheet = VX_GetCore()->GetSheetRect();
-    const QPoint centre =
-        area->mapTo(&window, QPoint((sheet.left + sheet.right) / 2, (sheet.top + sheet.bottom) / 2));
-    QCOMPARE(shot.pixelColor(centre), QColor(0xD4, 0xD4, 0xD4));
+    const CVxProject& project = VX_GetCore()->GetProject();
+    const CVxFloor* floor = project.m_floors.front();
+    const double zoom = VX_GetCore()->GetZoom();
+    const QPoint onWall = area->mapTo(
+        &window,
+        QPoint(sheet.left + static_cast<int>((project.m_spaceLeft - floor->m_defWallThickness / 2) * zoom),
+               sheet.top + static_cast<int>((project.m_spaceTop + project.m_height / 2) * zoom)));
+    const unsigned wall = floor->m_wallsColor;
+    QCOMPARE(shot.pixelColor(onWall), QColor(wall & 0xFF, (wall >> 8) & 0xFF, (wall >> 16) & 0xFF));
     QVERIFY(window.menuBar()->isVisible());
     QVERIFY(window.statusBar()->isVisible());
     QVERIFY(sheet.right - sheet.left > area->width() / 3);

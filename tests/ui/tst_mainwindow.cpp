@@ -2,6 +2,7 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
+#include "CVxFloor.h"
 #include "CVxMainRenderArea.h"
 #include "CVxMainStatusBar.h"
 #include "CVxMainWindow.h"
@@ -105,15 +106,23 @@ void TestMainWindow::sheetAndShadowArePainted()
     QVERIFY(sheet.right - sheet.left > 100);
     QVERIFY(sheet.left >= 0 && sheet.right <= shot.width());
     const QPoint centre((sheet.left + sheet.right) / 2, (sheet.top + sheet.bottom) / 2);
-    QCOMPARE(shot.pixelColor(centre), QColor(0xD4, 0xD4, 0xD4));
+    // Between grid lines inside the default room: its floor colour; in the
+    // space around the room: the white ground.
+    const CVxProject& project = VX_GetCore()->GetProject();
+    const double zoom = VX_GetCore()->GetZoom();
+    const QPoint inRoom(sheet.left + static_cast<int>((project.m_spaceLeft + 130) * zoom),
+                        sheet.top + static_cast<int>((project.m_spaceTop + 120) * zoom));
+    const unsigned floorColour = project.m_floors.front()->m_floorAppear.GetColor();
+    QCOMPARE(shot.pixelColor(inRoom),
+             QColor(floorColour & 0xFF, (floorColour >> 8) & 0xFF, (floorColour >> 16) & 0xFF));
+    QCOMPARE(shot.pixelColor(sheet.left + 3, sheet.top + 3), QColor(Qt::white));
     // The shadow lies just outside the sheet, brighter than the background tile
-    // would be on its own and not the sheet's grey.
+    // would be on its own and not the sheet's white.
     const QColor shadow = shot.pixelColor(sheet.right + 4, centre.y());
-    QVERIFY(shadow != QColor(0xD4, 0xD4, 0xD4));
+    QVERIFY(shadow != QColor(Qt::white));
     const QColor background = shot.pixelColor(qMax(0, sheet.left - 15), centre.y());
     QVERIFY(shadow != background);
     // The sheet keeps the proportions of the project with its margins.
-    const CVxProject& project = VX_GetCore()->GetProject();
     const double aspect = project.GetTotalWidth() / project.GetTotalHeight();
     QVERIFY(qAbs(double(sheet.right - sheet.left) / (sheet.bottom - sheet.top) - aspect) < 0.02);
 }

@@ -1,0 +1,169 @@
+// The plan of the current floor as the main view, image export and
+// thumbnails show it: white ground, room floors, grid, walls and openings.
+
+#include "CVxAppCore.h"
+
+#include "CVxDC.h"
+#include "CVxOptions.h"
+#include "VxGMDraw.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+// Openings in the floor show as a pale red cross hatch.
+constexpr unsigned kHoleHatchColor = 0xFFD6D6;
+
+unsigned DarkerBy20(unsigned colour)
+{
+    unsigned result = 0;
+    for (int shift = 0; shift < 24; shift += 8) {
+        unsigned channel = (colour >> shift) & 0xFF;
+        if (channel >= 20)
+            channel -= 20;
+        result |= channel << shift;
+    }
+    return result;
+}
+} // namespace
+
+int CVxAppCore::GetPartDrawFlagsFromOptions() const
+{
+    const CVxOptions* options = VX_GetOptions();
+    int flags = options->m_showCaptions ? drawCaptions : 0;
+    if (options->m_drawFloorTextures)
+        flags |= drawFloorTextures;
+    if (options->m_showGrid)
+        flags |= drawGrid;
+    if (options->m_showGridLabels)
+        flags |= drawGridLabels;
+    if (m_drawBlackWhite)
+        flags |= drawBlackWhite;
+    return flags;
+}
+
+void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& /*updateRect*/, int flags)
+{
+    const int oldColorMode = dc->GetColorMode();
+    if (flags & drawBlackWhite)
+        dc->SetColorMode(CVxDC::colorModeGrey);
+
+    const double zoom = m_zoom;
+    const int marginLeft = static_cast<int>(m_project.m_spaceLeft * zoom);
+    const int marginTop = static_cast<int>(m_project.m_spaceTop * zoom);
+    const int marginRight = static_cast<int>(m_project.m_spaceRight * zoom);
+    const int marginBottom = static_cast<int>(m_project.m_spaceBottom * zoom);
+    const int originX = x + marginLeft;
+    const int originY = y + marginTop;
+    const int width = static_cast<int>(m_project.m_width * zoom) + marginLeft + marginRight;
+    const int height = static_cast<int>(m_project.m_height * zoom) + marginTop + marginBottom;
+    const int clipX = std::max(x, 0);
+    const int clipY = std::max(y, 0);
+    dc->SetClipRect(VxRECT{clipX, clipY, x + width, y + height});
+    dc->SetBkMode(CVxDC::bkTransparent);
+
+    DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
+    DrawRoomWalls(dc, zoom, originX, originY, flags, false);
+
+    dc->ClearClipping();
+    dc->SetColorMode(oldColorMode);
+}
+
+void CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
+                               int clipY, int flags)
+{
+    dc->SetBkColor(0xFFFFFF, 255);
+    if (!(flags & drawNoGround)) {
+        dc->SelectPen(CVxDC::penNull, 0, 0);
+        dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+        dc->Rectangle(clipX, clipY, clipX + width + 1, clipY + height + 1);
+        dc->SelectOldBrush();
+        dc->SelectOldPen();
+    }
+    // Floor textures hide the grid unless it is drawn over them; without
+    // textures it goes over the room colours and under the walls.
+    const bool gridUnder = (flags & drawFloorTextures) && m_floorPlan.IsFloorTexturePresent();
+    if (gridUnder)
+        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+    dc->SelectPen(CVxDC::penNull, 0, 0);
+    m_floorPlan.DrawRegions(dc, x, y, zoom, flags);
+    dc->SelectOldPen();
+    if (!gridUnder)
+        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+}
+
+void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
+                                   int clipY, int flags)
+{
+    const double step = m_project.m_gridSize * zoom;
+    if (!(flags & drawGrid) || step < 3)
+        return;
+    int style = CVxDC::penSolid;
+    if (m_project.m_gridLineStyle == 1)
+        style = CVxDC::IsPrinting() ? CVxDC::penDash : CVxDC::penDot;
+    else if (m_project.m_gridLineStyle == 2)
+        style = CVxDC::penDashDot;
+    dc->SelectPen(style, 0, m_project.m_gridColor, 128);
+    // Lines are tied to the room's origin and fill the whole sheet.
+    const double x0 = x - clipX;
+    const double y0 = y - clipY;
+    for (int i = static_cast<int>(std::trunc(-x0 / step));; ++i) {
+        const int px = static_cast<int>(i * step + x0);
+        if (px >= width - 1)
+            break;
+        if (px >= 1)
+            dc->Line(clipX + px, clipY + 1, clipX + px, clipY + height - 1);
+    }
+    for (int i = static_cast<int>(std::trunc(-y0 / step));; ++i) {
+        const int py = static_cast<int>(i * step + y0);
+        if (py >= height - 1)
+            break;
+        if (py >= 1)
+            dc->Line(clipX + 1, clipY + py, clipX + width - 1, clipY + py);
+    }
+    dc->SelectOldPen();
+}
+
+void CVxAppCore::DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown)
+{
+    CVxFloor* floor = m_project.GetFloor();
+    CVxRoomWalls& walls = floor->m_walls;
+    if (walls.walls.empty() && walls.holes.empty())
+        return;
+    const bool mono = (flags & drawBlackWhite) != 0;
+    const unsigned wallColor = mono ? 0 : floor->m_wallsColor;
+    const unsigned lineColor = mono ? 0 : floor->m_wallsContour;
+    // A background scan shows through the walls.
+    const unsigned char wallAlpha = scanShown ? 172 : 255;
+
+    const int oldBkMode = dc->SetBkMode(CVxDC::bkOpaque);
+    dc->SelectPen(CVxDC::penSolid, 0, wallColor, 255);
+    dc->SelectBrush(CVxDC::brushSolid, wallColor, 0, wallAlpha);
+    walls.Draw(dc, wallColor, lineColor, wallAlpha, x, y, zoom);
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+
+    dc->SelectPen(CVxDC::penSolid, 0, DarkerBy20(wallColor));
+    dc->SelectBrush(CVxDC::brushHatched, kHoleHatchColor, CVxDC::hatchDiagCross);
+    for (CVxHoleInFloor& hole : walls.holes) {
+        if (hole.type == CVxHoleInFloor::TYPE_POLYGON) {
+            std::vector<VxPOINT> points;
+            points.reserve(hole.polygon.points.size());
+            for (const CVxDPoint& p : hole.polygon.points)
+                points.push_back(VxPOINT{static_cast<int>(std::lround(p.x * zoom)) + x,
+                                         static_cast<int>(std::lround(p.y * zoom)) + y});
+            if (points.size() > 2)
+                dc->Polygon(points.data(), static_cast<int>(points.size()));
+            continue;
+        }
+        const VxPOINT* corners = hole.GetCachedRect(x, y, zoom);
+        if (hole.type == CVxHoleInFloor::TYPE_ELLIPSE) {
+            GMDrawEllipse(*dc, corners);
+        } else {
+            dc->Polygon(corners, 4);
+        }
+    }
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+    dc->SetBkMode(oldBkMode);
+}
