@@ -4,6 +4,7 @@
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "CVxOptions.h"
+#include "CVxPartVectorGrouper.h"
 #include "CVxProject.h"
 #include "CVxUnits.h"
 #include "VxNumbers.h"
@@ -43,6 +44,7 @@ CVxFloor::CVxFloor()
 
 void CVxFloor::Reset(CVxProject* owner)
 {
+    RemoveAllObjects();
     const CVxOptions* options = VX_GetOptions();
     m_wallsColor = options->m_defWallColor;
     m_wallsContour = kDefaultWallsContour;
@@ -179,6 +181,23 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer) const
     m_layers.SaveToFile(writer, "ViewLayers");
     m_localCoords.SaveToFile(writer, "LocalCoords");
     m_annotations.SaveToFile(writer, "Annotations");
+    int number = 0;
+    CVxStringA section;
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        const CVxPart& part = m_objects[i];
+        if (!part.inUse)
+            continue;
+        // A group names itself by its slot, so that its members find it.
+        const int32_t groupID = part.type == ptComplexObject ? static_cast<int32_t>(i) + 1 : 0;
+        section.sprintf("Part%d", number++);
+        if (part.groupID == groupID) {
+            part.SaveToFile(writer, section, false, nullptr);
+        } else {
+            CVxPart numbered = part;
+            numbered.groupID = groupID;
+            numbered.SaveToFile(writer, section, false, nullptr);
+        }
+    }
 
     writer->StartSection("EndFloor");
 }
@@ -186,6 +205,7 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer) const
 bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 {
     Reset(project);
+    CVxPartVectorGrouper grouper(m_objects);
     while (!reader->GetSectionName().IsEmpty()) {
         const CVxStringA section = reader->GetSectionName();
         if (section == "Floor") {
@@ -216,6 +236,13 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
             reader->ReadSection(&m_localCoords);
         } else if (section == "Annotations") {
             reader->ReadSection(&m_annotations);
+        } else if (section.Left(4) == "Part" &&
+                   !(reader->GetFlags() & CVxIniFileReader::VX_READ_SKIP_FLOOR_OBJECTS)) {
+            CVxPart part;
+            part.LoadFromSection(reader);
+            if (!m_layers.IsValidLayer(part.layer))
+                part.layer = 0;
+            grouper.Add(std::move(part), reader->GetProjectVersion());
         } else if (project && section == "Viewpoints") {
             reader->ReadSection(&project->m_viewpoints);
         } else if (project && section == "Attachments") {
@@ -223,6 +250,56 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
         } else {
             reader->ReadSection(nullptr);
         }
+    }
+    grouper.Finalize();
+    m_objectCount = CountUsedObjects();
+    return true;
+}
+
+CVxPart* CVxFloor::GetNewObject(int* index, bool append)
+{
+    CVxPart* part = CVxPart::GetNewObject(m_objects, index, append);
+    m_objectCount = CountUsedObjects();
+    return part;
+}
+
+CVxPart* CVxFloor::SafeGetPart(int index)
+{
+    return CVxPart::SafeGetPart(m_objects, index);
+}
+
+const CVxPart* CVxFloor::SafeGetPart(int index) const
+{
+    if (index < 0 || index >= static_cast<int>(m_objects.size()))
+        return nullptr;
+    return &m_objects[static_cast<size_t>(index)];
+}
+
+int CVxFloor::CountUsedObjects() const
+{
+    int count = 0;
+    for (const CVxPart& part : m_objects)
+        count += part.inUse ? 1 : 0;
+    return count;
+}
+
+void CVxFloor::RemoveAllObjects()
+{
+    m_objects.clear();
+    m_objectCount = 0;
+}
+
+void CVxFloor::InvalidateAllObjectsCache()
+{
+    for (CVxPart& part : m_objects)
+        part.InvalidateCache();
+}
+
+bool CVxFloor::IsLayerEmpty(int layer) const
+{
+    for (const CVxPart& part : m_objects) {
+        if (part.inUse && part.layer == layer)
+            return false;
     }
     return true;
 }

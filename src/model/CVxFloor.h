@@ -9,11 +9,14 @@
 #include "CVxDecorativeMolding.h"
 #include "CVxFloorPlanDef.h"
 #include "CVxLocalCoordsSet.h"
+#include "CVxPart.h"
 #include "CVxRoomWalls.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 #include "CVxViewLayers.h"
 #include "IVxReadIniClient.h"
+
+#include <vector>
 
 class CVxFloorPlan;
 class CVxIniFileReader;
@@ -46,6 +49,20 @@ public:
     bool LoadFromFile(CVxIniFileReader* reader, CVxProject* project);
 
     double GetTotalZHeight() const;
+
+    // A free slot, reset and in use, or a new one at the end; index may be
+    // null.
+    CVxPart* GetNewObject(int* index = nullptr, bool append = false);
+    // Null out of range; a free slot is returned too, its inUse says so.
+    CVxPart* SafeGetPart(int index);
+    const CVxPart* SafeGetPart(int index) const;
+    int GetObjectSlotCount() const { return static_cast<int>(m_objects.size()); }
+    // Slots in use, counted anew.
+    int CountUsedObjects() const;
+    void RemoveAllObjects();
+    void InvalidateAllObjectsCache();
+    // Whether no object in use lies on the layer.
+    bool IsLayerEmpty(int layer) const;
 
     // The floor's default surfaces from its rooms where all rooms agree,
     // and, with save, the plan definition from the plan.
@@ -94,6 +111,9 @@ public:
     CVxAnnotation m_annotations;
 
     CVxRoomWalls m_walls;
+    // Objects by value; a slot whose inUse is false is free for reuse.
+    std::vector<CVxPart> m_objects;
+    int m_objectCount = 0;
     CVxViewLayers m_layers;
     CVxFloorPlanDef m_planDef;
     // What new rooms take.
