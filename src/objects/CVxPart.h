@@ -10,6 +10,7 @@
 #include "CVxAppearance.h"
 #include "CVxDPoint.h"
 #include "CVxDPolygon.h"
+#include "CVxDRect.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 #include "IVxReadIniClient.h"
@@ -19,7 +20,9 @@
 #include <cstdint>
 #include <vector>
 
+class CVxDC;
 class CVxFloor;
+class CVxRoomWalls;
 class CVxFont;
 class CVxIniFileReader;
 class CVxIniWriter;
@@ -97,6 +100,15 @@ enum EVxLineStyle : int32_t
 // models of the standard objects by number. The library installs itself
 // with CVxPart::SetLibrary; without one, the answers are those of an empty
 // library, and page names are those of the standard pages.
+// The side of a side view, in quarter turns from the front.
+enum EVxObjSide : int
+{
+    OBJ_SIDE_FRONT = 0,
+    OBJ_SIDE_RIGHT = 1,
+    OBJ_SIDE_BACK = 2,
+    OBJ_SIDE_LEFT = 3
+};
+
 class IVxPartLibrary
 {
 public:
@@ -193,6 +205,42 @@ public:
     // that keep their row and column.
     void SetTableRowsCols(int rows, int cols);
     void InvalidateCache();
+
+    // Placement: the frame and its caches, hit tests, hanging on walls,
+    // resizing, turning and mirroring.
+    void GetRect(CVxDPoint corners[4], double scale, bool round) const;
+    void GetBoundingRect(CVxDRect* out, double scale) const;
+    // The eight integers of the corners at this zoom and origin; out may be
+    // null. Only a new zoom recomputes them.
+    const VxPOINT* GetCachedRect(double originX, double originY, double zoom, CVxDPoint* out);
+    void GetCachedBoundingRect(VxRECT* out, int originX, int originY, double zoom);
+    void GetCachedDrawingRect(VxRECT* out, int originX, int originY, double zoom);
+    bool PtInPart(double x, double y, double zoom, bool plain, double tolerance);
+    void SnapToWall(CVxRoomWalls* walls, double px, double py, bool centred, bool keepWall, bool mayMirror);
+    CVxDRect GetWallOpeningRect(const CVxRoomWalls* walls, int wallIndex, bool clip) const;
+    void Scale(double sx, double sy, double sz, bool textures);
+    void ScaleSubParts(double factor);
+    void RotateAroundCenter(double degrees);
+    void Mirror(bool horizontal);
+    void GetAnglePartPoints(CVxDPoint& vertex, CVxDPoint& arm1, CVxDPoint& arm2) const;
+    void SetAnglePartPoints(CVxDPoint& vertex, CVxDPoint& arm1, CVxDPoint& arm2, int handle, bool snap);
+    bool GetTableCellAtPos(double px, double py, int* row, int* col, CVxPart** cell);
+
+    // Drawing in plan and in side view; side -1 means plan.
+    void DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, double originY, double zoom,
+                   int flags, int layerTransparency, double scale);
+    void DrawPart(CVxDC* dc, CVxFloor* floor, int units, double originX, double originY, double zoom,
+                  int flags, int transparency, double scale, int side);
+    // The plan symbol of a library number; false when it has none.
+    bool LibDrawPart(CVxDC* dc, int libId, int units, int originX, int originY, double zoom, int flags);
+    void DrawSideToHdc(CVxDC* dc, int side, int units, double originX, double originY, double zoom,
+                       int flags);
+    bool LibDrawPartSide(CVxDC* dc, int libId, int side, int units, double originX, double originY,
+                         double zoom, int flags);
+    bool LibDrawPartSide_low(CVxDC* dc, int libId, EVxObjSide side, VxPOINT* corners, bool front, bool plain);
+    void SubTypeDraw(CVxDC* dc, int units, double originX, double originY, double zoom, bool side,
+                     bool plain);
+    void DrawDoorFrame(CVxDC* dc, int units, CVxDPoint* points, VxPOINT* scratch, double depth);
 
     // The record form. The section is named by the caller; members follow in
     // sections named section + "." + running number.
