@@ -6,7 +6,9 @@
 #include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
 #include "VxTrace.h"
+#include "VxZoomLadder.h"
 
+#include <algorithm>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
@@ -143,4 +145,52 @@ CVxAppCore* VX_GetCore()
         VxTrace("VX_GetCore - called before the host was installed\n");
     static CVxAppCore* core = new CVxAppCore;
     return core;
+}
+
+void CVxAppCore::RebuildRoom()
+{
+    m_margins[0] = static_cast<int>(m_project.m_spaceLeft * m_zoom);
+    m_margins[1] = static_cast<int>(m_project.m_spaceTop * m_zoom);
+    m_margins[2] = static_cast<int>(m_project.m_spaceRight * m_zoom);
+    m_margins[3] = static_cast<int>(m_project.m_spaceBottom * m_zoom);
+    m_project.GetFloor()->InvalidateAllObjectsCache();
+    const double base = m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0;
+    double best = 10 * m_zoom;
+    for (double rung : g_Zooms) {
+        const double distance = std::fabs(rung * base - m_zoom);
+        if (rung > 0 && distance < best) {
+            best = distance;
+            m_roundedZoom = rung;
+        }
+    }
+}
+
+bool CVxAppCore::GetNextZoom(bool in, double& newZoom) const
+{
+    // Compared in steps of 1e-5, so that a zoom that sits on a rung after
+    // arithmetic counts as that rung.
+    const double base = m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0;
+    const long long now = std::llround(m_zoom * 100000);
+    if (in) {
+        for (double rung : g_Zooms) {
+            if (std::llround(rung * base * 100000) > now) {
+                newZoom = rung * base;
+                return true;
+            }
+        }
+    } else {
+        for (int i = g_ZoomCount - 1; i >= 0; --i) {
+            if (std::llround(g_Zooms[i] * base * 100000) < now) {
+                newZoom = g_Zooms[i] * base;
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+double CVxAppCore::ClampZoom(double zoom) const
+{
+    const double base = m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0;
+    return std::clamp(zoom, g_Zooms[0] * base, g_Zooms[g_ZoomCount - 1] * base);
 }

@@ -71,6 +71,18 @@ public:
     // origin lies in the render area.
     double GetZoom() const { return m_zoom; }
     void SetZoom(double zoom) { m_zoom = zoom; }
+    // The rung nearest to the zoom, for display.
+    double GetRoundedZoom() const { return m_roundedZoom; }
+    // After a change of zoom or project size: margins in pixels, object
+    // caches, and the rung shown.
+    void RebuildRoom();
+    // The zoom of the next rung above (in) or below the present zoom; false
+    // at the end of the ladder.
+    bool GetNextZoom(bool in, double& newZoom) const;
+    // Into the ladder's range.
+    double ClampZoom(double zoom) const;
+    // Margins in pixels at the present zoom: left, top, right, bottom.
+    const int* GetMargins() const { return m_margins; }
     const VxPOINT& GetViewOrigin() const { return m_viewOrigin; }
     void SetViewOrigin(const VxPOINT& origin) { m_viewOrigin = origin; }
     // The sheet in pixels at the present zoom: the room rectangle with the
@@ -93,6 +105,7 @@ private:
     void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);
     void DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
                            int flags);
+    void DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags);
 
     unsigned char m_drawingAllowed = 0;
     unsigned char m_appExiting = 0;
@@ -105,6 +118,8 @@ private:
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;
     double m_zoom = 1.0;
+    double m_roundedZoom = 1.0;
+    int m_margins[4] = {0, 0, 0, 0};
     VxPOINT m_viewOrigin;
 };
 

@@ -6,6 +6,7 @@
 #include "CVxDC.h"
 #include "CVxOptions.h"
 #include "VxGMDraw.h"
+#include "VxZoomLadder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -64,6 +65,7 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& /*updateRect
 
     DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
     DrawRoomWalls(dc, zoom, originX, originY, flags, false);
+    DrawGridLabels(dc, zoom, x, y, width, height, flags);
 
     dc->ClearClipping();
     dc->SetColorMode(oldColorMode);
@@ -166,4 +168,83 @@ void CVxAppCore::DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, 
     dc->SelectOldBrush();
     dc->SelectOldPen();
     dc->SetBkMode(oldBkMode);
+}
+
+namespace {
+// Spreadsheet column names: A to Z, then AA, AB and so on.
+CVxStringW ColumnName(long long index)
+{
+    wchar_t letters[8];
+    int count = 0;
+    for (long long n = index; count < 7; n = n / 26 - 1) {
+        letters[count++] = static_cast<wchar_t>(L'A' + n % 26);
+        if (n < 26)
+            break;
+    }
+    CVxStringW name;
+    while (count > 0)
+        name += letters[--count];
+    return name;
+}
+} // namespace
+
+void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags)
+{
+    if ((flags & (drawGrid | drawGridLabels)) != (drawGrid | drawGridLabels))
+        return;
+    const double step = m_project.m_gridSize * zoom;
+    if (step < 3)
+        return;
+    CVxFont font;
+    font.m_size = 8;
+    dc->SelectFont(font);
+    VxSIZE letter;
+    dc->GetTextExtentPoint(CVxStringW(L"M"), letter);
+    const int unit =
+        std::max(1, static_cast<int>(zoom / (m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0)));
+    const unsigned colour = 0x808080;
+
+    // Labels are tied to the grid: counting starts that many cells left of
+    // and above the room's origin.
+    const long long firstColumn =
+        static_cast<long long>(std::floor(m_project.m_spaceLeft / m_project.m_gridSize));
+    const long long firstRow =
+        static_cast<long long>(std::floor(m_project.m_spaceTop / m_project.m_gridSize));
+    const double startX = x + m_project.m_spaceLeft * zoom - firstColumn * step;
+    const double startY = y + m_project.m_spaceTop * zoom - firstRow * step;
+
+    int lastEnd = x - static_cast<int>(100 * zoom);
+    for (long long i = 0;; ++i) {
+        const double left = startX + i * step;
+        if (left > x + width)
+            break;
+        const CVxStringW name = ColumnName(i);
+        VxSIZE size;
+        dc->GetTextExtentPoint(name, size);
+        const int cellLeft = static_cast<int>(left);
+        if (cellLeft <= lastEnd)
+            continue;
+        const bool wide = step > size.cx;
+        VxRECT rect{cellLeft, y + unit, cellLeft + static_cast<int>(step), y + unit + letter.cy};
+        dc->DrawText(name, rect, (wide ? CVxDC::dtCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,
+                     colour);
+        lastEnd = wide ? cellLeft + static_cast<int>(step) : cellLeft + size.cx;
+    }
+    int lastBottom = y - letter.cy;
+    for (long long i = 0;; ++i) {
+        const double top = startY + i * step;
+        if (top > y + height)
+            break;
+        const int cellTop = static_cast<int>(top);
+        if (cellTop - lastBottom <= letter.cy)
+            continue;
+        const bool tall = step > letter.cy;
+        VxRECT rect{x + 3 * unit, cellTop, x + 50 * unit, cellTop + static_cast<int>(step)};
+        CVxStringW number;
+        number.sprintf(L"%lld", i + 1);
+        dc->DrawText(number, rect, (tall ? CVxDC::dtVCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,
+                     colour);
+        lastBottom = cellTop;
+    }
+    dc->SelectOldFont();
 }

@@ -17,6 +17,8 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    // Ctrl and the wheel zoom about the pointer.
+    void wheelEvent(QWheelEvent* event) override;
 
 private:
     bool m_paintable = false;

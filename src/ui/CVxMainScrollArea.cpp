@@ -71,6 +71,13 @@ void CVxMainScrollArea::KeepImageInCenter()
     m_renderArea->update();
 }
 
+void CVxMainScrollArea::ScrollToOrigin(const VxPOINT& origin)
+{
+    horizontalScrollBar()->setValue(kSheetMargin - origin.x);
+    verticalScrollBar()->setValue(kSheetMargin - origin.y);
+    KeepImageInCenter();
+}
+
 void CVxMainScrollArea::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);

@@ -2,6 +2,8 @@
 // The central widget: a tiled background around the sheet, with scroll bars
 // that are set by hand from the sheet's size at the present zoom.
 
+#include "VxIntGeometry.h"
+
 #include <QAbstractScrollArea>
 
 class CVxMainRenderArea;
@@ -18,6 +20,9 @@ public:
     void UpdateScrollbars();
     // Keeps the sheet centred on an axis where it is smaller than the view.
     void KeepImageInCenter();
+    // Scrolls so that the sheet's top-left corner lands at origin, as far as
+    // the scroll bars allow.
+    void ScrollToOrigin(const VxPOINT& origin);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

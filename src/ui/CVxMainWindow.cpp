@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QCursor>
 #include <QDockWidget>
 #include <QFileOpenEvent>
 #include <QGridLayout>
@@ -304,26 +305,70 @@ void CVxMainWindow::CreateDocks()
 
 void CVxMainWindow::RebuildRoom()
 {
+    VX_GetCore()->RebuildRoom();
     if (m_scrollArea)
         m_scrollArea->UpdateScrollbars();
     if (m_renderArea)
         m_renderArea->SetPaintable(true);
+    if (m_helper)
+        m_helper->RefreshMainViewStatusBar();
 }
 
 void CVxMainWindow::ZoomToBestFit()
 {
-    // The sheet fills the view, with room for its shadow.
     CVxAppCore* core = VX_GetCore();
     const CVxProject& project = core->GetProject();
-    if (!m_scrollArea || project.GetTotalWidth() <= 0 || project.GetTotalHeight() <= 0)
+    if (!m_scrollArea || project.m_width < 1 || project.GetTotalWidth() <= 0 || project.GetTotalHeight() <= 0)
         return;
+    // Room is left for the sheet's shadow; best fit never magnifies beyond
+    // the natural size unless the user had zoomed in that far already.
+    const double scale = devicePixelRatioF();
+    const int free = static_cast<int>(24 * scale);
     const QSize view = m_scrollArea->maximumViewportSize();
-    const double zoomX = (view.width() - 60) / project.GetTotalWidth();
-    const double zoomY = (view.height() - 60) / project.GetTotalHeight();
-    const double zoom = std::min(zoomX, zoomY);
+    const double zoomX = (view.width() - free - 2) / project.GetTotalWidth();
+    const double zoomY = (view.height() - free - 2) / project.GetTotalHeight();
+    const double natural = scale * project.m_baseZoom;
+    const double zoom = std::min(std::min(zoomX, zoomY), std::max(natural, core->GetZoom()));
     if (zoom > 0)
-        core->SetZoom(zoom);
+        core->SetZoom(core->ClampZoom(zoom));
     RebuildRoom();
+    m_helper->DrawRoom(nullptr);
+}
+
+void CVxMainWindow::ZoomIn(bool atCursor)
+{
+    double zoom = 0;
+    if (VX_GetCore()->GetNextZoom(true, zoom))
+        ZoomStep(zoom, atCursor);
+}
+
+void CVxMainWindow::ZoomOut(bool atCursor)
+{
+    double zoom = 0;
+    if (VX_GetCore()->GetNextZoom(false, zoom))
+        ZoomStep(zoom, atCursor);
+}
+
+void CVxMainWindow::ZoomStep(double zoom, bool atCursor)
+{
+    CVxAppCore* core = VX_GetCore();
+    const double newZoom = core->ClampZoom(zoom);
+    const double oldZoom = core->GetZoom();
+    if (!m_scrollArea || !m_renderArea || oldZoom <= 0)
+        return;
+    // The point under the pointer, or the view's centre, stays where it is.
+    QPoint fixed(m_renderArea->width() / 2, m_renderArea->height() / 2);
+    if (atCursor) {
+        const QPoint cursor = m_renderArea->mapFromGlobal(QCursor::pos());
+        if (m_renderArea->rect().contains(cursor))
+            fixed = cursor;
+    }
+    const VxPOINT origin = core->GetViewOrigin();
+    const VxPOINT target{static_cast<int>(fixed.x() - (fixed.x() - origin.x) * newZoom / oldZoom),
+                         static_cast<int>(fixed.y() - (fixed.y() - origin.y) * newZoom / oldZoom)};
+    core->SetZoom(newZoom);
+    RebuildRoom();
+    m_scrollArea->ScrollToOrigin(target);
     m_helper->RefreshMainViewStatusBar();
     m_helper->DrawRoom(nullptr);
 }

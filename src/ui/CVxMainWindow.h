@@ -60,6 +60,11 @@ public:
 
     void RebuildRoom();
     void ZoomToBestFit();
+    // One rung of the zoom ladder up or down, about the pointer when it is
+    // over the plan; nothing at the end of the ladder.
+    void ZoomIn(bool atCursor = false);
+    void ZoomOut(bool atCursor = false);
+    void ZoomStep(double zoom, bool atCursor);
     void AutoSizeWindow();
     void InitDarkTheme(bool dark);
 

@@ -82,3 +82,51 @@ TEST_F(AppCorePlan, DrawProjectPaintsFloorWallsAndSpaceAround)
     const QColor ground = image->pixelColor(3, 3);
     EXPECT_EQ(ground.rgb() & 0xFFFFFF, 0xFFFFFFu) << ground.name().toStdString();
 }
+
+TEST_F(AppCorePlan, ZoomLadderStepsToRungsAndStopsAtItsEnds)
+{
+    CVxAppCore* core = VX_GetCore();
+    const double base = core->GetProject().m_baseZoom;
+    double next = 0;
+    // Between rungs the next step goes to the neighbouring rung, not by a
+    // fixed factor.
+    core->SetZoom(0.9 * base);
+    ASSERT_TRUE(core->GetNextZoom(true, next));
+    EXPECT_DOUBLE_EQ(next, 1.0 * base);
+    ASSERT_TRUE(core->GetNextZoom(false, next));
+    EXPECT_DOUBLE_EQ(next, 0.75 * base);
+    core->SetZoom(50 * base);
+    EXPECT_FALSE(core->GetNextZoom(true, next));
+    core->SetZoom(0.025 * base);
+    EXPECT_FALSE(core->GetNextZoom(false, next));
+    EXPECT_DOUBLE_EQ(core->ClampZoom(1000 * base), 50 * base);
+
+    core->SetZoom(1.27 * base);
+    core->RebuildRoom();
+    EXPECT_DOUBLE_EQ(core->GetRoundedZoom(), 1.3);
+    EXPECT_EQ(core->GetMargins()[0], static_cast<int>(core->GetProject().m_spaceLeft * 1.27 * base));
+}
+
+TEST_F(AppCorePlan, GridLabelsNeedTheGridToo)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    core->SetZoom(1);
+    const int width = static_cast<int>(project.GetTotalWidth());
+    const int height = static_cast<int>(project.GetTotalHeight());
+    auto render = [&](int flags) {
+        CVxQtDC dc(width, height, false);
+        core->DrawProject(&dc, 0, 0, VxRECT{0, 0, width, height}, flags);
+        return *dc.GetImage();
+    };
+    const QImage plain = render(0);
+    EXPECT_EQ(render(CVxAppCore::drawGridLabels), plain);
+    const QImage grid = render(CVxAppCore::drawGrid);
+    EXPECT_NE(grid, plain);
+    const QImage labelled = render(CVxAppCore::drawGrid | CVxAppCore::drawGridLabels);
+    // Column letters stand in a strip along the top edge of the sheet.
+    EXPECT_NE(labelled.copy(0, 0, width, 20), grid.copy(0, 0, width, 20));
+    // Row numbers stand at the left edge and nowhere else.
+    EXPECT_NE(labelled.copy(0, 0, 50, height), grid.copy(0, 0, 50, height));
+    EXPECT_EQ(labelled.copy(60, 30, width - 60, height - 30), grid.copy(60, 30, width - 60, height - 30));
+}

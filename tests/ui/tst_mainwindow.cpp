@@ -10,11 +10,13 @@
 #include "VxUiTestEnv.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QFile>
 #include <QImage>
 #include <QMenu>
 #include <QMenuBar>
 #include <QTest>
+#include <QWheelEvent>
 
 class TestMainWindow : public QObject
 {
@@ -27,6 +29,7 @@ private slots:
     void forcedOptionsAreOnWhateverTheFileSays();
     void sheetAndShadowArePainted();
     void statusBarShowsZoomAndProject();
+    void ctrlWheelZoomsAboutThePointer();
     void messageBoxButtonsCarryAccelerators();
     void exitWritesSettingsFile();
 };
@@ -125,6 +128,41 @@ void TestMainWindow::sheetAndShadowArePainted()
     // The sheet keeps the proportions of the project with its margins.
     const double aspect = project.GetTotalWidth() / project.GetTotalHeight();
     QVERIFY(qAbs(double(sheet.right - sheet.left) / (sheet.bottom - sheet.top) - aspect) < 0.02);
+}
+
+void TestMainWindow::ctrlWheelZoomsAboutThePointer()
+{
+    CVxMainWindow window;
+    window.resize(1000, 760);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(300);
+    CVxAppCore* core = VX_GetCore();
+    CVxMainRenderArea* area = window.GetRenderArea();
+    const double before = core->GetZoom();
+    double expected = 0;
+    QVERIFY(core->GetNextZoom(true, expected));
+
+    // The plan point under the pointer stays under it.
+    const VxRECT sheet = core->GetSheetRect();
+    const QPoint pointer(sheet.left + (sheet.right - sheet.left) / 3,
+                         sheet.top + (sheet.bottom - sheet.top) / 3);
+    QCursor::setPos(area->mapToGlobal(pointer));
+    const double planX = (pointer.x() - core->GetViewOrigin().x) / before;
+    QWheelEvent wheel(QPointF(pointer), QPointF(area->mapToGlobal(pointer)), QPoint(), QPoint(0, 120),
+                      Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(area, &wheel);
+    QCOMPARE(core->GetZoom(), expected);
+    if (area->mapFromGlobal(QCursor::pos()) == pointer) {
+        const double after = (pointer.x() - core->GetViewOrigin().x) / core->GetZoom();
+        QVERIFY2(qAbs(after - planX) < 2 / core->GetZoom(), qPrintable(QString::number(after - planX)));
+    }
+
+    // Without Ctrl the wheel scrolls and keeps the zoom.
+    QWheelEvent scroll(QPointF(pointer), QPointF(area->mapToGlobal(pointer)), QPoint(), QPoint(0, -120),
+                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(area, &scroll);
+    QCOMPARE(core->GetZoom(), expected);
 }
 
 void TestMainWindow::statusBarShowsZoomAndProject()
