@@ -7,10 +7,13 @@
 #include "CVxPartVectorGrouper.h"
 #include "CVxProject.h"
 #include "CVxUnits.h"
+#include "VxAngle.h"
 #include "VxNumbers.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cwchar>
+#include <utility>
 
 namespace {
 constexpr unsigned kDefaultWallsContour = 0x404040;
@@ -34,6 +37,33 @@ CVxStringW ColorToString(unsigned colour)
 unsigned ReadColor(const CVxStringW& value, unsigned def)
 {
     return static_cast<unsigned>(CVxIniFileReader::ToInt(value, static_cast<int>(def)));
+}
+
+// An object's mirror image: the opposite corner of its frame becomes the
+// first one, and the object turns about its centre to the mirrored angle.
+// The outline of a polygon and the members of a group flip across their own
+// frame, which the turn has already reversed along one axis.
+void MirrorObject(CVxPart& part, bool vertical)
+{
+    constexpr double kDegToRad = 3.14159265358979323846 / 180.0;
+    const double a = part.rotation;
+    const double c = std::cos(a * kDegToRad);
+    const double s = std::sin(a * kDegToRad);
+    const double w = part.width;
+    const double d = part.type == ptDoor ? part.width : part.height;
+    if (vertical)
+        part.y = -part.y - (c * d + s * w);
+    else
+        part.x = -part.x - (c * w - s * d);
+    part.InvalidateCache();
+    if (part.type != ptCompass && part.type != ptQRCode) {
+        double turned = vertical ? 180 - a : -a;
+        if (part.type == ptDoor)
+            turned -= 90;
+        part.RotateAroundCenter(turned);
+    }
+    if (part.type == ptPolygon || part.type == ptPolyline || part.type == ptComplexObject)
+        part.Mirror(true);
 }
 } // namespace
 
@@ -336,6 +366,71 @@ void CVxFloor::ResetWallSnapSegments(const CVxFloorPlan* plan)
 void CVxFloor::ResnapAllParts(const CVxFloorPlan* plan)
 {
     ResetWallSnapSegments(plan);
+    for (CVxPart& part : m_objects) {
+        if (part.inUse && part.snapToWall)
+            part.SnapToWall(&m_walls, part.x, part.y, false, false, false);
+    }
+}
+
+CVxPart* CVxFloor::FindPartAt(double x, double y, bool plain, bool onlyVisibleIn3D, double zoom, int* index)
+{
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        CVxPart& part = m_objects[i];
+        if (!part.inUse || (onlyVisibleIn3D && !m_layers.IsLayerVisible3D(part.layer)))
+            continue;
+        if (part.PtInPart(x * zoom, y * zoom, zoom, plain, -1.0)) {
+            if (index)
+                *index = static_cast<int>(i);
+            return &part;
+        }
+    }
+    if (index)
+        *index = -1;
+    return nullptr;
+}
+
+void CVxFloor::OrderPartsByLayers()
+{
+    // Neighbours only, so objects of one layer keep their drawing order; a
+    // free slot behind a part stops it.
+    bool exchanged = true;
+    while (exchanged) {
+        exchanged = false;
+        for (size_t i = 0; i + 1 < m_objects.size(); ++i) {
+            CVxPart& first = m_objects[i];
+            CVxPart& second = m_objects[i + 1];
+            if (second.inUse && (!first.inUse || first.layer > second.layer)) {
+                std::swap(first, second);
+                exchanged = true;
+            }
+        }
+    }
+}
+
+void CVxFloor::OrderPartsByZposition(bool ascending, bool selectedOnly)
+{
+    std::vector<size_t> slots;
+    for (size_t i = 0; i < m_objects.size(); ++i) {
+        const CVxPart& part = m_objects[i];
+        if (part.inUse && (!selectedOnly || part.selected))
+            slots.push_back(i);
+    }
+    std::vector<CVxPart> sorted;
+    sorted.reserve(slots.size());
+    for (size_t slot : slots)
+        sorted.push_back(std::move(m_objects[slot]));
+    // Insertion sort: stable, and objects of equal top keep their order.
+    auto before = [ascending](const CVxPart& a, const CVxPart& b) {
+        const double topA = a.z + a.zHeight;
+        const double topB = b.z + b.zHeight;
+        return ascending ? topA < topB : topA > topB;
+    };
+    for (size_t i = 1; i < sorted.size(); ++i) {
+        for (size_t j = i; j > 0 && before(sorted[j], sorted[j - 1]); --j)
+            std::swap(sorted[j], sorted[j - 1]);
+    }
+    for (size_t k = 0; k < slots.size(); ++k)
+        m_objects[slots[k]] = std::move(sorted[k]);
 }
 
 bool CVxFloor::RemoveLayer(int layer)
@@ -389,7 +484,17 @@ void CVxFloor::MoveAllObjects(double dx, double dy, double dz, const CVxProject*
     // can follow them to their new edges.
     CVxFloorPlan plan;
     plan.CreatePlan(*this, -1);
+    for (CVxPart& part : m_objects) {
+        part.x += dx;
+        part.y += dy;
+        part.z += dz;
+        if (project) {
+            project->SubUnitCorrection(part.x, part.y, VX_DF_DECIMAL);
+            project->SubUnitCorrection(part.z, VX_DF_INCHES);
+        }
+    }
     m_walls.Move(dx, dy, project);
+    InvalidateAllObjectsCache();
     m_localCoords.Move(dx, dy, project);
     m_bkgScanRect.OffsetRect(dx, dy);
     m_annotations.Move(dx, dy);
@@ -398,11 +503,13 @@ void CVxFloor::MoveAllObjects(double dx, double dy, double dz, const CVxProject*
     m_walls.RebuildWalls();
 }
 
-void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool /*keepObjectSizes*/,
+void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes,
                                const CVxProject* project)
 {
     CVxFloorPlan plan;
     plan.CreatePlan(*this, -1);
+    for (CVxPart& part : m_objects)
+        part.Scale(sx, sy, sz, keepObjectSizes);
     m_walls.Scale(sx, sy, sz, project);
     m_localCoords.Scale(sx, sy, project);
     m_bkgScanRect.ScaleRect(sx, sy);
@@ -424,6 +531,18 @@ void CVxFloor::RotateAllObjects(int degrees, const CVxProject* project)
 {
     CVxFloorPlan plan;
     plan.CreatePlan(*this, -1);
+    for (CVxPart& part : m_objects) {
+        // Each object turns about its first corner, which turns about the
+        // origin with the walls.
+        CVxDPoint corner(part.x, part.y);
+        corner.Rotate(degrees);
+        part.x = corner.x;
+        part.y = corner.y;
+        part.rotation = VX_NormalizeAngle(part.rotation + degrees);
+        if (project)
+            project->SubUnitCorrection(part.x, part.y, VX_DF_DECIMAL);
+        part.InvalidateCache();
+    }
     m_walls.Rotate(degrees);
     m_localCoords.Rotate(degrees, project);
     m_annotations.Rotate(degrees);
@@ -436,6 +555,10 @@ void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
 {
     CVxFloorPlan plan;
     plan.CreatePlan(*this, -1);
+    for (CVxPart& part : m_objects) {
+        if (part.inUse)
+            MirrorObject(part, vertical);
+    }
     m_walls.Mirror(vertical);
     plan.Mirror(vertical, false);
     for (CVxFloorRegion& region : plan.regions)

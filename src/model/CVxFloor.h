@@ -72,6 +72,16 @@ public:
     void ResetWallSnapSegments(const CVxFloorPlan* plan);
     // The snap keys, then every object snapped to a wall snaps again.
     void ResnapAllParts(const CVxFloorPlan* plan);
+    // The first object in use, from the first slot on, that the point (in
+    // units) hits at this zoom; null when none does. With onlyVisibleIn3D
+    // objects on layers hidden in 3D are passed over. index may be null.
+    CVxPart* FindPartAt(double x, double y, bool plain, bool onlyVisibleIn3D, double zoom,
+                        int* index = nullptr);
+    // Slots by layer, ascending and stable; free slots sink to the end.
+    void OrderPartsByLayers();
+    // The objects in use (only the selected ones with selectedOnly) by their
+    // top height, within the slots they already take.
+    void OrderPartsByZposition(bool ascending, bool selectedOnly);
 
     // The layer operations of the layers window. The last layer can't be
     // removed.

@@ -382,4 +382,9 @@ private:
     // Missing colours and styles, left undefined by a group member that
     // never found its group, take the fixed defaults.
     void FillUndefinedWithDefaults(int depth);
+
+    // Placement: the walks over members that stop at maxGroupDepth.
+    bool PtInPartAtDepth(double px, double py, double zoom, bool plain, double tolerance, int depth);
+    void MirrorAtDepth(bool horizontal, int depth);
+    void ScaleSubPartsAtDepth(double factor, int depth);
 };
