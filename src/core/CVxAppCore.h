@@ -105,6 +105,7 @@ private:
     void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);
     void DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
                            int flags);
+    void DrawObjects(CVxDC* dc, double zoom, int originX, int originY, const VxRECT& updateRect, int flags);
     void DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags);
 
     unsigned char m_drawingAllowed = 0;

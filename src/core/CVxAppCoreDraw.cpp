@@ -5,6 +5,7 @@
 
 #include "CVxDC.h"
 #include "CVxOptions.h"
+#include "CVxPictureLoadCache.h"
 #include "VxGMDraw.h"
 #include "VxZoomLadder.h"
 
@@ -43,7 +44,7 @@ int CVxAppCore::GetPartDrawFlagsFromOptions() const
     return flags;
 }
 
-void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& /*updateRect*/, int flags)
+void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, int flags)
 {
     const int oldColorMode = dc->GetColorMode();
     if (flags & drawBlackWhite)
@@ -62,13 +63,46 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& /*updateRect
     const int clipY = std::max(y, 0);
     dc->SetClipRect(VxRECT{clipX, clipY, x + width, y + height});
     dc->SetBkMode(CVxDC::bkTransparent);
+    CVxPictureLoadCache::ResetDrawnFlags();
 
     DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
     DrawRoomWalls(dc, zoom, originX, originY, flags, false);
+    DrawObjects(dc, zoom, originX, originY, updateRect, flags);
     DrawGridLabels(dc, zoom, x, y, width, height, flags);
 
     dc->ClearClipping();
     dc->SetColorMode(oldColorMode);
+    // Pictures that no object showed in this pass leave memory.
+    CVxPictureLoadCache::RemovePicturesNotDrawn();
+}
+
+void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, const VxRECT& updateRect,
+                             int flags)
+{
+    CVxFloor* floor = m_project.GetFloor();
+    const CVxViewLayers& layers = floor->m_layers;
+    // Layer by layer, and within a layer in the order of the object list,
+    // which the z-order commands change.
+    for (int layer = 0; layer < layers.GetLayerCount(); ++layer) {
+        if (!layers.IsLayerVisible(layer))
+            continue;
+        const int transparency = layers.GetLayerTransparency(layer);
+        for (CVxPart& part : floor->m_objects) {
+            if (!part.inUse || part.layer != layer)
+                continue;
+            // Objects outside the repainted area cost a rectangle test; the
+            // margin keeps thick pens and captions whole.
+            VxRECT box;
+            part.GetCachedDrawingRect(&box, originX, originY, zoom);
+            if (box.right - box.left < 2 && box.bottom - box.top < 2)
+                continue;
+            const VxRECT area{box.left - 10, box.top - 10, box.right + 10, box.bottom + 10};
+            if (area.right <= updateRect.left || area.left >= updateRect.right ||
+                area.bottom <= updateRect.top || area.top >= updateRect.bottom)
+                continue;
+            part.DrawToHdc(dc, floor, m_project.m_unit, originX, originY, zoom, flags, transparency, 1.0);
+        }
+    }
 }
 
 void CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,

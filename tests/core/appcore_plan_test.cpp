@@ -130,3 +130,45 @@ TEST_F(AppCorePlan, GridLabelsNeedTheGridToo)
     EXPECT_NE(labelled.copy(0, 0, 50, height), grid.copy(0, 0, 50, height));
     EXPECT_EQ(labelled.copy(60, 30, width - 60, height - 30), grid.copy(60, 30, width - 60, height - 30));
 }
+
+TEST_F(AppCorePlan, ObjectsAreDrawnLayerByLayerAndHiddenLayersCostNothing)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxFloor* floor = project.GetFloor();
+    floor->m_layers.AddLayer(L"Furniture", true, 0);
+    auto addBox = [&](double x, unsigned colour, int layer) {
+        CVxPart* part = floor->GetNewObject();
+        part->type = ptRectangle;
+        part->x = x;
+        part->y = 100;
+        part->width = 60;
+        part->height = 60;
+        part->layer = layer;
+        part->fillStyle = 0;
+        part->SetFillColor(colour);
+        part->appearFill.SetTransparency(0);
+    };
+    addBox(100, 0x0000FF, 0);
+    addBox(300, 0x00FF00, 1);
+    core->SetZoom(1);
+    core->RebuildRoom();
+
+    const int width = static_cast<int>(project.GetTotalWidth());
+    const int height = static_cast<int>(project.GetTotalHeight());
+    auto render = [&]() {
+        CVxQtDC dc(width, height, false);
+        core->DrawProject(&dc, 0, 0, VxRECT{0, 0, width, height}, 0);
+        return *dc.GetImage();
+    };
+    const int left = static_cast<int>(project.m_spaceLeft);
+    const int top = static_cast<int>(project.m_spaceTop);
+    QImage shown = render();
+    EXPECT_EQ(shown.pixelColor(left + 130, top + 130).rgb() & 0xFFFFFF, 0xFF0000u);
+    EXPECT_EQ(shown.pixelColor(left + 330, top + 130).rgb() & 0xFFFFFF, 0x00FF00u);
+
+    floor->m_layers.SetLayerVisible(1, false);
+    QImage hidden = render();
+    EXPECT_NE(hidden.pixelColor(left + 330, top + 130).rgb() & 0xFFFFFF, 0x00FF00u);
+    EXPECT_EQ(hidden.pixelColor(left + 130, top + 130).rgb() & 0xFFFFFF, 0xFF0000u);
+}
