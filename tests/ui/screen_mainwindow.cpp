@@ -3,6 +3,7 @@
 
 #include "CVxAppCore.h"
 #include "CVxFloor.h"
+#include "CVxIniFileReader.h"
 #include "CVxMainRenderArea.h"
 #include "CVxMainWindow.h"
 #include "VxUiTestEnv.h"
@@ -19,7 +20,32 @@ class ScreenMainWindow : public QObject
     Q_OBJECT
 private slots:
     void startUpFrame();
+    void furnishedRoom();
 };
+
+namespace {
+// The catalogue entry with that caption, read from the copy beside the
+// program through its own reader.
+bool LoadCatalogueObject(const wchar_t* caption, CVxPart& out)
+{
+    CVxIniFileReader reader(
+        CVxStringW(QCoreApplication::applicationDirPath() + QStringLiteral("/Library.pvl")), 0);
+    reader.Start();
+    while (!reader.GetSectionName().IsEmpty()) {
+        if (reader.GetSectionName().Left(4) == "Part") {
+            CVxPart part;
+            part.LoadFromSection(&reader);
+            if (part.caption == caption) {
+                out = part;
+                return true;
+            }
+        } else {
+            reader.ReadSection(nullptr);
+        }
+    }
+    return false;
+}
+} // namespace
 
 void ScreenMainWindow::startUpFrame()
 {
@@ -48,6 +74,60 @@ void ScreenMainWindow::startUpFrame()
     QVERIFY(window.menuBar()->isVisible());
     QVERIFY(window.statusBar()->isVisible());
     QVERIFY(sheet.right - sheet.left > area->width() / 3);
+}
+
+void ScreenMainWindow::furnishedRoom()
+{
+    CVxMainWindow window;
+    window.resize(1100, 800);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(400);
+
+    // A bed-sitting room in the default 500 by 300 room.
+    CVxAppCore* core = VX_GetCore();
+    CVxFloor* floor = core->GetProject().GetFloor();
+    struct SPlace
+    {
+        const wchar_t* caption;
+        double x, y, rotation;
+    };
+    const SPlace places[] = {
+        {L"Rug", 290, 110, 0},
+        {L"Double bed", 20, 20, 0},
+        {L"Bedside table", 190, 20, 0},
+        {L"Sofa, three seats", 270, 205, 0},
+        {L"Coffee table", 340, 130, 0},
+        {L"Wardrobe, two doors", 20, 235, 0},
+        {L"Floor lamp", 460, 20, 0},
+        {L"Desk", 240, 20, 0},
+        {L"Office chair", 300, 120, 180},
+        {L"Door", 400, 10, 0},
+        {L"Window", 120, 290, 0},
+        {L"Window", 60, 10, 0},
+    };
+    int placed = 0;
+    for (const SPlace& place : places) {
+        CVxPart part;
+        if (!LoadCatalogueObject(place.caption, part))
+            continue;
+        part.x = place.x;
+        part.y = place.y;
+        part.rotation = place.rotation;
+        CVxPart* slot = floor->GetNewObject();
+        *slot = part;
+        slot->inUse = true;
+        if (slot->snapToWall)
+            slot->SnapToWall(&floor->m_walls, place.x, place.y, false, false, false);
+        ++placed;
+    }
+    QCOMPARE(placed, 12);
+    core->UpdateFloorPlan();
+    window.ZoomToBestFit();
+    QTest::qWait(200);
+    const QImage shot = window.grab().toImage();
+    QVERIFY(shot.save(QStringLiteral("screen_furnished.png")));
+    floor->RemoveAllObjects();
 }
 
 int main(int argc, char** argv)
