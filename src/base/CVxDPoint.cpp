@@ -8,20 +8,6 @@
 #include <limits>
 #include <numbers>
 
-namespace {
-int32_t RoundToPixel(double value)
-{
-    // std::round is half away from zero; out-of-range values are clamped so
-    // a damaged coordinate cannot make the conversion undefined.
-    const double r = std::round(value);
-    if (!(r > std::numeric_limits<int32_t>::min()))
-        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
-    if (r >= std::numeric_limits<int32_t>::max())
-        return std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(r);
-}
-} // namespace
-
 CVxDPoint& CVxDPoint::operator+=(const CVxDPoint& other)
 {
     x += other.x;
@@ -52,8 +38,8 @@ CVxDPoint& CVxDPoint::operator/=(double divisor)
 
 CVxDPoint::operator VxPOINT*() const
 {
-    m_pixels.x = RoundToPixel(x);
-    m_pixels.y = RoundToPixel(y);
+    m_pixels.x = VX_RoundToPixel(x);
+    m_pixels.y = VX_RoundToPixel(y);
     return &m_pixels;
 }
 

@@ -7,18 +7,6 @@
 #include <limits>
 #include <utility>
 
-namespace {
-int32_t RoundToPixel(double value)
-{
-    const double r = std::round(value);
-    if (!(r > std::numeric_limits<int32_t>::min()))
-        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
-    if (r >= std::numeric_limits<int32_t>::max())
-        return std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(r);
-}
-} // namespace
-
 bool CVxDRect::operator==(const CVxDRect& other) const
 {
     return left == other.left && top == other.top && right == other.right && bottom == other.bottom;
@@ -46,10 +34,10 @@ CVxDRect CVxDRect::operator/(double divisor) const
 
 CVxDRect::operator const VxRECT*() const
 {
-    m_pixels.left = RoundToPixel(left);
-    m_pixels.top = RoundToPixel(top);
-    m_pixels.right = RoundToPixel(right);
-    m_pixels.bottom = RoundToPixel(bottom);
+    m_pixels.left = VX_RoundToPixel(left);
+    m_pixels.top = VX_RoundToPixel(top);
+    m_pixels.right = VX_RoundToPixel(right);
+    m_pixels.bottom = VX_RoundToPixel(bottom);
     return &m_pixels;
 }
 

@@ -22,15 +22,6 @@ int32_t Mul32(int32_t a, int32_t b)
     return Wrap(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
 }
 
-int32_t RoundToPixel(double value)
-{
-    const double r = std::round(value);
-    if (!(r > std::numeric_limits<int32_t>::min()))
-        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
-    if (r >= std::numeric_limits<int32_t>::max())
-        return std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(r);
-}
 } // namespace
 
 bool DblFindInter(const CVxDPoint* a, const CVxDPoint* b, const CVxDPoint* c, const CVxDPoint* d, double* t,
@@ -226,8 +217,8 @@ void GetBezierControlPoint(VxPOINT& outC0, VxPOINT& outC1, const VxPOINT& prev, 
     CVxDPoint c0, c1;
     GetBezierControlPoint(c0, c1, CVxDPoint(prev), CVxDPoint(p1), CVxDPoint(p2), CVxDPoint(next),
                           prevIsCurved, nextIsCurved);
-    outC0.x = RoundToPixel(c0.x);
-    outC0.y = RoundToPixel(c0.y);
-    outC1.x = RoundToPixel(c1.x);
-    outC1.y = RoundToPixel(c1.y);
+    outC0.x = VX_RoundToPixel(c0.x);
+    outC0.y = VX_RoundToPixel(c0.y);
+    outC1.x = VX_RoundToPixel(c1.x);
+    outC1.y = VX_RoundToPixel(c1.y);
 }

@@ -2,7 +2,9 @@
 // Integer device geometry: pixels on a screen or a printer page. Right and
 // bottom are exclusive, as in the device coordinates of the host.
 
+#include <cmath>
 #include <cstdint>
+#include <limits>
 
 struct VxPOINT
 {
@@ -79,4 +81,17 @@ inline bool VxPtInRect(const VxRECT* rect, const VxPOINT& point)
 inline double VxPointDistance(const VxPOINT* a, const VxPOINT* b)
 {
     return (a && b) ? VxPointDistance(*a, *b) : 0.0;
+}
+
+// A plan coordinate in device pixels: rounded half away from zero, and
+// clamped so that a damaged coordinate cannot make the conversion undefined;
+// NaN gives 0.
+inline int32_t VX_RoundToPixel(double value)
+{
+    const double r = std::round(value);
+    if (!(r > std::numeric_limits<int32_t>::min()))
+        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
+    if (r >= std::numeric_limits<int32_t>::max())
+        return std::numeric_limits<int32_t>::max();
+    return static_cast<int32_t>(r);
 }

@@ -16,16 +16,6 @@ constexpr double kDegToRad = std::numbers::pi / 180.0;
 // Points of the polygon that stands for an elliptic opening.
 constexpr int kEllipsePoints = 128;
 
-int32_t RoundToPixel(double value)
-{
-    const double r = std::round(value);
-    if (!(r > std::numeric_limits<int32_t>::min()))
-        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
-    if (r >= std::numeric_limits<int32_t>::max())
-        return std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(r);
-}
-
 // Turns the outline round, keeping each edge's curve and wall with it: edge j
 // of the result is edge n-2-j of the original, walked backwards.
 void ReverseOutline(CVxDPolygon& polygon)
@@ -236,8 +226,8 @@ const VxPOINT* CVxHoleInFloor::GetCachedRect(int offsetX, int offsetY, double zo
         cachedZoom = zoom;
     }
     for (int i = 0; i < 4; ++i) {
-        cachedPixels[i].x = RoundToPixel(cachedCorners[i].x + offsetX);
-        cachedPixels[i].y = RoundToPixel(cachedCorners[i].y + offsetY);
+        cachedPixels[i].x = VX_RoundToPixel(cachedCorners[i].x + offsetX);
+        cachedPixels[i].y = VX_RoundToPixel(cachedCorners[i].y + offsetY);
     }
     return cachedPixels;
 }

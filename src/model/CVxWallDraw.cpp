@@ -9,15 +9,6 @@
 #include <limits>
 
 namespace {
-int32_t RoundToPixel(double value)
-{
-    const double r = std::round(value);
-    if (!(r > std::numeric_limits<int32_t>::min()))
-        return std::isnan(r) ? 0 : std::numeric_limits<int32_t>::min();
-    if (r >= std::numeric_limits<int32_t>::max())
-        return std::numeric_limits<int32_t>::max();
-    return static_cast<int32_t>(r);
-}
 
 // The end edges of the hexagon with the corner whose joint hides each.
 struct SVxEndEdge
@@ -35,8 +26,8 @@ constexpr SVxEndEdge kEndEdges[4] = {{CVxWall::OUT_START, CVxWall::OUT_A_START, 
 void CVxWall::GetCachedRect(VxPOINT outPixels[OUT_COUNT], int offsetX, int offsetY, double zoom) const
 {
     for (int i = 0; i < OUT_COUNT; ++i) {
-        outPixels[i].x = RoundToPixel(outline[i].x * zoom + offsetX);
-        outPixels[i].y = RoundToPixel(outline[i].y * zoom + offsetY);
+        outPixels[i].x = VX_RoundToPixel(outline[i].x * zoom + offsetX);
+        outPixels[i].y = VX_RoundToPixel(outline[i].y * zoom + offsetY);
     }
 }
 
