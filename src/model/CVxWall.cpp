@@ -407,8 +407,9 @@ double CVxWall::GetDistFromLine(const CVxDPoint* a, const CVxDPoint* b, double x
     CVxDPoint c0, c1;
     const bool hasCurve =
         a == &start ? GetBezierControlPoints(c0, c1) : GetBezierControlPointsOnLine(c0, c1, *a, *b);
+    double dist = 0;
     if (hasCurve) {
-        double best = std::numeric_limits<double>::infinity();
+        dist = std::numeric_limits<double>::infinity();
         CVxDPoint previous = *a;
         for (int i = 0; i < kDistChords; ++i) {
             CVxDPoint next;
@@ -420,25 +421,16 @@ double CVxWall::GetDistFromLine(const CVxDPoint* a, const CVxDPoint* b, double x
                 tc = std::max(tc, 0.0);
             if (i < kDistChords - 1)
                 tc = std::min(tc, 1.0);
-            if (d < best) {
-                best = d;
+            if (d < dist) {
+                dist = d;
                 t = (tc + i) / kDistChords;
             }
             previous = next;
         }
-        double dist = best;
-        if (t < 0) {
-            dist = p.Distance(*a);
-            t = 0;
-        } else if (t > 1) {
-            dist = p.Distance(*b);
-            t = 1;
-        }
-        if (outT)
-            *outT = t;
-        return dist;
+    } else {
+        dist = DblGetDistFromLine(*a, *b, p, &t);
     }
-    double dist = DblGetDistFromLine(*a, *b, p, &t);
+    // Beyond either end the distance is to that end.
     if (t < 0) {
         dist = p.Distance(*a);
         t = 0;
