@@ -288,8 +288,9 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 
 CVxPart* CVxFloor::GetNewObject(int* index, bool append)
 {
+    // The slot handed out was free or new: one more in use.
     CVxPart* part = CVxPart::GetNewObject(m_objects, index, append);
-    m_objectCount = CountUsedObjects();
+    ++m_objectCount;
     return part;
 }
 
