@@ -4,6 +4,9 @@
 
 #include "CVxStringW.h"
 
+#include <cstdint>
+#include <cstdio>
+
 class CVxUtils
 {
 public:
@@ -27,6 +30,17 @@ public:
     // The folder under the user's application data where opened projects
     // unpack their files: "ProjUnpack/", created when missing.
     static CVxStringW GetProjectsTempPath();
+    // `path` itself while no such file exists, otherwise a free name in the
+    // same folder with "_" and a random number before the extension. After
+    // 5000 taken numbers the last one tried is returned.
+    static CVxStringW GetUniqueFileName(const CVxStringW& path);
+    // The same for a folder, with up to 500 tries of numbers below 1000.
+    static CVxStringW GetUniqueFolderName(const CVxStringW& path);
+    // Same size and same CRC-32; a file that can't be read is identical to
+    // nothing.
+    static bool CheckTwoFilesIdentical(const CVxStringW& a, const CVxStringW& b);
+    // The CRC-32 of the whole stream, read from its start in pieces of 2048.
+    static uint32_t CalcCRC(FILE* file);
     // Removes what earlier runs left in the projects' folder, unless another
     // instance runs and may still use it.
     static void DeleteUserAppDataProjects();

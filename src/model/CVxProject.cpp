@@ -2,6 +2,8 @@
 
 #include "CVxFloorPlan.h"
 
+#include "CVxCompressIniWriter.h"
+#include "CVxCompressedFileReader.h"
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "CVxLocFileInfo.h"
@@ -9,11 +11,16 @@
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
 #include "CVxUnits.h"
+#include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
+#include "VxSafeSave.h"
+#include "VxTrace.h"
+#include "VxUtf8.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cwchar>
+#include <memory>
 
 namespace {
 constexpr unsigned kGroundColor = 0xD2C6C4;
@@ -52,7 +59,7 @@ CVxProject::CVxProject()
     Reset();
 }
 
-CVxProject::CVxProject(const CVxProject& other) : IVxReadIniClient(other)
+CVxProject::CVxProject(const CVxProject& other) : IVxReadIniClient(other), IVxCompressedFileOwner(other)
 {
     other.CopyTo(this);
 }
@@ -133,6 +140,9 @@ void CVxProject::Reset()
     m_defWallThickness = 10;
     m_defWallHeight = 265;
     m_compressed = false;
+    m_terrain.Reset();
+    m_globalShadow.Reset();
+    m_pictureResizeCache.Reset();
     AddNewFloor();
 }
 
@@ -193,6 +203,9 @@ void CVxProject::CopyTo(CVxProject* target) const
     target->m_defWallThickness = m_defWallThickness;
     target->m_defWallHeight = m_defWallHeight;
     target->m_compressed = m_compressed;
+    target->m_terrain = m_terrain;
+    target->m_globalShadow = m_globalShadow;
+    target->m_pictureResizeCache = m_pictureResizeCache;
 }
 
 void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader)
@@ -210,6 +223,8 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
                                                       L"Plaveno.\nThe room and objects can be incorrect!"),
                              loc->LocalizeMessage(33, L"Warning"), VX_MB_ICON_WARNING);
             }
+            // One warning per file, however many heads it has.
+            reader->AddFlags(CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING);
         }
     } else if (key == "Encoding") {
         if (reader)
@@ -640,4 +655,374 @@ void CVxProject::SubUnitCorrection(CVxDPoint* point, EVxDblFormat format) const
 {
     if (point)
         SubUnitCorrection(point->x, point->y, format);
+}
+
+// Sections kept for others
+
+void CVxKeptSection::Reset()
+{
+    m_values.clear();
+    m_present = false;
+}
+
+void CVxKeptSection::Read(CVxIniFileReader* reader)
+{
+    m_present = true;
+    reader->ReadSection(this);
+}
+
+void CVxKeptSection::OnReadIniValue(const CVxStringA& key, const CVxStringW& value,
+                                    CVxIniFileReader* /*reader*/)
+{
+    m_present = true;
+    m_values.emplace_back(key, value);
+}
+
+void CVxKeptSection::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
+{
+    writer->StartSection(section);
+    for (const auto& [key, value] : m_values)
+        writer->WriteString(key.c_str(), value);
+}
+
+// The project file
+
+namespace {
+
+// More storeys than any house has; a file that claims more is damaged, and
+// each floor costs memory.
+constexpr int s_maxFloors = 200;
+// The project's own text among the entries of its container.
+const wchar_t* const s_innerTextName = L"project.pvp";
+
+CVxStringA Utf8(const CVxStringW& text)
+{
+    return VX_StringToUTF8(text);
+}
+
+IVxAppHelperCallback* Host()
+{
+    return VX_GetAppHelper();
+}
+
+bool FileExists(const CVxStringW& path)
+{
+    IVxAppHelperCallback* host = Host();
+    return host && !path.IsEmpty() && host->FileExists(path);
+}
+
+// Whether `path` lies inside the folder where projects unpack: only there
+// does the program create and delete folders of its own. Paths that step
+// back with ".." never count, whatever they start with.
+bool IsInsideProjectsTemp(const CVxStringW& path)
+{
+    const CVxStringW clean = path.FromWinPath();
+    if (clean.Contains(CVxStringW(L"/../")) || clean.EndsWith(CVxStringW(L"/..")) ||
+        clean.Contains(CVxStringW(L"/./")))
+        return false;
+    return CVxUtils::ContainsPath(clean, CVxUtils::GetProjectsTempPath());
+}
+
+// A plain writer that can tell whether every byte reached the file.
+class CVxCheckedIniWriter : public CVxIniWriter
+{
+public:
+    using CVxIniWriter::CVxIniWriter;
+    bool Close()
+    {
+        if (!m_file)
+            return false;
+        bool ok = fflush(m_file) == 0 && !ferror(m_file);
+        ok = (fclose(m_file) == 0) && ok;
+        m_file = nullptr;
+        return ok;
+    }
+};
+
+} // namespace
+
+void CVxProject::WriteCompressedFileHeader(FILE* file) const
+{
+    if (file)
+        fprintf(file, "[Room]\r\nFileVersion=%d\r\nEncoding=utf-8\r\nCompression=zlib\r\n", fileVersion);
+}
+
+void CVxProject::VerifyStoragePathExists()
+{
+    IVxAppHelperCallback* host = Host();
+    if (!host)
+        return;
+    if (m_storagePath.IsEmpty()) {
+        const CVxStringW root = CVxUtils::GetProjectsTempPath();
+        if (root.IsEmpty())
+            return;
+        m_storagePath = CVxUtils::GetUniqueFolderName(root + L"NewProj");
+        host->CreateFolder(m_storagePath);
+        m_storagePath += L'/';
+    } else if (!host->FolderExists(m_storagePath)) {
+        host->CreateFolder(m_storagePath);
+    }
+}
+
+void CVxProject::RemoveTempFiles()
+{
+    IVxAppHelperCallback* host = Host();
+    if (!host || m_storagePath.IsEmpty())
+        return;
+    CVxStringW folder = m_storagePath;
+    if (folder.EndsWith(CVxStringW(L"/")))
+        folder = folder.Left(folder.GetLength() - 1);
+    if (!IsInsideProjectsTemp(folder))
+        return;
+    host->DeleteDirectory(folder + L"/tmp");
+    host->DeleteDirectory(folder);
+    m_storagePath.Empty();
+    m_storedFiles.clear();
+}
+
+CVxStringW CVxProject::AddFileToProject(const CVxStringW& path)
+{
+    if (path.GetLength() < 3 || path.Contains(CVxStringW(L"rXrsz")))
+        return path;
+    VerifyStoragePathExists();
+    IVxAppHelperCallback* host = Host();
+    if (!host || m_storagePath.IsEmpty() || CVxUtils::ContainsPath(path, m_storagePath) || !FileExists(path))
+        return path;
+    for (const auto& [source, stored] : m_storedFiles)
+        if (source == path && CVxUtils::CheckTwoFilesIdentical(path, stored))
+            return stored;
+    CVxStringW target = m_storagePath + path.FromWinPath().ExtractFileTitle();
+    if (!FileExists(target) || !CVxUtils::CheckTwoFilesIdentical(path, target)) {
+        // A different picture of the same name from another folder: both
+        // must survive in the one folder of the project.
+        if (FileExists(target))
+            target = CVxUtils::GetUniqueFileName(target);
+        if (!host->FileCopy(path, target))
+            return path;
+    }
+    bool listed = false;
+    for (auto& [source, stored] : m_storedFiles) {
+        if (source == path) {
+            stored = target;
+            listed = true;
+        }
+    }
+    if (!listed)
+        m_storedFiles.emplace_back(path, target);
+    return target;
+}
+
+bool CVxProject::OnPathTransformToAbsolute(CVxStringW& result, const CVxStringW& path,
+                                           const CVxStringW& baseFolder)
+{
+    if (path.IsEmpty())
+        return false;
+    const CVxStringW full = CVxUtils::MakeFullPath(path, baseFolder);
+    if (!FileExists(full))
+        return false;
+    result = AddFileToProject(full);
+    return true;
+}
+
+void CVxProject::WriteProjectText(CVxIniWriter* writer)
+{
+    SaveToFile(writer, "Room");
+    m_viewpoints.SaveToFile(writer, "Viewpoints");
+    if (m_terrain.IsPresent())
+        m_terrain.SaveToFile(writer, "Terrain");
+    if (m_globalShadow.IsPresent())
+        m_globalShadow.SaveToFile(writer, "GlobalShadow");
+    m_attachments.SaveToFile(writer, "Attachments");
+    for (const CVxFloor* floor : m_floors)
+        floor->SaveToFile(writer);
+    m_pictureResizeCache.SaveToFile(writer, "PictureResizeCache");
+}
+
+bool CVxProject::SaveToFile(const CVxStringW& path, bool compressed,
+                            std::list<CVxMissingFileInfo>* missingFiles)
+{
+    IVxAppHelperCallback* host = Host();
+    if (path.IsEmpty() || !host)
+        return false;
+    // Everything goes to a file beside the target, which replaces the
+    // target only once it is complete and on the disk.
+    const CVxStringW temp = VX_SafeSaveTempPath(path);
+    CVxStringW textPath;
+    std::unique_ptr<CVxIniWriter> writer;
+    CVxCompressIniWriter* container = nullptr;
+    CVxCheckedIniWriter* plain = nullptr;
+    if (compressed) {
+        const CVxStringW projectsTemp = CVxUtils::GetProjectsTempPath();
+        if (projectsTemp.IsEmpty())
+            return false;
+        textPath = CVxUtils::GetUniqueFileName(projectsTemp + s_innerTextName);
+        auto owned = std::make_unique<CVxCompressIniWriter>(temp, textPath, this);
+        container = owned.get();
+        writer = std::move(owned);
+    } else {
+        auto owned = std::make_unique<CVxCheckedIniWriter>(temp);
+        plain = owned.get();
+        writer = std::move(owned);
+    }
+    auto cleanUp = [&]() {
+        writer.reset();
+        if (!textPath.IsEmpty())
+            host->FileDelete(textPath);
+    };
+    if (!writer->IsOpened()) {
+        VxTrace("Error opening file for writing: %s\n", Utf8(path).c_str());
+        cleanUp();
+        VX_SafeSaveAbandon(temp);
+        return false;
+    }
+    writer->SetMissingFiles(missingFiles);
+    if (compressed && !m_thumbnailPath.IsEmpty()) {
+        // First entry; found again by its name, not through the text.
+        CVxStringW thumbnail = m_thumbnailPath;
+        writer->MakeRelativePath(thumbnail);
+    }
+    WriteProjectText(writer.get());
+    writer->Finalize();
+    const bool written = container ? container->Succeeded() : plain->Close();
+    cleanUp();
+    if (!written) {
+        VxTrace("Error writing file: %s\n", Utf8(path).c_str());
+        VX_SafeSaveAbandon(temp);
+        return false;
+    }
+    if (!VX_SafeSaveCommit(temp, path)) {
+        VxTrace("Error replacing file: %s\n", Utf8(path).c_str());
+        return false;
+    }
+    m_modified = false;
+    return true;
+}
+
+void CVxProject::SetStoragePathForFile(const CVxStringW& path, bool nested)
+{
+    const CVxStringW folder = path.ExtractFileFolder();
+    if (nested || IsInsideProjectsTemp(folder)) {
+        m_storagePath = folder;
+        return;
+    }
+    IVxAppHelperCallback* host = Host();
+    const CVxStringW root = CVxUtils::GetProjectsTempPath();
+    if (!host || root.IsEmpty())
+        return;
+    // Each opened project unpacks into a folder named like its file.
+    m_storagePath = CVxUtils::GetUniqueFolderName(root + path.ExtractFileTitle());
+    host->CreateFolder(m_storagePath);
+    m_storagePath += L'/';
+}
+
+bool CVxProject::ReadProjectSection(CVxIniFileReader* reader)
+{
+    const CVxStringA& section = reader->GetSectionName();
+    if (section == "Viewpoints")
+        reader->ReadSection(&m_viewpoints);
+    else if (section == "Attachments")
+        reader->ReadSection(&m_attachments);
+    else if (section == "Terrain")
+        m_terrain.Read(reader);
+    else if (section == "GlobalShadow")
+        m_globalShadow.Read(reader);
+    else if (section == "PictureResizeCache")
+        m_pictureResizeCache.Read(reader);
+    else
+        return false;
+    return true;
+}
+
+bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileInfo>* missingFiles,
+                              const CVxStringW* baseFolder, bool nested, int flags)
+{
+    if (missingFiles)
+        missingFiles->clear();
+    CVxIniFileReader reader(path, 0);
+    if (!reader.IsOpened()) {
+        VxTrace("Error opening file for reading: %s\n", Utf8(path).c_str());
+        return false;
+    }
+    const unsigned readFlags = static_cast<unsigned>(flags);
+    const bool innerText = (readFlags & CVxIniFileReader::VX_READ_INNER_COMPRESSED_FILE) != 0;
+    if (!innerText)
+        RemoveTempFiles();
+    Reset();
+    reader.SetReadingProject(true);
+    reader.AddFlags(readFlags);
+    if (baseFolder)
+        reader.SetAltBaseFolder(*baseFolder);
+    SetStoragePathForFile(path, nested);
+    reader.SetPathTransformer(this);
+    reader.Start();
+
+    while (!reader.GetSectionName().IsEmpty()) {
+        const CVxStringA section = reader.GetSectionName();
+        if (section == "Room") {
+            m_compressed = false;
+            reader.ReadSection(this);
+            // The text inside a container is plain by definition; a container
+            // that claims otherwise would unpack itself without end.
+            if (m_compressed && !innerText) {
+                const bool loaded =
+                    LoadFromCompressedFile(&reader, missingFiles, flags, path.ExtractFileFolder());
+                m_compressed = false;
+                return loaded;
+            }
+            m_compressed = false;
+            if (reader.GetProjectVersion() == 0)
+                reader.SetProjectVersion(1);
+            if (!(m_width > 0) || !std::isfinite(m_width))
+                m_width = 1;
+            if (!(m_height > 0) || !std::isfinite(m_height))
+                m_height = 1;
+            if (reader.GetProjectVersion() < 702)
+                m_gridLineStyle = 1;
+            // The sets of the project that stand between the head and the
+            // first floor; the floor's loader would pass over some of them.
+            while (ReadProjectSection(&reader)) {
+            }
+            m_floors.front()->LoadFromFile(&reader, this);
+        } else if (ReadProjectSection(&reader)) {
+        } else if (section == "Floor") {
+            if (GetFloorCount() < s_maxFloors) {
+                AddNewFloor()->LoadFromFile(&reader, this);
+            } else {
+                CVxFloor surplus;
+                surplus.LoadFromFile(&reader, this);
+            }
+        } else {
+            reader.ReadSection(nullptr);
+        }
+    }
+    if (missingFiles)
+        *missingFiles = reader.GetMissingFiles();
+    m_modified = false;
+    return true;
+}
+
+bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxMissingFileInfo>* missingFiles,
+                                        int flags, const CVxStringW& sourceFolder)
+{
+    // Without a folder of its own the entries would land wherever the
+    // program happens to run.
+    if (m_storagePath.IsEmpty())
+        return false;
+    CVxStringW mainFile;
+    while (!reader->GetSectionName().IsEmpty()) {
+        if (reader->GetSectionName() == "File") {
+            CVxCompressedFileReader entry(m_storagePath, CVxStringW(L".pvp"));
+            reader->ReadSection(&entry);
+            if (!entry.GetMainFile().IsEmpty())
+                mainFile = entry.GetMainFile();
+        } else {
+            reader->ReadSection(nullptr);
+        }
+    }
+    if (mainFile.IsEmpty())
+        return false;
+    const CVxStringW folder = sourceFolder;
+    return LoadFromFile(mainFile, missingFiles, &folder, true,
+                        flags | CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING |
+                            CVxIniFileReader::VX_READ_INNER_COMPRESSED_FILE);
 }

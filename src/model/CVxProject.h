@@ -5,9 +5,11 @@
 
 #include "CVxAppearance.h"
 #include "CVxAttachments.h"
+#include "CVxCompressIniWriter.h"
 #include "CVxDPoint.h"
 #include "CVxFloor.h"
 #include "CVxFont.h"
+#include "CVxMissingFileInfo.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 #include "CVxViewpointSet.h"
@@ -22,7 +24,29 @@ class CVxFloorPlan;
 class CVxIniFileReader;
 class CVxIniWriter;
 
-class CVxProject : public IVxReadIniClient
+// A section owned by a part of the program that the document does not model
+// here (the terrain, the picture resize cache): kept as it was read and
+// written back unchanged, so that opening and saving never loses it.
+class CVxKeptSection : public IVxReadIniClient
+{
+public:
+    void Reset();
+    // Takes the keys of the reader's current section.
+    void Read(CVxIniFileReader* reader);
+    void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override;
+    // Writes the section, with no keys when none were read.
+    void SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const;
+
+    // Whether the project's file had the section at all.
+    bool IsPresent() const { return m_present; }
+
+    std::vector<std::pair<CVxStringA, CVxStringW>> m_values;
+
+private:
+    bool m_present = false;
+};
+
+class CVxProject : public IVxReadIniClient, public IVxCompressedFileOwner
 {
 public:
     // The version of the project text that this program writes.
@@ -41,6 +65,36 @@ public:
     // The keys of the "Room" section.
     void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override;
     void SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const;
+
+    // Writes the whole project to `path`: compressed with every file it
+    // refers to, or as plain text. The file is finished beside the target
+    // and only then replaces it, so a failed or interrupted save leaves the
+    // previous file as it was. With a list, the user's decisions about
+    // missing files are applied.
+    bool SaveToFile(const CVxStringW& path, bool compressed, std::list<CVxMissingFileInfo>* missingFiles);
+    // Reads a project of either form; the reading flags are those of
+    // CVxIniFileReader. `baseFolder`, when given, is where files that the
+    // text refers to are looked for; `nested` keeps the unpack folder at the
+    // file's own folder. A file that can't be opened leaves the project
+    // untouched; anything else loads as far as it goes.
+    bool LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileInfo>* missingFiles,
+                      const CVxStringW* baseFolder, bool nested, int flags);
+    // The rest of a container whose head the reader has passed: unpacks the
+    // entries and loads the project text among them.
+    bool LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxMissingFileInfo>* missingFiles,
+                                int flags, const CVxStringW& sourceFolder);
+
+    void WriteCompressedFileHeader(FILE* file) const override;
+    // The copy of a file that the project keeps in its unpack folder, made
+    // on first use. A different file of a name already taken gets a new name.
+    CVxStringW AddFileToProject(const CVxStringW& path) override;
+    // Makes the unpack folder when the project has none yet.
+    void VerifyStoragePathExists();
+    // Deletes the unpack folder, if it is one of the program's own.
+    void RemoveTempFiles();
+    // A file that the text names is taken into the unpack folder.
+    bool OnPathTransformToAbsolute(CVxStringW& result, const CVxStringW& path,
+                                   const CVxStringW& baseFolder) override;
 
     // The current floor, the first one for an index out of range; a floor is
     // added when there is none.
@@ -142,6 +196,9 @@ public:
     double m_defWallHeight = 265;
     // Set while a compressed file is being read.
     bool m_compressed = false;
+    CVxKeptSection m_terrain;
+    CVxKeptSection m_globalShadow;
+    CVxKeptSection m_pictureResizeCache;
 
 private:
     // The room rectangle reaches to the right and bottom of the walls.
@@ -150,4 +207,9 @@ private:
     void MoveToOrigin();
     void DeleteFloors();
     CVxFloor* AddNewFloor();
+    void WriteProjectText(CVxIniWriter* writer);
+    // The unpack folder of a file being opened.
+    void SetStoragePathForFile(const CVxStringW& path, bool nested);
+    // The project's own sections, wherever they stand; false for others.
+    bool ReadProjectSection(CVxIniFileReader* reader);
 };

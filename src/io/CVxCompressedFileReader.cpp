@@ -1,0 +1,71 @@
+#include "CVxCompressedFileReader.h"
+
+#include "CVxIniFileReader.h"
+
+#include <algorithm>
+
+namespace {
+
+// Longer names are no names the writer produces, and file systems refuse
+// them anyway.
+constexpr int s_maxNameLength = 200;
+
+} // namespace
+
+CVxCompressedFileReader::CVxCompressedFileReader(const CVxStringW& folder, const CVxStringW& mainExt)
+    : m_folder(folder), m_mainExt(mainExt)
+{
+}
+
+CVxStringW CVxCompressedFileReader::SafeEntryName(const CVxStringW& name)
+{
+    // Containers written on other systems may carry either separator or a
+    // drive; only the last part names the file.
+    CVxStringW bare = name.FromWinPath();
+    bare = bare.Mid(bare.ReverseFind(L'/') + 1);
+    bare = bare.Mid(bare.ReverseFind(L':') + 1);
+    if (bare.IsEmpty() || bare == L"." || bare == L".." || bare.GetLength() > s_maxNameLength)
+        return CVxStringW();
+    const bool control =
+        std::any_of(bare.Std().begin(), bare.Std().end(), [](wchar_t c) { return c < 0x20 || c == 0x7F; });
+    return control ? CVxStringW() : bare;
+}
+
+void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStringW& value,
+                                             CVxIniFileReader* reader)
+{
+    if (key == "Name") {
+        m_name = SafeEntryName(value);
+    } else if (key == "UncpSize") {
+        const int size = CVxIniFileReader::ToInt(value, 0);
+        m_uncompressedSize = size > 0 ? static_cast<unsigned>(size) : 0;
+    } else if (key == "DataSize") {
+        if (!reader)
+            return;
+        const int size = CVxIniFileReader::ToInt(value, 0);
+        if (size < 0) {
+            // No block can be that long: the rest of the container is lost.
+            reader->SkipDataBlock(CVxIniFileReader::VX_INI_DATA_TO_END);
+            return;
+        }
+        m_dataSize = static_cast<unsigned>(size);
+        if (m_dataSize == 0)
+            return;
+        if (m_name.IsEmpty()) {
+            reader->SkipDataBlock(m_dataSize);
+            return;
+        }
+        const CVxStringW path = m_folder + m_name;
+        if (m_name.ExtractFileExt() == m_mainExt)
+            m_mainFile = path;
+        else if (reader->HasFlag(CVxIniFileReader::VX_READ_UNPACK_MAIN_FILE_ONLY)) {
+            reader->SkipDataBlock(m_dataSize);
+            return;
+        }
+        if (m_uncompressedSize != 0)
+            reader->UncompressDataBlockToFile(m_dataSize, path,
+                                              std::min(m_uncompressedSize, maxUncompressedSize));
+        else
+            reader->ReadDataBlockToFile(m_dataSize, path);
+    }
+}
