@@ -48,6 +48,28 @@ public:
     // The plan of the current floor with (x, y) the image's top-left corner
     // on the surface; updateRect limits the work, flags are the draw flags.
     void DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, int flags);
+    // A picture of a project for lists and the recovery dialog: the whole
+    // sheet, or with cropToObjects the objects and a tenth around them,
+    // centred in width by height. False when cancel was set meanwhile.
+    bool DrawProjectThumb(CVxDC* dc, CVxProject& project, int width, int height, bool cropToObjects,
+                          const bool* cancel);
+    // The rubber band of a drag: 1 line, 2 rectangle, 3 ellipse, 0 none.
+    void SetTempObject(int kind, double x1, double y1, double x2, double y2);
+    int GetTempObjectKind() const { return m_tempKind; }
+    void DrawTempObject(CVxDC* dc, double zoom, int x, int y);
+
+    // What the user reads and types: positions relative to the selected
+    // local origin, with the axes flipped when the origin counts from the
+    // right or the bottom side. The two are exact inverses.
+    void TranslateCoordImageToLocal(double& x, double& y) const;
+    void TranslateCoordLocalToImage(double& x, double& y) const;
+    int m_localOriginSignX = 1;
+    int m_localOriginSignY = 1;
+    double m_localOriginX = 0;
+    double m_localOriginY = 0;
+    bool m_absoluteCoords = false;
+    bool m_showLocalCoords = true;
+
     // The draw flags that the settings and the view mode ask for.
     int GetPartDrawFlagsFromOptions() const;
     // Draw flags.
@@ -120,6 +142,8 @@ private:
     bool m_showAnnotations = true;
     double m_zoom = 1.0;
     double m_roundedZoom = 1.0;
+    int m_tempKind = 0;
+    double m_temp[4] = {0, 0, 0, 0};
     int m_margins[4] = {0, 0, 0, 0};
     VxPOINT m_viewOrigin;
 };

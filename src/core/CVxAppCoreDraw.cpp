@@ -68,6 +68,7 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
     DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
     DrawRoomWalls(dc, zoom, originX, originY, flags, false);
     DrawObjects(dc, zoom, originX, originY, updateRect, flags);
+    DrawTempObject(dc, zoom, originX, originY);
     DrawGridLabels(dc, zoom, x, y, width, height, flags);
 
     dc->ClearClipping();
@@ -281,4 +282,124 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
         lastBottom = cellTop;
     }
     dc->SelectOldFont();
+}
+
+void CVxAppCore::SetTempObject(int kind, double x1, double y1, double x2, double y2)
+{
+    m_tempKind = kind;
+    m_temp[0] = x1;
+    m_temp[1] = y1;
+    m_temp[2] = x2;
+    m_temp[3] = y2;
+}
+
+void CVxAppCore::DrawTempObject(CVxDC* dc, double zoom, int x, int y)
+{
+    if (m_tempKind < 1 || m_tempKind > 3)
+        return;
+    const int x1 = VX_RoundToPixel(m_temp[0] * zoom) + x;
+    const int y1 = VX_RoundToPixel(m_temp[1] * zoom) + y;
+    const int x2 = VX_RoundToPixel(m_temp[2] * zoom) + x;
+    const int y2 = VX_RoundToPixel(m_temp[3] * zoom) + y;
+    dc->SelectPen(CVxDC::penSolid, 1, 0);
+    dc->SelectBrush(CVxDC::brushNull, 0);
+    if (m_tempKind == 1)
+        dc->Line(x1, y1, x2, y2);
+    else if (m_tempKind == 2)
+        dc->Rectangle(x1, y1, x2, y2);
+    else
+        dc->Ellipse(x1, y1, x2, y2);
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+}
+
+bool CVxAppCore::DrawProjectThumb(CVxDC* dc, CVxProject& project, int width, int height, bool cropToObjects,
+                                  const bool* cancel)
+{
+    CVxFloor* floor = project.GetFloor();
+    floor->m_walls.RebuildWalls();
+    CVxFloorPlan plan;
+    plan.CreatePlan(*floor, project.m_unit);
+    floor->ResnapAllParts(&plan);
+
+    CVxDRect area(-project.m_spaceLeft, -project.m_spaceTop, project.m_width + project.m_spaceRight,
+                  project.m_height + project.m_spaceBottom);
+    if (cropToObjects) {
+        bool any = false;
+        for (const CVxPart& part : floor->m_objects) {
+            CVxDRect box;
+            part.GetBoundingRect(&box, 1.0);
+            if (!any)
+                area = box;
+            else
+                area.UnionRect(area, box);
+            any = true;
+        }
+        if (any) {
+            const double growX = area.Width() / 10;
+            const double growY = area.Height() / 10;
+            area = CVxDRect(area.left - growX, area.top - growY, area.right + growX, area.bottom + growY);
+        }
+    }
+    if (area.Width() <= 0 || area.Height() <= 0 || width <= 0 || height <= 0)
+        return true;
+    const double scale = area.Width() > area.Height() ? width / area.Width() : height / area.Height();
+    const int originX = VX_RoundToPixel((width - area.Width() * scale) / 2 - area.left * scale);
+    const int originY = VX_RoundToPixel((height - area.Height() * scale) / 2 - area.top * scale);
+
+    plan.DrawRegions(dc, originX, originY, scale, 0);
+    dc->SelectPen(CVxDC::penSolid, 0, floor->m_wallsContour);
+    dc->SelectBrush(CVxDC::brushSolid, floor->m_wallsColor);
+    for (const CVxWall& wall : floor->m_walls.walls) {
+        if (cancel && *cancel) {
+            dc->SelectOldBrush();
+            dc->SelectOldPen();
+            return false;
+        }
+        wall.Draw(dc, floor->m_wallsColor, floor->m_wallsContour, 255, originX, originY, scale);
+    }
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+    for (CVxPart& part : floor->m_objects) {
+        if (cancel && *cancel)
+            return false;
+        if (!part.inUse || part.type == ptMeasLine || part.type == ptLogo || part.type == ptLabel)
+            continue;
+        part.DrawToHdc(dc, floor, project.m_unit, originX, originY, scale, 0, 0, 1.0);
+    }
+    return true;
+}
+
+void CVxAppCore::TranslateCoordImageToLocal(double& x, double& y) const
+{
+    const CVxFloor* floor = m_project.m_floors.empty() ? nullptr : m_project.m_floors.front();
+    if (m_project.m_currentFloor >= 0 && m_project.m_currentFloor < m_project.GetFloorCount())
+        floor = m_project.m_floors[static_cast<size_t>(m_project.m_currentFloor)];
+    if (m_showLocalCoords && floor)
+        floor->m_localCoords.SubtractFrom(x, y);
+    if (m_absoluteCoords)
+        return;
+    if (m_localOriginSignX < 0)
+        x = m_project.m_width - x;
+    if (m_localOriginSignY < 0)
+        y = m_project.m_height - y;
+    x += m_localOriginX;
+    y += m_localOriginY;
+}
+
+void CVxAppCore::TranslateCoordLocalToImage(double& x, double& y) const
+{
+    const CVxFloor* floor = m_project.m_floors.empty() ? nullptr : m_project.m_floors.front();
+    if (m_project.m_currentFloor >= 0 && m_project.m_currentFloor < m_project.GetFloorCount())
+        floor = m_project.m_floors[static_cast<size_t>(m_project.m_currentFloor)];
+    if (!m_absoluteCoords) {
+        x -= m_localOriginX;
+        y -= m_localOriginY;
+        if (m_localOriginSignX < 0)
+            x = m_project.m_width - x;
+        if (m_localOriginSignY < 0)
+            y = m_project.m_height - y;
+    }
+    if (m_showLocalCoords && floor)
+        floor->m_localCoords.AddTo(x, y);
 }

@@ -1,12 +1,16 @@
 #include "CVxMainRenderArea.h"
 
 #include "CVxAppCore.h"
+#include "CVxMainScrollArea.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "CVxQtDC.h"
 
+#include <QCursor>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
@@ -16,6 +20,8 @@ CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     grabGesture(Qt::PanGesture);
     grabGesture(Qt::PinchGesture);
+    m_scrollerTimer.setInterval(30);
+    connect(&m_scrollerTimer, &QTimer::timeout, this, &CVxMainRenderArea::OnScrollerTimer);
 }
 
 void CVxMainRenderArea::paintEvent(QPaintEvent* event)
@@ -43,6 +49,114 @@ void CVxMainRenderArea::paintEvent(QPaintEvent* event)
     const VxRECT updateRect{update.left(), update.top(), update.right() + 1, update.bottom() + 1};
     core->DrawProject(&dc, sheet.left, sheet.top, updateRect,
                       core->GetPartDrawFlagsFromOptions() | CVxAppCore::drawHandles);
+    if (IsMiddleScrolling()) {
+        const QPoint anchor = mapFromGlobal(m_scrollAnchor);
+        DrawMouseScroller(&dc, anchor.x(), anchor.y());
+    }
+}
+
+QImage CVxMainRenderArea::DrawToImage() const
+{
+    CVxAppCore* core = VX_GetCore();
+    const VxRECT sheet = core->GetSheetRect();
+    // A sheet centred in a larger widget loses the space around it.
+    int width = this->width();
+    int height = this->height();
+    int x = sheet.left;
+    int y = sheet.top;
+    if (x > 0) {
+        width -= 2 * x;
+        x = 0;
+    }
+    if (y > 0) {
+        height -= 2 * y;
+        y = 0;
+    }
+    CVxQtDC dc(std::max(1, width), std::max(1, height), VX_GetOptions()->m_antiAliasing);
+    core->DrawProject(&dc, x, y, VxRECT{0, 0, width, height}, core->GetPartDrawFlagsFromOptions());
+    return *dc.GetImage();
+}
+
+CVxMainScrollArea* CVxMainRenderArea::ScrollArea() const
+{
+    // The render area lives in the scroll area's viewport.
+    QWidget* viewport = parentWidget();
+    return viewport ? qobject_cast<CVxMainScrollArea*>(viewport->parentWidget()) : nullptr;
+}
+
+void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
+{
+    if (IsMiddleScrolling()) {
+        StopMiddleScrolling();
+        event->accept();
+        return;
+    }
+    if (event->button() == Qt::MiddleButton) {
+        m_scrollAnchor = event->globalPosition().toPoint();
+        m_scrollerTimer.start();
+        update();
+        event->accept();
+        return;
+    }
+    QWidget::mousePressEvent(event);
+}
+
+void CVxMainRenderArea::StopMiddleScrolling()
+{
+    m_scrollerTimer.stop();
+    update();
+}
+
+void CVxMainRenderArea::OnScrollerTimer()
+{
+    CVxMainScrollArea* area = ScrollArea();
+    if (!area) {
+        StopMiddleScrolling();
+        return;
+    }
+    const QPoint offset = (QCursor::pos() - m_scrollAnchor) / 10;
+    if (area->horizontalScrollBar()->isVisible())
+        area->horizontalScrollBar()->setValue(area->horizontalScrollBar()->value() + offset.x());
+    if (area->verticalScrollBar()->isVisible())
+        area->verticalScrollBar()->setValue(area->verticalScrollBar()->value() + offset.y());
+    area->KeepImageInCenter();
+    repaint();
+}
+
+void CVxMainRenderArea::DrawMouseScroller(CVxDC* dc, int x, int y) const
+{
+    CVxMainScrollArea* area = ScrollArea();
+    const bool horizontal = area && area->horizontalScrollBar()->isVisible();
+    const bool vertical = area && area->verticalScrollBar()->isVisible();
+    dc->SelectPen(CVxDC::penSolid, 1, 0);
+    dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF, 0, 128);
+    dc->Ellipse(x - 14, y - 14, x + 15, y + 15);
+    dc->SelectOldBrush();
+    dc->SelectBrush(CVxDC::brushSolid, 0x808080);
+    dc->SelectOldPen();
+    dc->SelectPen(CVxDC::penNull, 0, 0);
+    dc->Ellipse(x - 2, y - 2, x + 3, y + 3);
+    // Small arrow heads from 6 to 11 pixels out, towards each way that
+    // can scroll.
+    auto arrow = [&](int dx, int dy) {
+        const VxPOINT tip{x + 11 * dx, y + 11 * dy};
+        const VxPOINT a{x + 6 * dx - 3 * dy, y + 6 * dy - 3 * dx};
+        const VxPOINT b{x + 6 * dx + 3 * dy, y + 6 * dy + 3 * dx};
+        const VxPOINT points[3] = {tip, a, b};
+        dc->Polygon(points, 3);
+    };
+    dc->SelectOldBrush();
+    dc->SelectBrush(CVxDC::brushSolid, 0);
+    if (horizontal) {
+        arrow(-1, 0);
+        arrow(1, 0);
+    }
+    if (vertical) {
+        arrow(0, -1);
+        arrow(0, 1);
+    }
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
 }
 
 void CVxMainRenderArea::wheelEvent(QWheelEvent* event)

@@ -2,8 +2,12 @@
 // The widget that shows the plan: the sheet with its shadow, and on it the
 // project as the core draws it.
 
+#include <QImage>
+#include <QPoint>
 #include <QTimer>
 #include <QWidget>
+
+class CVxDC;
 
 class CVxMainRenderArea : public QWidget
 {
@@ -15,12 +19,29 @@ public:
     void SetPaintable(bool paintable) { m_paintable = paintable; }
     bool IsPaintable() const { return m_paintable; }
 
+    // The plan as painted, for export: the widget's size, less the space
+    // around a centred sheet, without selection handles.
+    QImage DrawToImage() const;
+
+    // Scrolling with the middle button: the plan drifts towards the pointer,
+    // faster the farther it is from where the button went down.
+    bool IsMiddleScrolling() const { return m_scrollerTimer.isActive(); }
+    void StopMiddleScrolling();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     // Ctrl and the wheel zoom about the pointer.
     void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
+    void OnScrollerTimer();
+    // The anchor of middle-button scrolling: a ring with a dot and arrows
+    // towards the directions that can scroll.
+    void DrawMouseScroller(CVxDC* dc, int x, int y) const;
+    class CVxMainScrollArea* ScrollArea() const;
+
     bool m_paintable = false;
     QTimer m_scrollerTimer;
+    QPoint m_scrollAnchor;
 };
