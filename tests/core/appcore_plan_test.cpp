@@ -172,3 +172,52 @@ TEST_F(AppCorePlan, ObjectsAreDrawnLayerByLayerAndHiddenLayersCostNothing)
     EXPECT_NE(hidden.pixelColor(left + 330, top + 130).rgb() & 0xFFFFFF, 0x00FF00u);
     EXPECT_EQ(hidden.pixelColor(left + 130, top + 130).rgb() & 0xFFFFFF, 0xFF0000u);
 }
+
+TEST_F(AppCorePlan, LocalCoordinatesFlipAndShiftAndComeBack)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxFloor* floor = core->GetProject().GetFloor();
+    floor->m_localCoords.m_coords.emplace_back(CVxDPoint(100, 50), 0, L"Corner");
+    floor->m_localCoords.m_selected = 0;
+    core->m_localOriginSignX = -1;
+    core->m_localOriginY = 10;
+
+    double x = 130;
+    double y = 80;
+    core->TranslateCoordImageToLocal(x, y);
+    // Relative to the corner (30, 30), then counted from the right side.
+    EXPECT_DOUBLE_EQ(x, core->GetProject().m_width - 30);
+    EXPECT_DOUBLE_EQ(y, 40);
+    core->TranslateCoordLocalToImage(x, y);
+    EXPECT_DOUBLE_EQ(x, 130);
+    EXPECT_DOUBLE_EQ(y, 80);
+
+    core->m_absoluteCoords = true;
+    x = 130;
+    y = 80;
+    core->TranslateCoordImageToLocal(x, y);
+    EXPECT_DOUBLE_EQ(x, 30);
+    EXPECT_DOUBLE_EQ(y, 30);
+    core->m_absoluteCoords = false;
+    core->m_localOriginSignX = 1;
+    core->m_localOriginY = 0;
+}
+
+TEST_F(AppCorePlan, ThumbnailShowsTheRoomAndStopsWhenCancelled)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxQtDC dc(128, 96, false);
+    ASSERT_TRUE(core->DrawProjectThumb(&dc, project, 128, 96, false, nullptr));
+    const QImage* image = dc.GetImage();
+    int ink = 0;
+    for (int y = 0; y < image->height(); ++y)
+        for (int x = 0; x < image->width(); ++x)
+            ink += qAlpha(image->pixel(x, y)) > 0 && (image->pixel(x, y) & 0xFFFFFF) != 0xFFFFFF ? 1 : 0;
+    // The walls of the default room frame the picture.
+    EXPECT_GT(ink, 200);
+
+    const bool cancel = true;
+    CVxQtDC cancelled(128, 96, false);
+    EXPECT_FALSE(core->DrawProjectThumb(&cancelled, project, 128, 96, false, &cancel));
+}
