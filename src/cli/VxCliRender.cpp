@@ -1,0 +1,224 @@
+// render: the plan of one floor as the main view draws it, to a picture or
+// a vector file.
+
+#include "VxCli.h"
+
+#include "CVxAppCore.h"
+#include "CVxQtDC.h"
+#include "CVxQtDCPaintDevice.h"
+#include "CVxUnits.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QSvgGenerator>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+// Beyond this an image costs more memory than any plan needs.
+constexpr double kMaxPixels = 200.0 * 1000 * 1000;
+constexpr int kMaxSide = 32000;
+constexpr int kDefaultWidth = 1600;
+// Fine enough that whole device pixels don't show on paper.
+constexpr int kPdfResolution = 600;
+
+bool ParseInt(const std::string& text, int low, int high, int& out)
+{
+    char* end = nullptr;
+    const long value = strtol(text.c_str(), &end, 10);
+    if (text.empty() || *end != '\0' || value < low || value > high)
+        return false;
+    out = static_cast<int>(value);
+    return true;
+}
+
+bool ParseDouble(const std::string& text, double low, double high, double& out)
+{
+    char* end = nullptr;
+    const double value = strtod(text.c_str(), &end);
+    if (text.empty() || *end != '\0' || !std::isfinite(value) || value < low || value > high)
+        return false;
+    out = value;
+    return true;
+}
+
+struct SVxRenderSettings
+{
+    QString input;
+    QString output;
+    QString format;
+    int floor = 1;
+    int width = kDefaultWidth;
+    double zoom = 0;
+    int flags = 0;
+    double scale = 0;
+    QPageSize::PageSizeId paper = QPageSize::A4;
+};
+
+int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    const double totalWidth = project.GetTotalWidth();
+    const double totalHeight = project.GetTotalHeight();
+    if (!(totalWidth > 0) || !(totalHeight > 0) || !std::isfinite(totalWidth) || !std::isfinite(totalHeight))
+        return VxCliFail(settings.input, QStringLiteral("the project has no drawable size"));
+    CVxCliOutput output(settings.output);
+    progress.Step("drawing");
+
+    if (settings.format == QLatin1String("pdf")) {
+        QPdfWriter writer(output.TempPath());
+        writer.setTitle(QFileInfo(settings.input).completeBaseName());
+        writer.setCreator(QStringLiteral("plaveno-cli"));
+        writer.setResolution(kPdfResolution);
+        writer.setPageSize(QPageSize(settings.paper));
+        writer.setPageOrientation(totalWidth > totalHeight ? QPageLayout::Landscape : QPageLayout::Portrait);
+        writer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
+        const int pageWidth = writer.width();
+        const int pageHeight = writer.height();
+        // At a scale one unit of the plan is its length in centimetres
+        // divided by N on paper; otherwise the sheet fills the page.
+        const double zoom =
+            settings.scale > 0 ? CVxUnits::GetUnitCal(project.m_unit) / settings.scale / 2.54 * kPdfResolution
+                               : std::min(pageWidth / totalWidth, pageHeight / totalHeight);
+        core->SetZoom(zoom);
+        core->RebuildRoom();
+        const int width = static_cast<int>(std::lround(std::min(totalWidth * zoom, 1e9)));
+        const int height = static_cast<int>(std::lround(std::min(totalHeight * zoom, 1e9)));
+        const int x = std::max(0, (pageWidth - width) / 2);
+        const int y = std::max(0, (pageHeight - height) / 2);
+        CVxQtDCPaintDevice device(&writer, true);
+        if (!device.IsActive())
+            return VxCliFail(settings.output, QStringLiteral("can't be created"));
+        core->DrawProject(device.GetDC(), x, y, VxRECT{0, 0, pageWidth, pageHeight}, settings.flags);
+        if (!device.End())
+            return VxCliFail(settings.output, QStringLiteral("could not be written"));
+        progress.Step("writing");
+        return output.Commit() ? kVxCliOk : kVxCliFailed;
+    }
+
+    const double zoom = settings.zoom > 0 ? settings.zoom * project.m_baseZoom : settings.width / totalWidth;
+    const double exactWidth = totalWidth * zoom;
+    const double exactHeight = totalHeight * zoom;
+    if (!std::isfinite(exactWidth * exactHeight) || exactWidth > kMaxSide || exactHeight > kMaxSide ||
+        exactWidth * exactHeight > kMaxPixels)
+        return VxCliFail(settings.input, QStringLiteral("the image would be too large (%1 x %2 pixels)")
+                                             .arg(exactWidth, 0, 'f', 0)
+                                             .arg(exactHeight, 0, 'f', 0));
+    const int width = std::max(1, static_cast<int>(std::lround(exactWidth)));
+    const int height = std::max(1, static_cast<int>(std::lround(exactHeight)));
+    core->SetZoom(zoom);
+    core->RebuildRoom();
+    const VxRECT all{0, 0, width, height};
+
+    if (settings.format == QLatin1String("svg")) {
+        QSvgGenerator generator;
+        generator.setFileName(output.TempPath());
+        generator.setSize(QSize(width, height));
+        generator.setViewBox(QRect(0, 0, width, height));
+        generator.setTitle(QFileInfo(settings.input).completeBaseName());
+        CVxQtDCPaintDevice device(&generator, true);
+        if (!device.IsActive())
+            return VxCliFail(settings.output, QStringLiteral("can't be created"));
+        core->DrawProject(device.GetDC(), 0, 0, all, settings.flags);
+        if (!device.End())
+            return VxCliFail(settings.output, QStringLiteral("could not be written"));
+        progress.Step("writing");
+        return output.Commit() ? kVxCliOk : kVxCliFailed;
+    }
+
+    QImage image;
+    {
+        CVxQtDC dc(width, height, true);
+        if (!dc.GetImage() || dc.GetImage()->isNull())
+            return VxCliFail(settings.input, QStringLiteral("not enough memory for the image"));
+        core->DrawProject(&dc, 0, 0, all, settings.flags);
+        image = *dc.GetImage();
+    }
+    progress.Step("writing");
+    const bool jpeg = settings.format != QLatin1String("png");
+    if (jpeg)
+        image = image.convertToFormat(QImage::Format_RGB32);
+    if (!image.save(output.TempPath(), jpeg ? "JPG" : "PNG", jpeg ? 90 : -1))
+        return VxCliFail(settings.output, QStringLiteral("could not be written"));
+    return output.Commit() ? kVxCliOk : kVxCliFailed;
+}
+
+} // namespace
+
+int VxCliRender(const std::vector<std::string>& args)
+{
+    CVxCliArgs parsed;
+    std::string error;
+    if (!parsed.Parse(args, {"--output", "--floor", "--width", "--zoom", "--scale", "--paper"},
+                      {"--bw", "--no-grid", "--no-captions"}, error))
+        return VxCliUsageError("render", error);
+    if (parsed.Positional().size() != 1)
+        return VxCliUsageError("render", "expects one project file");
+    if (!parsed.Has("--output") || parsed.Value("--output").empty())
+        return VxCliUsageError("render", "needs an output file: -o OUT");
+
+    SVxRenderSettings settings;
+    settings.input = QString::fromLocal8Bit(parsed.Positional()[0].c_str());
+    settings.output = QString::fromLocal8Bit(parsed.Value("--output").c_str());
+    settings.format = VxCliExtension(settings.output);
+    if (settings.format == QLatin1String("jpeg"))
+        settings.format = QStringLiteral("jpg");
+    if (settings.format != QLatin1String("png") && settings.format != QLatin1String("jpg") &&
+        settings.format != QLatin1String("svg") && settings.format != QLatin1String("pdf"))
+        return VxCliUsageError("render", "the output must end in .png, .jpg, .jpeg, .svg or .pdf");
+    if (parsed.Has("--floor") && !ParseInt(parsed.Value("--floor"), 1, 10000, settings.floor))
+        return VxCliUsageError("render", "--floor needs a floor number from 1");
+    if (parsed.Has("--width") && parsed.Has("--zoom"))
+        return VxCliUsageError("render", "give either --width or --zoom");
+    if (parsed.Has("--width") && !ParseInt(parsed.Value("--width"), 1, kMaxSide, settings.width))
+        return VxCliUsageError("render", "--width needs a number of pixels from 1 to 32000");
+    if (parsed.Has("--zoom") && !ParseDouble(parsed.Value("--zoom"), 0.001, 1000, settings.zoom))
+        return VxCliUsageError("render", "--zoom needs a number above 0, 1 for 100 %");
+    const bool pdf = settings.format == QLatin1String("pdf");
+    if ((parsed.Has("--scale") || parsed.Has("--paper")) && !pdf)
+        return VxCliUsageError("render", "--scale and --paper are for PDF output");
+    if (parsed.Has("--scale")) {
+        const std::string scale = parsed.Value("--scale");
+        if (scale.rfind("1:", 0) != 0 || !ParseDouble(scale.substr(2), 1, 1e6, settings.scale))
+            return VxCliUsageError("render", "--scale needs the form 1:N, for example 1:100");
+    }
+    if (parsed.Has("--paper")) {
+        const QString paper = QString::fromStdString(parsed.Value("--paper")).toUpper();
+        if (paper == QLatin1String("A4"))
+            settings.paper = QPageSize::A4;
+        else if (paper == QLatin1String("A3"))
+            settings.paper = QPageSize::A3;
+        else
+            return VxCliUsageError("render", "--paper needs A4 or A3");
+    }
+    if (!VxCliCheckOutput(settings.output))
+        return kVxCliFailed;
+
+    CVxCliProgress progress(settings.input);
+    SVxCliLoaded loaded;
+    if (!VxCliLoadProject(settings.input, loaded))
+        return kVxCliFailed;
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    if (settings.floor > project.GetFloorCount())
+        return VxCliFail(
+            settings.input,
+            QStringLiteral("has %1 floor(s), not %2").arg(project.GetFloorCount()).arg(settings.floor));
+    project.m_currentFloor = settings.floor - 1;
+    core->UpdateFloorPlan();
+
+    settings.flags = core->GetPartDrawFlagsFromOptions() & ~CVxAppCore::drawBlackWhite;
+    if (parsed.Has("--bw"))
+        settings.flags |= CVxAppCore::drawBlackWhite;
+    if (parsed.Has("--no-grid"))
+        settings.flags &= ~(CVxAppCore::drawGrid | CVxAppCore::drawGridLabels);
+    if (parsed.Has("--no-captions"))
+        settings.flags &= ~CVxAppCore::drawCaptions;
+    return Draw(settings, progress);
+}

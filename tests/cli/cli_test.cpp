@@ -1,0 +1,388 @@
+// The headless tool run as a process: exit codes and error lines, the
+// description of a project, drawings in every format, conversion, and files
+// that are missing, damaged or can't be written.
+
+#include "CVxFloor.h"
+#include "CVxFloorPlan.h"
+#include "CVxProject.h"
+#include "VxTestEnv.h"
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QXmlStreamReader>
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+namespace {
+
+struct SRun
+{
+    int exitCode = -1;
+    QByteArray out;
+    QByteArray err;
+};
+
+SRun RunCli(const QStringList& args)
+{
+    QProcess process;
+    process.start(QStringLiteral(PLAVENO_CLI_PATH), args);
+    SRun run;
+    if (!process.waitForFinished(60000) || process.exitStatus() != QProcess::NormalExit) {
+        process.kill();
+        process.waitForFinished();
+        run.err = "crashed or hung";
+        return run;
+    }
+    run.exitCode = process.exitCode();
+    run.out = process.readAllStandardOutput();
+    run.err = process.readAllStandardError();
+    return run;
+}
+
+QString Temp(const QString& name)
+{
+    return (VxTestTempFolder() + CVxStringW(name)).ToQString();
+}
+
+// Living (BGR 0x3060C0) left of a wall at 400, Study right of it with a green
+// box, dark walls; an upper floor with one box.
+constexpr unsigned kLivingColour = 0x3060C0;
+constexpr unsigned kBoxColour = 0x00C000;
+
+CVxPart Box(double x, double y, unsigned colour)
+{
+    CVxPart part;
+    part.inUse = true;
+    part.type = ptRectangle;
+    part.x = x;
+    part.y = y;
+    part.width = 80;
+    part.height = 60;
+    part.fillStyle = 0;
+    part.SetFillColor(colour);
+    part.appearFill.SetTransparency(0);
+    return part;
+}
+
+QString SaveHouse(const QString& name, bool compressed)
+{
+    CVxProject project;
+    project.m_width = 600;
+    project.m_height = 300;
+    CVxFloor* floor = project.GetFloor();
+    floor->m_wallsColor = 0x202020;
+    floor->m_walls.SetAsBasicRect(600, 300, 10, 250);
+    floor->m_walls.GetNewWall()->Set(400, 0, 400, 300, CVxWall::ALIGN_CENTER, 10, 250, 250, true, false);
+    floor->m_walls.RebuildWalls();
+    CVxFloorPlan plan;
+    plan.CreatePlan(*floor, project.m_unit);
+    for (CVxFloorRegion& room : plan.regions) {
+        const bool living = room.GetInnerBoundingRect().left < 200;
+        room.name = living ? L"Living" : L"Study";
+        room.floorAppearance.SetColor(living ? kLivingColour : 0xE0E0E0);
+    }
+    floor->SetCommonFloorAppearancesAndSave(plan, true);
+    *floor->GetNewObject() = Box(450, 100, kBoxColour);
+    *floor->GetNewObject() = Box(450, 200, 0x808080);
+    CVxFloor upper;
+    upper.Reset(&project);
+    *upper.GetNewObject() = Box(30, 30, 0xFF0000);
+    project.m_floors.push_back(new CVxFloor(upper));
+    const QString path = Temp(name);
+    EXPECT_TRUE(project.SaveToFile(CVxStringW(path), compressed, nullptr));
+    return path;
+}
+
+QByteArray ReadAll(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteAll(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+QJsonObject InfoJson(const QString& path)
+{
+    const SRun run = RunCli({"info", path, "--json"});
+    EXPECT_EQ(run.exitCode, 0) << run.err.toStdString();
+    QJsonParseError error;
+    const QJsonDocument doc = QJsonDocument::fromJson(run.out, &error);
+    EXPECT_EQ(error.error, QJsonParseError::NoError) << run.out.toStdString();
+    return doc.object();
+}
+
+// A failure the user can act on: exit 1 and one line naming the file.
+void ExpectFileError(const SRun& run, const QString& file)
+{
+    EXPECT_EQ(run.exitCode, 1) << run.err.toStdString();
+    EXPECT_EQ(run.err.count('\n'), 1) << run.err.toStdString();
+    EXPECT_TRUE(run.err.contains(file.toUtf8())) << run.err.toStdString();
+}
+
+unsigned Rgb(const QImage& image, int x, int y)
+{
+    return image.pixel(x, y) & 0xFFFFFF;
+}
+
+} // namespace
+
+TEST(Cli, UsageHelpAndVersion)
+{
+    EXPECT_EQ(RunCli({}).exitCode, 2);
+    EXPECT_EQ(RunCli({"--frobnicate"}).exitCode, 2);
+    const SRun version = RunCli({"--version"});
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(version.out.startsWith("plaveno-cli ")) << version.out.toStdString();
+    const SRun help = RunCli({"--help"});
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* verb : {"info", "render", "convert", "thumbnail"}) {
+        EXPECT_TRUE(help.out.contains(verb)) << verb;
+        const SRun verbHelp = RunCli({verb, "--help"});
+        EXPECT_EQ(verbHelp.exitCode, 0) << verb;
+        EXPECT_TRUE(verbHelp.out.startsWith(QByteArray("Usage: plaveno-cli ") + verb)) << verb;
+    }
+    const QString house = SaveHouse("usage.pvp", true);
+    EXPECT_EQ(RunCli({"render", house}).exitCode, 2) << "no output";
+    EXPECT_EQ(RunCli({"render", house, "-o", Temp("x.bmp")}).exitCode, 2);
+    EXPECT_EQ(RunCli({"render", house, "-o", Temp("x.png"), "--width", "10", "--zoom", "1"}).exitCode, 2);
+    EXPECT_EQ(RunCli({"render", house, "-o", Temp("x.png"), "--scale", "1:50"}).exitCode, 2);
+    EXPECT_EQ(RunCli({"convert", house, Temp("y.pvp"), "--unit", "parsec"}).exitCode, 2);
+    EXPECT_EQ(RunCli({"info", house, "--bogus"}).exitCode, 2);
+    EXPECT_FALSE(QFile::exists(Temp("x.png")));
+}
+
+TEST(Cli, InfoJsonDescribesTheHouse)
+{
+    const QString house = SaveHouse("info.pvp", true);
+    const QJsonObject info = InfoJson(house);
+    EXPECT_EQ(info.keys().size(), 8);
+    EXPECT_EQ(info["file"].toString(), house);
+    EXPECT_EQ(info["fileVersion"].toInt(), CVxProject::fileVersion);
+    EXPECT_EQ(info["unit"].toString(), "cm");
+    EXPECT_EQ(info["statisticalUnit"].toString(), "m");
+    EXPECT_DOUBLE_EQ(info["size"]["width"].toDouble(), 600);
+    EXPECT_DOUBLE_EQ(info["size"]["height"].toDouble(), 300);
+    const QJsonArray floors = info["floors"].toArray();
+    ASSERT_EQ(floors.size(), 2);
+    const QJsonObject ground = floors[0].toObject();
+    EXPECT_EQ(ground["index"].toInt(), 1);
+    EXPECT_EQ(ground["walls"].toInt(), 5);
+    EXPECT_EQ(ground["floorOpenings"].toInt(), 0);
+    const QJsonArray rooms = ground["rooms"].toArray();
+    ASSERT_EQ(rooms.size(), 2);
+    double total = 0;
+    for (const QJsonValue& room : rooms) {
+        const QString name = room["name"].toString();
+        EXPECT_TRUE(name == "Living" || name == "Study") << name.toStdString();
+        // Square metres of a plan in centimetres: the living room is about
+        // four by three metres.
+        if (name == "Living") {
+            EXPECT_NEAR(room["area"].toDouble(), 12, 0.5);
+            EXPECT_NEAR(room["perimeter"].toDouble(), 14, 0.5);
+        }
+        total += room["area"].toDouble();
+    }
+    EXPECT_NEAR(total, 18, 1);
+    const QJsonArray objects = ground["objects"].toArray();
+    ASSERT_EQ(objects.size(), 1);
+    EXPECT_EQ(objects[0]["count"].toInt(), 2);
+    EXPECT_FALSE(objects[0]["type"].toString().isEmpty());
+    EXPECT_EQ(floors[1]["objects"][0]["count"].toInt(), 1);
+    EXPECT_TRUE(info["embeddedFiles"].isArray());
+    EXPECT_TRUE(info["missingFiles"].toArray().isEmpty());
+
+    // The key order is part of the format.
+    const SRun run = RunCli({"info", house, "--json"});
+    const QByteArray text = run.out;
+    EXPECT_LT(text.indexOf("\"file\""), text.indexOf("\"fileVersion\""));
+    EXPECT_LT(text.indexOf("\"size\""), text.indexOf("\"floors\""));
+    EXPECT_LT(text.indexOf("\"embeddedFiles\""), text.indexOf("\"missingFiles\""));
+    const SRun plain = RunCli({"info", house});
+    EXPECT_EQ(plain.exitCode, 0);
+    EXPECT_TRUE(plain.out.contains("Living")) << plain.out.toStdString();
+}
+
+TEST(Cli, InfoListsStoredAndMissingFiles)
+{
+    const QString texture = Temp("wood.png");
+    QImage wood(8, 8, QImage::Format_RGB32);
+    wood.fill(Qt::darkYellow);
+    ASSERT_TRUE(wood.save(texture));
+    const QString gone = Temp("gone/stone.png");
+    CVxProject project;
+    CVxPart table = Box(50, 50, 0x808080);
+    table.appearFill.SetTexture(CVxStringW(texture));
+    *project.GetFloor()->GetNewObject() = table;
+    const QString stored = Temp("stored.pvp");
+    ASSERT_TRUE(project.SaveToFile(CVxStringW(stored), true, nullptr));
+    CVxPart wall = Box(200, 50, 0x808080);
+    wall.appearFill.SetTexture(CVxStringW(gone));
+    *project.GetFloor()->GetNewObject() = wall;
+    const QString plain = Temp("refers.pvp");
+    ASSERT_TRUE(project.SaveToFile(CVxStringW(plain), false, nullptr));
+
+    EXPECT_EQ(InfoJson(stored)["embeddedFiles"].toArray(), QJsonArray{"wood.png"});
+    const QJsonArray missing = InfoJson(plain)["missingFiles"].toArray();
+    ASSERT_EQ(missing.size(), 1);
+    EXPECT_TRUE(missing[0].toString().endsWith("stone.png")) << missing[0].toString().toStdString();
+}
+
+TEST(Cli, RenderPngShowsWallsRoomsAndObjects)
+{
+    const QString house = SaveHouse("render.pvp", true);
+    const QString png = Temp("plan.png");
+    const SRun run = RunCli({"render", house, "-o", png, "--zoom", "1", "--no-grid", "--no-captions"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    const QImage image(png);
+    ASSERT_EQ(image.width(), 720);
+    ASSERT_EQ(image.height(), 420);
+    EXPECT_EQ(Rgb(image, 55, 210), 0x202020u) << "wall";
+    EXPECT_EQ(Rgb(image, 110, 310), 0xC06030u) << "living room floor";
+    EXPECT_EQ(Rgb(image, 550, 190), 0x00C000u) << "box";
+    EXPECT_EQ(Rgb(image, 5, 5), 0xFFFFFFu) << "ground";
+
+    // Black and white turns the colours grey.
+    ASSERT_EQ(RunCli({"render", house, "-o", png, "--zoom", "1", "--no-grid", "--bw"}).exitCode, 0);
+    const QColor grey = QImage(png).pixelColor(110, 310);
+    EXPECT_TRUE(grey.red() == grey.green() && grey.green() == grey.blue()) << grey.name().toStdString();
+
+    // Default width; the upper floor has no room colour but its red box.
+    ASSERT_EQ(RunCli({"render", house, "-o", png, "--floor", "2"}).exitCode, 0);
+    const QImage upper(png);
+    EXPECT_EQ(upper.width(), 1600);
+    EXPECT_EQ(Rgb(upper, (60 + 70) * 1600 / 720, (60 + 60) * 1600 / 720), 0x0000FFu);
+    ExpectFileError(RunCli({"render", house, "-o", png, "--floor", "3"}), house);
+
+    const QString jpeg = Temp("plan.jpg");
+    ASSERT_EQ(RunCli({"render", house, "-o", jpeg, "--width", "400"}).exitCode, 0);
+    EXPECT_EQ(QImage(jpeg).width(), 400);
+
+    const QString thumb = Temp("thumb.png");
+    ASSERT_EQ(RunCli({"thumbnail", house, "-o", thumb, "--size", "128"}).exitCode, 0);
+    const QImage small(thumb);
+    EXPECT_EQ(small.size(), QSize(128, 128));
+    int dark = 0;
+    for (int y = 0; y < 128; ++y)
+        for (int x = 0; x < 128; ++x)
+            dark += qGray(small.pixel(x, y)) < 80;
+    EXPECT_GT(dark, 50) << "walls in the thumbnail";
+}
+
+TEST(Cli, RenderSvgAndPdfAreVector)
+{
+    const QString house = SaveHouse("vector.pvp", true);
+    const QString svg = Temp("plan.svg");
+    ASSERT_EQ(RunCli({"render", house, "-o", svg}).exitCode, 0);
+    QXmlStreamReader xml(ReadAll(svg));
+    int paths = 0;
+    while (!xml.atEnd())
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("path"))
+            ++paths;
+    EXPECT_FALSE(xml.hasError()) << xml.errorString().toStdString();
+    EXPECT_GT(paths, 5);
+
+    const QString pdf = Temp("plan.pdf");
+    ASSERT_EQ(RunCli({"render", house, "-o", pdf, "--scale", "1:50", "--paper", "A3"}).exitCode, 0);
+    const QByteArray bytes = ReadAll(pdf);
+    ASSERT_TRUE(bytes.startsWith("%PDF"));
+    EXPECT_FALSE(bytes.contains("/Subtype /Image")) << "the plan must not be one picture";
+    // Page content is deflated: inflate every stream and look for the path
+    // operators that draw the walls.
+    QByteArray content;
+    for (qsizetype at = bytes.indexOf("stream\n"); at >= 0; at = bytes.indexOf("stream\n", at + 1)) {
+        if (at > 2 && bytes.mid(at - 3, 3) == "end")
+            continue;
+        const qsizetype start = at + 7;
+        const qsizetype end = bytes.indexOf("endstream", start);
+        if (end < 0)
+            break;
+        std::vector<unsigned char> out(4 << 20);
+        uLongf size = out.size();
+        if (uncompress(out.data(), &size, reinterpret_cast<const Bytef*>(bytes.constData() + start),
+                       static_cast<uLong>(end - start)) == Z_OK)
+            content += QByteArray(reinterpret_cast<const char*>(out.data()), static_cast<qsizetype>(size));
+    }
+    EXPECT_TRUE(content.contains(" m\n") && content.contains(" l\n")) << content.left(400).toStdString();
+    EXPECT_TRUE(content.contains("\nf\n") || content.contains(" f\n") || content.contains("\nB\n"));
+}
+
+TEST(Cli, ConvertPlainToCompressedKeepsTheHouseAndScalesUnits)
+{
+    const QString plain = SaveHouse("plain.pvp", false);
+    ASSERT_FALSE(ReadAll(plain).contains("Compression=zlib"));
+    const QString packed = Temp("packed.pvp");
+    const SRun run = RunCli({"convert", plain, packed});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    EXPECT_TRUE(ReadAll(packed).contains("Compression=zlib"));
+    QJsonObject before = InfoJson(plain);
+    QJsonObject after = InfoJson(packed);
+    before.remove("file");
+    after.remove("file");
+    EXPECT_EQ(before, after);
+
+    const QString metres = Temp("metres.pvp");
+    ASSERT_EQ(RunCli({"convert", plain, metres, "--unit", "m"}).exitCode, 0);
+    const QJsonObject converted = InfoJson(metres);
+    EXPECT_EQ(converted["unit"].toString(), "m");
+    EXPECT_NEAR(converted["size"]["width"].toDouble(), 6, 1e-6);
+    EXPECT_NEAR(converted["size"]["height"].toDouble(), 3, 1e-6);
+    EXPECT_EQ(converted["floors"], after["floors"]) << "areas are told in square metres either way";
+
+    ExpectFileError(RunCli({"convert", plain, Temp("object.pvo")}), Temp("object.pvo"));
+    ExpectFileError(RunCli({"info", Temp("object.pvo")}), Temp("object.pvo"));
+}
+
+TEST(Cli, DamagedMissingAndEmptyFilesAreOneLineErrors)
+{
+    const QString house = SaveHouse("whole.pvp", true);
+    const QByteArray whole = ReadAll(house);
+    const QString truncated = Temp("truncated.pvp");
+    WriteAll(truncated, whole.left(whole.size() / 2));
+    const QString empty = Temp("empty.pvp");
+    WriteAll(empty, QByteArray());
+    const QString text = Temp("notes.pvp");
+    WriteAll(text, "shopping list\nmilk\n");
+    const QString binary = Temp("noise.pvp");
+    QByteArray noise;
+    for (int i = 0; i < 5000; ++i)
+        noise += static_cast<char>((i * 7919) % 251);
+    WriteAll(binary, noise);
+    const QString hostile = Temp("hostile.pvp");
+    WriteAll(hostile, "[Room]\r\nFileVersion=1020\r\nCompression=zlib\r\n[File]\r\nName=../../x\r\n"
+                      "DataSize=4000000000\r\nUncpSize=4000000000\r\n\r\nxx");
+    for (const QString& bad : {Temp("missing.pvp"), empty, text, binary, truncated, hostile}) {
+        SCOPED_TRACE(bad.toStdString());
+        ExpectFileError(RunCli({"info", bad}), bad);
+        ExpectFileError(RunCli({"render", bad, "-o", Temp("bad.png")}), bad);
+        ExpectFileError(RunCli({"thumbnail", bad, "-o", Temp("bad.png")}), bad);
+        ExpectFileError(RunCli({"convert", bad, Temp("bad.pvp")}), bad);
+    }
+    EXPECT_FALSE(QFile::exists(Temp("bad.png")));
+    EXPECT_FALSE(QFile::exists(Temp("bad.pvp")));
+}
+
+TEST(Cli, UnwritableOutputLeavesNoFile)
+{
+    const QString house = SaveHouse("out.pvp", true);
+    const QString folder = Temp("target.png");
+    QDir().mkpath(folder);
+    for (const QString& out : {Temp("no/such/folder/plan.png"), folder}) {
+        SCOPED_TRACE(out.toStdString());
+        ExpectFileError(RunCli({"render", house, "-o", out}), out);
+        ExpectFileError(RunCli({"thumbnail", house, "-o", out}), out);
+    }
+    ExpectFileError(RunCli({"convert", house, Temp("no/such/folder/x.pvp")}), Temp("no/such/folder/x.pvp"));
+    const QStringList left = QDir(VxTestTempFolder().ToQString()).entryList({"*saving*"}, QDir::Files);
+    EXPECT_TRUE(left.isEmpty()) << left.join(' ').toStdString();
+    EXPECT_TRUE(QDir(folder).isEmpty());
+}
