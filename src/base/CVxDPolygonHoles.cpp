@@ -10,7 +10,10 @@
 #include "VxPolygonRay.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
+#include <cstdint>
+#include <limits>
 #include <memory>
 
 namespace {
@@ -35,6 +38,8 @@ struct HoleBox
     double top = 0;
     double bottom = 0;
     double magnitude = 0;
+    // Whether every edge is level or upright.
+    bool levelAndUpright = true;
 
     static HoleBox Of(const CVxDPolygon& hole)
     {
@@ -49,6 +54,11 @@ struct HoleBox
         }
         box.magnitude = std::max(std::max(std::fabs(box.left), std::fabs(box.right)),
                                  std::max(std::fabs(box.top), std::fabs(box.bottom)));
+        const CVxDPoint* last = &hole.points.back();
+        for (const CVxDPoint& p : hole.points) {
+            box.levelAndUpright = box.levelAndUpright && (last->x == p.x || last->y == p.y);
+            last = &p;
+        }
         return box;
     }
 
@@ -486,108 +496,253 @@ double Magnitude(const CVxDRect& r)
 
 // Whether an outline has straight edges only, no curve data at all, and
 // nothing that the subtraction would first rebuild or refuse.
-bool IsPlainOutline(const CVxDPolygon& polygon)
+// A polygon known to be without duplicates needn't be checked again.
+bool IsPlainOutline(const CVxDPolygon& polygon, bool mayHaveDuplicates = true)
 {
     const size_t n = polygon.points.size();
     if (n < 3 || !polygon.bezierFlags.empty() || !polygon.bezierControls.empty() ||
-        polygon.WouldRemoveDuplicates() || !IsFinite(polygon))
+        (mayHaveDuplicates && polygon.WouldRemoveDuplicates()))
         return false;
+    // Not a number and infinity fail the comparison too.
     return std::all_of(polygon.points.begin(), polygon.points.end(), [](const CVxDPoint& p) {
         return std::fabs(p.x) < kLargestFastCoordinate && std::fabs(p.y) < kLargestFastCoordinate;
     });
 }
 
-// Buckets along one axis. A range lands in every bucket it overlaps, and the
-// bucket of a coordinate never decreases as the coordinate grows, so ranges
-// that overlap always share a bucket; coordinates past the ends go to the end
-// buckets.
-class AxisBuckets
+// The cells of one axis. The cell of a coordinate never decreases as the
+// coordinate grows, so ranges that overlap always share a cell; coordinates
+// past the ends go to the end cells.
+class AxisScale
 {
 public:
-    static constexpr int kCount = 64;
-
-    void Reset(double low, double high, int count = kCount)
+    void Reset(double low, double high, int count)
     {
         m_origin = low;
         m_count = count;
+        m_last = count - 1;
         m_scale = high > low ? count / (high - low) : 0;
         m_width = high > low ? (high - low) / count : 0;
-        m_head.assign(static_cast<size_t>(count), -1);
-        m_links.clear();
     }
     int Bucket(double v) const
     {
-        const double f = (v - m_origin) * m_scale;
-        if (!(f > 0))
-            return 0;
-        if (f >= m_count)
-            return m_count - 1;
-        return static_cast<int>(f);
+        // Without branches: the cells searched are seldom predictable.
+        const double f = std::max(0.0, (v - m_origin) * m_scale);
+        return static_cast<int>(std::min(f, m_last));
     }
     int Count() const { return m_count; }
-    double Width() const { return m_width; }
-    void Add(int item, double low, double high)
+    // Where the cell starts, up to rounding.
+    double Start(int bucket) const { return m_origin + bucket * m_width; }
+
+private:
+    double m_origin = 0;
+    double m_scale = 0;
+    double m_width = 0;
+    double m_last = 0;
+    int m_count = 1;
+};
+
+// Items with a singly linked list per cell; an item goes into every cell
+// that its range or box overlaps.
+template <class Item>
+class CellLists
+{
+public:
+    void Reset(size_t cells, size_t links = 0)
     {
-        const int last = Bucket(high);
-        for (int k = Bucket(low); k <= last; ++k)
-            AddToBucket(item, k);
+        m_head.assign(cells, -1);
+        m_links.clear();
+        m_links.reserve(links);
     }
-    void AddToBucket(int item, int bucket)
+    void Add(const Item& item, size_t cell)
     {
-        m_links.push_back({item, m_head[static_cast<size_t>(bucket)]});
-        m_head[static_cast<size_t>(bucket)] = static_cast<int>(m_links.size()) - 1;
+        m_links.push_back({item, m_head[cell]});
+        m_head[cell] = static_cast<int>(m_links.size()) - 1;
     }
-    // Calls f for each item of a bucket; an item in several buckets comes once
-    // per bucket.
     template <class F>
-    void VisitBucket(int bucket, F&& f) const
+    void VisitCell(size_t cell, F&& f) const
     {
-        for (int k = m_head[static_cast<size_t>(bucket)]; k >= 0; k = m_links[static_cast<size_t>(k)].next)
+        for (int k = m_head[cell]; k >= 0; k = m_links[static_cast<size_t>(k)].next)
             f(m_links[static_cast<size_t>(k)].item);
-    }
-    template <class F>
-    void Visit(double low, double high, F&& f) const
-    {
-        const int last = Bucket(high);
-        for (int b = Bucket(low); b <= last; ++b)
-            VisitBucket(b, f);
     }
 
 private:
     struct Link
     {
-        int item;
+        Item item;
         int next;
     };
-    double m_origin = 0;
-    double m_scale = 0;
-    double m_width = 0;
-    int m_count = 1;
     std::vector<int> m_head;
     std::vector<Link> m_links;
 };
+
+// Items by their range along one axis.
+class AxisBuckets
+{
+public:
+    static constexpr int kCount = 64;
+
+    void Reset(double low, double high)
+    {
+        m_scale.Reset(low, high, kCount);
+        m_lists.Reset(kCount);
+    }
+    void Add(int item, double low, double high)
+    {
+        const int last = m_scale.Bucket(high);
+        for (int k = m_scale.Bucket(low); k <= last; ++k)
+            m_lists.Add(item, static_cast<size_t>(k));
+    }
+    // Calls f for each item in the buckets over low..high; an item in several
+    // buckets comes once per bucket.
+    template <class F>
+    void Visit(double low, double high, F&& f) const
+    {
+        const int last = m_scale.Bucket(high);
+        for (int b = m_scale.Bucket(low); b <= last; ++b)
+            m_lists.VisitCell(static_cast<size_t>(b), f);
+    }
+
+private:
+    AxisScale m_scale;
+    CellLists<int> m_lists;
+};
+
+// Items by their box in the plane, at most kMaxCells cells a side. Each row
+// keeps a mask of its cells in use, so that a search skips empty ones.
+template <class Item>
+class BoxGrid
+{
+public:
+    static constexpr int kMaxCells = 64;
+
+    void Reset(const CVxDRect& bounds, int count, size_t items)
+    {
+        count = std::clamp(count, 1, kMaxCells);
+        m_x.Reset(bounds.left, bounds.right, count);
+        m_y.Reset(bounds.top, bounds.bottom, count);
+        m_lists.Reset(static_cast<size_t>(count) * static_cast<size_t>(count), items);
+        m_rows.assign(static_cast<size_t>(count), 0);
+    }
+    const AxisScale& X() const { return m_x; }
+    const AxisScale& Y() const { return m_y; }
+    void Add(const Item& item, double left, double top, double right, double bottom)
+    {
+        // Most edges are level or upright.
+        const int x0 = m_x.Bucket(left);
+        const int x1 = right == left ? x0 : m_x.Bucket(right);
+        const int y0 = m_y.Bucket(top);
+        const int y1 = bottom == top ? y0 : m_y.Bucket(bottom);
+        for (int cy = y0; cy <= y1; ++cy) {
+            m_rows[static_cast<size_t>(cy)] |= Span(x0, x1);
+            for (int cx = x0; cx <= x1; ++cx)
+                m_lists.Add(item, Cell(cx, cy));
+        }
+    }
+    // Calls f for each item in the cells x0..x1 of row cy.
+    template <class F>
+    void VisitRow(int cy, int x0, int x1, F&& f) const
+    {
+        for (uint64_t used = m_rows[static_cast<size_t>(cy)] & Span(x0, x1); used != 0; used &= used - 1)
+            m_lists.VisitCell(Cell(std::countr_zero(used), cy), f);
+    }
+    void AddPoint(const Item& item, double x, double y)
+    {
+        const int cx = m_x.Bucket(x);
+        const int cy = m_y.Bucket(y);
+        m_rows[static_cast<size_t>(cy)] |= uint64_t{1} << cx;
+        m_lists.Add(item, Cell(cx, cy));
+    }
+    template <class F>
+    void VisitCell(int cx, int cy, F&& f) const
+    {
+        if (m_rows[static_cast<size_t>(cy)] & (uint64_t{1} << cx))
+            m_lists.VisitCell(Cell(cx, cy), f);
+    }
+    // Calls f for each item in the cells over the box; an item in several
+    // cells comes once per cell.
+    template <class F>
+    void Visit(double left, double top, double right, double bottom, F&& f) const
+    {
+        const int x0 = m_x.Bucket(left);
+        const int x1 = m_x.Bucket(right);
+        const int y1 = m_y.Bucket(bottom);
+        for (int cy = m_y.Bucket(top); cy <= y1; ++cy)
+            VisitRow(cy, x0, x1, f);
+    }
+
+private:
+    // The bits of cells x0..x1.
+    static uint64_t Span(int x0, int x1)
+    {
+        const uint64_t upTo = x1 >= kMaxCells - 1 ? ~uint64_t{0} : (uint64_t{1} << (x1 + 1)) - 1;
+        return upTo & ~((uint64_t{1} << x0) - 1);
+    }
+    size_t Cell(int cx, int cy) const
+    {
+        return static_cast<size_t>(cy) * static_cast<size_t>(m_x.Count()) + static_cast<size_t>(cx);
+    }
+    AxisScale m_x;
+    AxisScale m_y;
+    CellLists<Item> m_lists;
+    std::vector<uint64_t> m_rows;
+};
+
+// Whether DblFindInter(p1, p2, q1, q2) cannot accept both parameters for a
+// level edge p1-p2 (p1.y == p2.y) and an upright one q1-q2 (q1.x == q2.x).
+// Then the determinant is one product, u is (p1.y - q1.y) / (q2.y - q1.y)
+// up to a few roundings and t is (q1.x - p1.x) / (p2.x - p1.x): an accepted
+// pair meets within EPS of both edges, which twice EPS covers with room to
+// spare. The same holds with x and y swapped, for an upright edge p1-p2 and
+// a level q1-q2.
+bool PerpendicularMiss(double along1, double along2, double at, double across, double from, double to,
+                       double slack)
+{
+    const double reach1 = 2 * EPS * std::fabs(along2 - along1) + slack;
+    const double reach2 = 2 * EPS * std::fabs(to - from) + slack;
+    return across < std::min(along1, along2) - reach1 || across > std::max(along1, along2) + reach1 ||
+           at < std::min(from, to) - reach2 || at > std::max(from, to) + reach2;
+}
 
 // A straight outline, as a bridged room becomes, with the subtraction of
 // openings wholly inside it carried out in place.
 class BridgedOutline
 {
 public:
-    // The outline must be IsPlainOutline.
-    explicit BridgedOutline(const CVxDPolygon& polygon)
-        : m_kind(polygon.kind), m_tag(polygon.tag), m_walls(polygon.edgeWalls.size() == polygon.points.size())
+    // The outline must be IsPlainOutline. At most `added` vertices will come
+    // in with openings; the cells are sized for about one vertex each, and
+    // room is made for a good part of them. The serial tells this outline
+    // from every other of the same list.
+    BridgedOutline(const CVxDPolygon& polygon, size_t added, uint64_t serial)
+        : m_kind(polygon.kind), m_tag(polygon.tag),
+          m_walls(polygon.edgeWalls.size() == polygon.points.size()), m_serial(serial)
     {
         const size_t n = polygon.points.size();
+        const size_t total = n + added;
+        // Openings of a whole floor may go to each of many rooms, most of
+        // them to other rooms.
+        constexpr size_t kMostReserved = 4096;
+        const size_t reserved = n + std::min(added, kMostReserved);
         const CVxDRect bounds = polygon.GetBoundingRect();
         m_xEdges.Reset(bounds.left, bounds.right);
         m_yEdges.Reset(bounds.top, bounds.bottom);
-        m_xVertices.Reset(bounds.left, bounds.right, kVertexCells);
-        m_yVertices.Reset(bounds.top, bounds.bottom, kVertexCells);
-        m_cells.assign(static_cast<size_t>(kVertexCells * kVertexCells), -1);
+        const auto cells = static_cast<int>(std::clamp(std::sqrt(static_cast<double>(total)), 4.0, 64.0));
+        // Level and upright outline edges span some cells, those of openings
+        // and bridges mostly one or two.
+        m_axisEdges.Reset(bounds, cells, n * static_cast<size_t>(cells) + 4 * (reserved - n));
+        m_vertexGrid.Reset(bounds, cells, reserved);
         m_bounds = bounds;
+        m_vertices.reserve(reserved);
+        m_edges.reserve(reserved);
+        // Labels spread evenly over the whole range leave room for openings
+        // bridged in anywhere.
+        const uint64_t step = std::numeric_limits<uint64_t>::max() / (n + 1);
         for (size_t i = 0; i < n; ++i) {
-            AddVertex(polygon.points[i], m_walls ? polygon.edgeWalls[i] : -1);
-            m_order.push_back(static_cast<int>(i));
+            Vertex& v = AddVertex(polygon.points[i], m_walls ? polygon.edgeWalls[i] : -1);
+            v.label = step * i;
+            v.next = static_cast<int>((i + 1) % n);
+            v.prev = static_cast<int>((i + n - 1) % n);
         }
+        m_head = 0;
         for (size_t i = 0; i < n; ++i)
             AddEdge(polygon.points[i], polygon.points[(i + 1) % n]);
     }
@@ -595,46 +750,78 @@ public:
     // Whether the full subtraction of the hole, IsPlainOutline, would bridge
     // it: some vertex of the outline lies clear of the hole, the hole's first
     // vertex lies inside the outline, and no edges of the two meet.
-    bool WouldBridge(const CVxDPolygon& hole) const
+    //
+    // When this held already while the outline had only its first
+    // `firstEdge` edges and the same bounds, only the later edges are
+    // looked at: each edge adds to the inside count and to the meeting test
+    // on its own, and the bounds set the ray and every filter, so the earlier
+    // edges give what they gave then, an odd count and nothing met.
+    bool WouldBridge(const CVxDPolygon& hole, const HoleBox& box, int firstEdge = 0) const
     {
-        CVxDRect holeNear = hole.GetBoundingRect();
-        holeNear.InflateRect(2 * CVxPolyInfo::kOnLineDistance, 2 * CVxPolyInfo::kOnLineDistance);
-        holeNear.NormalizeRect();
-        if (m_bounds.left >= holeNear.left && m_bounds.right <= holeNear.right &&
-            m_bounds.top >= holeNear.top && m_bounds.bottom <= holeNear.bottom)
+        const double near = 2 * CVxPolyInfo::kOnLineDistance;
+        if (m_bounds.left >= box.left - near && m_bounds.right <= box.right + near &&
+            m_bounds.top >= box.top - near && m_bounds.bottom <= box.bottom + near)
             return false;
-        if (!IsInside(hole.points[0]))
-            return false;
-        return !Meets(hole);
+        m_firstEdge = firstEdge;
+        const bool inside = IsInside(hole.points[0], firstEdge > 0 ? 1 : 0);
+        const bool bridge = inside && !Meets(hole, box);
+        m_firstEdge = 0;
+        return bridge;
     }
+    // What WouldBridge needs to look only at later edges.
+    uint64_t Serial() const { return m_serial; }
+    int EdgeCount() const { return static_cast<int>(m_edges.size()); }
+    const CVxDRect& Bounds() const { return m_bounds; }
 
     // Bridges a hole for which WouldBridge holds, as BridgeHole does. False,
     // and nothing done, when the bridge would start and end at one point:
     // the outline would then hold a duplicate vertex.
-    bool Bridge(const CVxDPolygon& hole)
+    bool Bridge(const CVxDPolygon& hole, const HoleBox& box)
     {
-        int ia = 0;
+        int start = 0;
         int ib = 0;
-        NearestPair(hole, &ia, &ib);
+        NearestPair(hole, box, &start, &ib);
         const int nB = static_cast<int>(hole.points.size());
-        const CVxDPoint from = m_vertices[static_cast<size_t>(m_order[static_cast<size_t>(ia)])];
+        const CVxDPoint from = At(start).point;
         const CVxDPoint to = hole.points[static_cast<size_t>(ib)];
         if (from == to)
             return false;
 
-        // The outline now runs from its vertex ia round, then over the
-        // bridge round the hole and back.
-        const int n = static_cast<int>(m_order.size());
-        std::rotate(m_order.begin(), m_order.begin() + ia, m_order.end());
-        for (int p = 0; p < n; ++p)
-            m_position[static_cast<size_t>(m_order[static_cast<size_t>(p)])] = p;
-        AppendVertex(from);
-        for (int k = 0; k <= nB; ++k)
-            AppendVertex(hole.points[static_cast<size_t>((ib + k) % nB)]);
+        // The outline now runs from `start` round, then over the bridge round
+        // the hole and back: the bridge and the hole come in just before
+        // `start`, which becomes the first vertex.
+        const size_t added = static_cast<size_t>(nB) + 2;
+        const int before = At(start).prev;
+        uint64_t gap = At(start).label - At(before).label;
+        if (gap / (added + 1) == 0) {
+            Relabel(added);
+            gap = At(start).label - At(before).label;
+        }
+        const uint64_t step = gap / (added + 1);
+        uint64_t label = At(before).label;
+        int last = before;
+        auto link = [&](const CVxDPoint& p) {
+            const int id = static_cast<int>(m_vertices.size());
+            Vertex& v = AddVertex(p, -1);
+            label += step;
+            v.label = label;
+            v.prev = last;
+            At(last).next = id;
+            last = id;
+        };
+        link(from);
+        for (int k = ib; k < nB; ++k)
+            link(hole.points[static_cast<size_t>(k)]);
+        for (int k = 0; k <= ib; ++k)
+            link(hole.points[static_cast<size_t>(k)]);
+        At(last).next = start;
+        At(start).prev = last;
+        m_head = start;
 
         AddEdge(from, to);
         for (int j = 0; j < nB; ++j)
-            AddEdge(hole.points[static_cast<size_t>(j)], hole.points[static_cast<size_t>((j + 1) % nB)]);
+            AddEdge(hole.points[static_cast<size_t>(j)],
+                    hole.points[static_cast<size_t>(j + 1 < nB ? j + 1 : 0)]);
         AddEdge(to, from);
         return true;
     }
@@ -644,61 +831,92 @@ public:
         CVxDPolygon out;
         out.kind = m_kind;
         out.tag = m_tag;
-        out.points.reserve(m_order.size());
+        out.points.resize(m_vertices.size());
         if (m_walls)
-            out.edgeWalls.reserve(m_order.size());
-        for (int id : m_order) {
-            out.points.push_back(m_vertices[static_cast<size_t>(id)]);
+            out.edgeWalls.resize(m_vertices.size());
+        int id = m_head;
+        for (size_t k = 0; k < m_vertices.size(); ++k) {
+            const Vertex& v = At(id);
+            out.points[k] = v.point;
             if (m_walls)
-                out.edgeWalls.push_back(m_vertexWalls[static_cast<size_t>(id)]);
+                out.edgeWalls[k] = v.wall;
+            id = v.next;
         }
         return out;
     }
 
 private:
-    static constexpr int kVertexCells = 32;
-
+    struct Vertex
+    {
+        CVxDPoint point;
+        uint64_t label;
+        int next;
+        int prev;
+        int32_t wall;
+    };
+    // A vertex in its cell, with its point, so that the nearest pair is
+    // found without looking up vertices that are too far anyway.
+    struct GridVertex
+    {
+        CVxDPoint point;
+        int id;
+    };
     struct Edge
     {
         CVxDPoint p1;
         CVxDPoint p2;
+        // The search that saw the edge last.
+        mutable uint32_t seen;
     };
 
-    void AddVertex(const CVxDPoint& p, int32_t wall)
+    // A vertex not yet linked into the order.
+    Vertex& AddVertex(const CVxDPoint& p, int32_t wall)
     {
-        const int id = static_cast<int>(m_vertices.size());
-        m_vertices.push_back(p);
-        m_vertexWalls.push_back(wall);
-        m_position.push_back(static_cast<int>(m_order.size()));
-        const size_t cell =
-            static_cast<size_t>(m_yVertices.Bucket(p.y) * kVertexCells + m_xVertices.Bucket(p.x));
-        m_vertexNext.push_back(m_cells[cell]);
-        m_cells[cell] = id;
+        m_vertexGrid.AddPoint({p, static_cast<int>(m_vertices.size())}, p.x, p.y);
         m_magnitude = std::max(m_magnitude, std::max(std::fabs(p.x), std::fabs(p.y)));
+        return m_vertices.emplace_back(Vertex{p, 0, -1, -1, wall});
     }
-    // A vertex of the bridge or the hole: it starts an edge of no wall.
-    void AppendVertex(const CVxDPoint& p)
+    Vertex& At(int id) { return m_vertices[static_cast<size_t>(id)]; }
+    const Vertex& At(int id) const { return m_vertices[static_cast<size_t>(id)]; }
+
+    // Spreads the labels evenly again when an opening is to come in where
+    // earlier ones left no room between two labels.
+    void Relabel(size_t added)
     {
-        const int id = static_cast<int>(m_vertices.size());
-        AddVertex(p, -1);
-        m_order.push_back(id);
+        const uint64_t step = std::numeric_limits<uint64_t>::max() / (m_vertices.size() + added + 1);
+        uint64_t label = 0;
+        int id = m_head;
+        do {
+            At(id).label = label;
+            label += step;
+            id = At(id).next;
+        } while (id != m_head);
     }
 
     void AddEdge(const CVxDPoint& p1, const CVxDPoint& p2)
     {
         const int id = static_cast<int>(m_edges.size());
-        m_edges.push_back({p1, p2});
-        m_seen.push_back(0);
-        m_bounds.left = std::min(m_bounds.left, std::min(p1.x, p2.x));
-        m_bounds.right = std::max(m_bounds.right, std::max(p1.x, p2.x));
-        m_bounds.top = std::min(m_bounds.top, std::min(p1.y, p2.y));
-        m_bounds.bottom = std::max(m_bounds.bottom, std::max(p1.y, p2.y));
-        // Edges that DblFindInter measures along x are found by their extent
-        // in x, the others by their extent in y; every edge is found by its
+        m_edges.push_back({p1, p2, 0});
+        const double left = std::min(p1.x, p2.x);
+        const double right = std::max(p1.x, p2.x);
+        const double top = std::min(p1.y, p2.y);
+        const double bottom = std::max(p1.y, p2.y);
+        m_bounds.left = std::min(m_bounds.left, left);
+        m_bounds.right = std::max(m_bounds.right, right);
+        m_bounds.top = std::min(m_bounds.top, top);
+        m_bounds.bottom = std::max(m_bounds.bottom, bottom);
+        // Level and upright edges meet a level or upright edge only near both
+        // boxes (PerpendicularMiss) and are found by their box. Slanted edges
+        // that DblFindInter measures along x are found by their extent in x,
+        // the others by their extent in y; every slanted edge is found by its
         // extent in y for the inside test.
+        if (p1.x == p2.x || p1.y == p2.y) {
+            m_axisEdges.Add(id, left, top, right, bottom);
+            return;
+        }
         if (std::fabs(p2.x - p1.x) >= EPS)
-            m_xEdges.Add(id, std::min(p1.x, p2.x), std::max(p1.x, p2.x));
-        m_yEdges.Add(id, std::min(p1.y, p2.y), std::max(p1.y, p2.y));
+            m_xEdges.Add(id, left, right);
+        m_yEdges.Add(id, top, bottom);
     }
 
     // Calls f once for each edge in the buckets over low..high.
@@ -706,21 +924,34 @@ private:
     void VisitEdges(const AxisBuckets& buckets, double low, double high, F&& f) const
     {
         ++m_visit;
-        buckets.Visit(low, high, [&](int id) {
-            uint32_t& seen = m_seen[static_cast<size_t>(id)];
-            if (seen == m_visit)
-                return;
-            seen = m_visit;
-            f(m_edges[static_cast<size_t>(id)]);
-        });
+        buckets.Visit(low, high, [&](int id) { VisitOnce(id, f); });
+    }
+    // Calls f once for each level or upright edge in the cells over the box.
+    template <class F>
+    void VisitAxisEdges(double left, double top, double right, double bottom, F&& f) const
+    {
+        ++m_visit;
+        m_axisEdges.Visit(left, top, right, bottom, [&](int id) { VisitOnce(id, f); });
+    }
+    template <class F>
+    void VisitOnce(int id, F& f) const
+    {
+        if (id < m_firstEdge)
+            return;
+        const Edge& edge = m_edges[static_cast<size_t>(id)];
+        if (edge.seen == m_visit)
+            return;
+        edge.seen = m_visit;
+        f(edge);
     }
 
     // What the subtraction's marking of the hole's vertices finds for this
     // one: inside the outline, not within 0.001 of it nor at a vertex. The
     // tests and their filters are those of CVxDPolygon::PlacePoint for the
-    // bounds of the outline, over the edges near the point's y only; the
-    // filter in y there skips all the others.
-    bool IsInside(const CVxDPoint& point) const
+    // bounds of the outline, over the edges near the point's y and not left
+    // of it only; the filters there skip all the others.
+    // `parity` is that of the crossings of the edges not looked at.
+    bool IsInside(const CVxDPoint& point, int parity) const
     {
         const double maxDist = CVxPolyInfo::kOnLineDistance;
         const CVxDRect& bounds = m_bounds;
@@ -741,9 +972,9 @@ private:
         const double band =
             2 * std::max(std::max(reach, EPS * (bounds.bottom - bounds.top) + slack), 2 * EPS);
         bool on = false;
-        int crossings = 0;
+        int crossings = parity;
         const double margin = 2 * band + RoundingSlack(magnitude);
-        VisitEdges(m_yEdges, point.y - margin, point.y + margin, [&](const Edge& edge) {
+        auto test = [&](const Edge& edge) {
             const CVxDPoint& p1 = edge.p1;
             const CVxDPoint& p2 = edge.p2;
             const double minY = std::min(p1.y, p2.y);
@@ -764,16 +995,18 @@ private:
                 return;
             if (RayCrossesEdge(point, far, p1, p2))
                 ++crossings;
-        });
+        };
+        VisitEdges(m_yEdges, point.y - margin, point.y + margin, test);
+        VisitAxisEdges(std::min(left, point.x - margin), point.y - margin, bounds.right, point.y + margin,
+                       test);
         return !on && (crossings % 2) == 1;
     }
 
     // Whether an edge of the outline and one of the hole meet as the
     // subtraction's crossing search accepts it. Only edges that HoleBox does
     // not rule out are tried, as there.
-    bool Meets(const CVxDPolygon& hole) const
+    bool Meets(const CVxDPolygon& hole, const HoleBox& box) const
     {
-        const HoleBox box = HoleBox::Of(hole);
         const size_t nB = hole.points.size();
         // HoleBox reaches at most this far past the hole's box along its axis.
         const double slack = 1e-9 * (1 + box.magnitude + 2 * m_magnitude);
@@ -790,10 +1023,16 @@ private:
             const bool upright = edge.p1.x == edge.p2.x;
             for (size_t j = 0; j < nB && !meets; ++j) {
                 const CVxDPoint& q1 = hole.points[j];
-                const CVxDPoint& q2 = hole.points[(j + 1) % nB];
+                const CVxDPoint& q2 = hole.points[j + 1 < nB ? j + 1 : 0];
                 // Two level or two upright edges make DblFindInter's
                 // determinant exactly zero.
                 if ((level && q1.y == q2.y) || (upright && q1.x == q2.x))
+                    continue;
+                if (level && q1.x == q2.x &&
+                    PerpendicularMiss(edge.p1.x, edge.p2.x, edge.p1.y, q1.x, q1.y, q2.y, slack))
+                    continue;
+                if (upright && q1.y == q2.y &&
+                    PerpendicularMiss(edge.p1.y, edge.p2.y, edge.p1.x, q1.y, q1.x, q2.x, slack))
                     continue;
                 double t = 0;
                 double u = 0;
@@ -808,39 +1047,71 @@ private:
             if (std::fabs(edge.p2.x - edge.p1.x) < EPS)
                 tryEdge(edge);
         });
+        if (meets)
+            return true;
+        if (box.levelAndUpright) {
+            VisitAxisEdges(box.left - reach, box.top - reach, box.right + reach, box.bottom + reach, tryEdge);
+            return meets;
+        }
+        // A slanted edge of the hole may meet a level edge of the outline
+        // anywhere along the hole's extent in x, an upright one anywhere
+        // along its extent in y.
+        VisitAxisEdges(box.left - reach, m_bounds.top, box.right + reach, m_bounds.bottom,
+                       [&](const Edge& edge) {
+                           if (edge.p1.y == edge.p2.y)
+                               tryEdge(edge);
+                       });
+        if (meets)
+            return true;
+        VisitAxisEdges(m_bounds.left, box.top - reach, m_bounds.right, box.bottom + reach,
+                       [&](const Edge& edge) {
+                           if (edge.p1.y != edge.p2.y)
+                               tryEdge(edge);
+                       });
         return meets;
     }
 
-    // The pair of an outline vertex (by position) and a hole vertex nearest
-    // each other, the first in the outline's order and then the hole's on a
-    // tie, as BridgeHole chooses. Cells are searched in rings round the
-    // hole's until no vertex further out could come as near.
-    void NearestPair(const CVxDPolygon& hole, int* outPosition, int* outHoleVertex) const
+    // The vertex of the outline and the vertex of the hole nearest each
+    // other, the first in the outline's order and then the hole's on a tie,
+    // as BridgeHole chooses. Cells are searched in rings round the hole's
+    // box until no vertex further out could come as near.
+    void NearestPair(const CVxDPolygon& hole, const HoleBox& box, int* outVertex, int* outHoleVertex) const
     {
-        const HoleBox box = HoleBox::Of(hole);
-        const int x0 = m_xVertices.Bucket(box.left);
-        const int x1 = m_xVertices.Bucket(box.right);
-        const int y0 = m_yVertices.Bucket(box.top);
-        const int y1 = m_yVertices.Bucket(box.bottom);
-        const double cell = std::min(m_xVertices.Width(), m_yVertices.Width());
-        double best = -1;
-        int bestPosition = 0;
-        int bestJ = 0;
-        auto visitCell = [&](int cx, int cy) {
-            for (int id = m_cells[static_cast<size_t>(cy * kVertexCells + cx)]; id >= 0;
-                 id = m_vertexNext[static_cast<size_t>(id)]) {
-                const CVxDPoint& p = m_vertices[static_cast<size_t>(id)];
-                const int position = m_position[static_cast<size_t>(id)];
-                for (size_t j = 0; j < hole.points.size(); ++j) {
-                    const double d = p.Distance2(hole.points[j]);
-                    const int jj = static_cast<int>(j);
-                    if (best < 0 || d < best ||
-                        (d == best &&
-                         (position < bestPosition || (position == bestPosition && jj < bestJ)))) {
-                        best = d;
-                        bestPosition = position;
-                        bestJ = jj;
-                    }
+        const AxisScale& xs = m_vertexGrid.X();
+        const AxisScale& ys = m_vertexGrid.Y();
+        const int x0 = xs.Bucket(box.left);
+        const int x1 = xs.Bucket(box.right);
+        const int y0 = ys.Bucket(box.top);
+        const int y1 = ys.Bucket(box.bottom);
+        const int lastX = xs.Count() - 1;
+        const int lastY = ys.Count() - 1;
+        // Far above the rounding of cell borders.
+        const double slack = RoundingSlack(4 * (m_magnitude + box.magnitude));
+        const size_t nB = hole.points.size();
+        double best = std::numeric_limits<double>::infinity();
+        uint64_t bestRank = 0;
+        const uint64_t headLabel = At(m_head).label;
+        int bestVertex = m_head;
+        size_t bestJ = 0;
+        auto visitVertex = [&](const GridVertex& vertex) {
+            const CVxDPoint& p = vertex.point;
+            const int id = vertex.id;
+            // Rounding keeps the order of differences, so no vertex of
+            // the hole comes nearer than the hole's box; a tie may still
+            // win by the order of the outline.
+            const double gx = std::max(0.0, std::max(box.left - p.x, p.x - box.right));
+            const double gy = std::max(0.0, std::max(box.top - p.y, p.y - box.bottom));
+            if (gx * gx + gy * gy > best)
+                return;
+            // The place of the vertex in the order of the outline.
+            const uint64_t rank = At(id).label - headLabel;
+            for (size_t j = 0; j < nB; ++j) {
+                const double d = p.Distance2(hole.points[j]);
+                if (d < best || (d == best && (rank < bestRank || (rank == bestRank && j < bestJ)))) {
+                    best = d;
+                    bestRank = rank;
+                    bestVertex = id;
+                    bestJ = j;
                 }
             }
         };
@@ -849,43 +1120,64 @@ private:
             const int right = x1 + ring;
             const int top = y0 - ring;
             const int bottom = y1 + ring;
-            for (int cy = std::max(top, 0); cy <= std::min(bottom, kVertexCells - 1); ++cy) {
-                const bool edgeRow = ring == 0 || cy == top || cy == bottom;
-                for (int cx = std::max(left, 0); cx <= std::min(right, kVertexCells - 1); ++cx)
-                    if (edgeRow || cx == left || cx == right)
-                        visitCell(cx, cy);
+            const int fromX = std::max(left, 0);
+            const int toX = std::min(right, lastX);
+            if (ring == 0) {
+                for (int cy = y0; cy <= y1; ++cy)
+                    m_vertexGrid.VisitRow(cy, x0, x1, visitVertex);
+            } else {
+                if (top >= 0)
+                    m_vertexGrid.VisitRow(top, fromX, toX, visitVertex);
+                if (bottom <= lastY)
+                    m_vertexGrid.VisitRow(bottom, fromX, toX, visitVertex);
+                const int toY = std::min(bottom - 1, lastY);
+                for (int cy = std::max(top + 1, 0); cy <= toY; ++cy) {
+                    if (left >= 0)
+                        m_vertexGrid.VisitCell(left, cy, visitVertex);
+                    if (right <= lastX)
+                        m_vertexGrid.VisitCell(right, cy, visitVertex);
+                }
             }
-            // Every vertex not yet seen lies in a cell beyond this ring, at
-            // least `ring` cells clear of the hole's box in x or y; one cell
-            // less allows for rounding at the cell borders.
-            const bool all = left <= 0 && top <= 0 && right >= kVertexCells - 1 && bottom >= kVertexCells - 1;
-            const double gap = (ring - 1) * cell;
-            if (all || (best >= 0 && ring >= 1 && gap * gap > best))
+            // Every vertex not yet seen lies in a cell beyond this ring, on a
+            // side that doesn't yet reach the end of the grid, and at least
+            // that side's gap away from the hole's box.
+            double gap = std::numeric_limits<double>::infinity();
+            if (left > 0)
+                gap = std::min(gap, box.left - xs.Start(left));
+            if (right < lastX)
+                gap = std::min(gap, xs.Start(right + 1) - box.right);
+            if (top > 0)
+                gap = std::min(gap, box.top - ys.Start(top));
+            if (bottom < lastY)
+                gap = std::min(gap, ys.Start(bottom + 1) - box.bottom);
+            if (gap == std::numeric_limits<double>::infinity())
+                break;
+            gap -= slack;
+            if (gap > 0 && gap * gap > best)
                 break;
         }
-        *outPosition = bestPosition;
-        *outHoleVertex = bestJ;
+        *outVertex = bestVertex;
+        *outHoleVertex = static_cast<int>(bestJ);
     }
 
     int32_t m_kind;
     int32_t m_tag;
     bool m_walls;
-    // By vertex id: an id stays with its vertex while the outline turns.
-    std::vector<CVxDPoint> m_vertices;
-    std::vector<int32_t> m_vertexWalls;
-    std::vector<int> m_position;
-    std::vector<int> m_vertexNext;
-    // Vertex ids in the order of the outline.
-    std::vector<int> m_order;
+    uint64_t m_serial;
+    // Edges below this one are left out of the search under way.
+    mutable int m_firstEdge = 0;
+    // By vertex id, with the order of the outline as a ring of links from
+    // m_head. Labels grow along the ring from the first vertex, modulo 2^64,
+    // so that they tell the order of two vertices without a walk.
+    std::vector<Vertex> m_vertices;
+    int m_head = 0;
     std::vector<Edge> m_edges;
     CVxDRect m_bounds;
     double m_magnitude = 0;
     AxisBuckets m_xEdges;
     AxisBuckets m_yEdges;
-    AxisBuckets m_xVertices;
-    AxisBuckets m_yVertices;
-    std::vector<int> m_cells;
-    mutable std::vector<uint32_t> m_seen;
+    BoxGrid<int> m_axisEdges;
+    BoxGrid<GridVertex> m_vertexGrid;
     mutable uint32_t m_visit = 0;
 };
 
@@ -893,23 +1185,47 @@ private:
 class PreparedHole
 {
 public:
-    explicit PreparedHole(const CVxDPolygon& hole) : m_source(&hole)
+    explicit PreparedHole(const CVxDPolygon& hole) : m_hole(&hole)
     {
         if (hole.WouldRemoveDuplicates()) {
             m_own = hole;
             m_own.RemoveDuplicates();
-            m_source = &m_own;
+            m_useOwn = true;
         }
-        m_plain = IsPlainOutline(*m_source);
+        m_plain = IsPlainOutline(Get(), false);
+        if (m_plain)
+            m_box = HoleBox::Of(Get());
     }
-    const CVxDPolygon& Get() const { return *m_source; }
+    // The hole as given, for the full subtraction.
+    const CVxDPolygon& Original() const { return *m_hole; }
+    const CVxDPolygon& Get() const { return m_useOwn ? m_own : *m_hole; }
     // Whether BridgedOutline may take it.
     bool IsPlain() const { return m_plain; }
+    // The bounds of a plain hole.
+    const HoleBox& Box() const { return m_box; }
+    // Records that the outline took the hole as wholly inside.
+    void SetInside(const BridgedOutline& outline)
+    {
+        m_insideOf = outline.Serial();
+        m_edgesThen = outline.EdgeCount();
+        m_boundsThen = outline.Bounds();
+    }
+    // The first edge of the outline that came in after SetInside, for
+    // WouldBridge; 0 if the outline has changed otherwise or is another one.
+    int FirstNewEdge(const BridgedOutline& outline) const
+    {
+        return outline.Serial() == m_insideOf && outline.Bounds() == m_boundsThen ? m_edgesThen : 0;
+    }
 
 private:
+    const CVxDPolygon* m_hole;
     CVxDPolygon m_own;
-    const CVxDPolygon* m_source;
+    bool m_useOwn = false;
     bool m_plain = false;
+    HoleBox m_box;
+    uint64_t m_insideOf = 0;
+    int m_edgesThen = 0;
+    CVxDRect m_boundsThen;
 };
 
 // The polygons of the list under subtraction, each with its BridgedOutline
@@ -918,7 +1234,8 @@ private:
 class WorkingList
 {
 public:
-    explicit WorkingList(std::vector<CVxDPolygon>& list)
+    // At most `added` vertices come in with the openings to be bridged.
+    WorkingList(std::vector<CVxDPolygon>& list, size_t added) : m_added(added)
     {
         for (CVxDPolygon& polygon : list)
             m_items.push_back({std::move(polygon), nullptr, false});
@@ -932,10 +1249,13 @@ public:
         if (!item.tried) {
             item.tried = true;
             if (IsPlainOutline(item.polygon))
-                item.outline = std::make_unique<BridgedOutline>(item.polygon);
+                item.outline = std::make_unique<BridgedOutline>(item.polygon, m_added, ++m_serials);
         }
         return item.outline.get();
     }
+    // Whether an opening was found wholly inside item k.
+    bool TookOpening(size_t k) const { return m_items[k].tookOpening; }
+    void SetTookOpening(size_t k) { m_items[k].tookOpening = true; }
     const CVxDPolygon& Polygon(size_t k)
     {
         Item& item = m_items[k];
@@ -955,22 +1275,27 @@ public:
     // CVxDPolygon::RemoveHole(list, hole) on the list: a polygon that takes
     // the hole in by a bridge stays in place, any other makes way for the
     // pieces that the full subtraction leaves of it.
-    void SubtractEach(const CVxDPolygon& hole, bool indexed)
+    void SubtractEach(const PreparedHole& prepared, bool indexed)
     {
-        const PreparedHole prepared(hole);
-        std::vector<Item> next;
-        next.reserve(m_items.size());
         for (size_t k = 0; k < m_items.size(); ++k) {
             BridgedOutline* outline = indexed && prepared.IsPlain() ? Outline(k) : nullptr;
-            if (outline && outline->WouldBridge(prepared.Get()) && outline->Bridge(prepared.Get())) {
+            if (outline &&
+                outline->WouldBridge(prepared.Get(), prepared.Box(), prepared.FirstNewEdge(*outline)) &&
+                outline->Bridge(prepared.Get(), prepared.Box())) {
                 m_items[k].stale = true;
-                next.push_back(std::move(m_items[k]));
                 continue;
             }
-            for (CVxDPolygon& piece : Subtract(Polygon(k), hole, nullptr))
-                next.push_back({std::move(piece), nullptr, false});
+            std::vector<CVxDPolygon> pieces = Subtract(Polygon(k), prepared.Original(), nullptr);
+            const auto at = m_items.begin() + static_cast<std::ptrdiff_t>(k);
+            m_items.erase(at);
+            std::vector<Item> items;
+            for (CVxDPolygon& piece : pieces)
+                items.push_back({std::move(piece), nullptr, false});
+            m_items.insert(m_items.begin() + static_cast<std::ptrdiff_t>(k),
+                           std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
+            k += items.size();
+            --k;
         }
-        m_items = std::move(next);
     }
     void Take(std::vector<CVxDPolygon>& out)
     {
@@ -987,8 +1312,11 @@ public:
         std::unique_ptr<BridgedOutline> outline;
         bool tried = false;
         bool stale = false;
+        bool tookOpening = false;
     };
     std::vector<Item> m_items;
+    size_t m_added = 0;
+    uint64_t m_serials = 0;
 };
 } // namespace
 
@@ -1003,31 +1331,41 @@ void SubtractInOrder(std::vector<CVxDPolygon>& list, const std::vector<const CVx
     // Indexing the outlines pays only when many openings are taken out.
     constexpr size_t kHolesWorthIndexing = 8;
     const bool indexed = holes.size() >= kHolesWorthIndexing;
-    WorkingList working(list);
-    std::vector<const CVxDPolygon*> inside;
+    size_t added = 0;
+    for (const CVxDPolygon* hole : holes)
+        added += hole->points.size() + 2;
+    WorkingList working(list, added);
+    std::vector<PreparedHole> inside;
+    inside.reserve(holes.size());
     for (const CVxDPolygon* hole : holes) {
-        const PreparedHole prepared(*hole);
+        PreparedHole prepared(*hole);
         std::vector<CVxDPolygon> result;
         bool wouldBridge = false;
         for (size_t k = 0; k < working.Size() && !wouldBridge; ++k) {
-            const BridgedOutline* outline = indexed && prepared.IsPlain() ? working.Outline(k) : nullptr;
-            if (outline && outline->WouldBridge(prepared.Get())) {
+            // An outline gets its index once an opening was found inside it:
+            // openings that cut it replace it with new pieces anyway.
+            const BridgedOutline* outline =
+                indexed && prepared.IsPlain() && working.TookOpening(k) ? working.Outline(k) : nullptr;
+            if (outline && outline->WouldBridge(prepared.Get(), prepared.Box())) {
+                prepared.SetInside(*outline);
                 wouldBridge = true;
                 break;
             }
             std::vector<CVxDPolygon> pieces = Subtract(working.Polygon(k), *hole, &wouldBridge);
-            if (wouldBridge)
+            if (wouldBridge) {
+                working.SetTookOpening(k);
                 break;
+            }
             for (CVxDPolygon& piece : pieces)
                 result.push_back(std::move(piece));
         }
         if (wouldBridge)
-            inside.push_back(hole);
+            inside.push_back(std::move(prepared));
         else
             working.Assign(std::move(result));
     }
-    for (const CVxDPolygon* hole : inside)
-        working.SubtractEach(*hole, indexed);
+    for (const PreparedHole& hole : inside)
+        working.SubtractEach(hole, indexed);
     working.Take(list);
 }
 } // namespace

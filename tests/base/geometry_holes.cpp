@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 
 namespace {
@@ -262,4 +263,78 @@ TEST(GeometryHoles, SortOrderOfOpenings)
     // Within EPS in x, by y.
     EXPECT_TRUE(vx_sort_poly_x(a, GeoPolygon({{1 + 5e-8, 6}})));
     EXPECT_FALSE(vx_sort_poly_x(GeoPolygon({{1 + 5e-8, 6}}), a));
+}
+
+namespace {
+// Many openings inside one room take a quicker way through RemoveHoles than
+// one by one; it must leave exactly what the openings taken out one by one in
+// their order leave, to the last bit of every coordinate.
+void ExpectSameAsOneByOne(const CVxDPolygon& room, std::vector<CVxDPolygon> holes)
+{
+    std::vector<CVxDPolygon> list{room};
+    CVxDPolygon::RemoveHoles(list, holes);
+    std::stable_sort(holes.begin(), holes.end(), vx_sort_poly_x);
+    std::vector<CVxDPolygon> expected{room};
+    for (const CVxDPolygon& hole : holes)
+        CVxDPolygon::RemoveHole(expected, hole);
+    ASSERT_EQ(list.size(), expected.size()) << GeoText(list);
+    for (size_t k = 0; k < list.size(); ++k) {
+        EXPECT_EQ(list[k].SaveToString(), expected[k].SaveToString());
+        ASSERT_EQ(list[k].points.size(), expected[k].points.size());
+        for (size_t i = 0; i < list[k].points.size(); ++i) {
+            EXPECT_EQ(list[k].points[i].x, expected[k].points[i].x) << k << " " << i;
+            EXPECT_EQ(list[k].points[i].y, expected[k].points[i].y) << k << " " << i;
+        }
+        EXPECT_EQ(list[k].edgeWalls, expected[k].edgeWalls);
+        EXPECT_EQ(list[k].tag, expected[k].tag);
+    }
+}
+
+// A diamond of floor opening winding round (x, y).
+CVxDPolygon HoleDiamond(double x, double y, double r)
+{
+    return GeoPolygon({{x, y - r}, {x - r, y}, {x, y + r}, {x + r, y}}, CVxDPolygon::KIND_HOLE);
+}
+} // namespace
+
+TEST(GeometryHoles, ManyOpeningsInAGrid)
+{
+    // Corners of neighbours level with each other and equally far apart: the
+    // ray of the inside test runs along edges and through corners, and the
+    // bridges are chosen among pairs at equal distances.
+    const CVxDPolygon hall =
+        WithWalls(GeoPolygon({{0, 0}, {1200, 0}, {1200, 800}, {700, 800}, {700, 600}, {0, 600}}, 2));
+    std::vector<CVxDPolygon> holes;
+    for (int i = 0; i < 50; ++i) {
+        const double x = 40 + (i % 10) * 110.0;
+        const double y = 50 + (i / 10) * 105.0;
+        holes.push_back(GeoHoleRect(x, y, x + 40, y + 30));
+    }
+    ExpectSameAsOneByOne(hall, holes);
+
+    // Slanted openings in a room with a slanted wall.
+    const CVxDPolygon slanted = WithWalls(GeoPolygon({{0, 0}, {100, 0}, {130, 70}, {0, 70}}, 2));
+    holes.clear();
+    for (int i = 0; i < 24; ++i)
+        holes.push_back(HoleDiamond(10 + (i % 8) * 12.5, 10 + (i / 8) * 20.0, i % 2 ? 4 : 10));
+    ExpectSameAsOneByOne(slanted, holes);
+
+    // Openings across the bridges of earlier ones, and openings overlapping.
+    holes.clear();
+    for (int i = 0; i < 12; ++i)
+        holes.push_back(GeoHoleRect(5 + 7 * i, 30, 9 + 7 * i, 40));
+    for (int i = 0; i < 6; ++i)
+        holes.push_back(GeoHoleRect(3 + 14 * i, 20, 20 + 14 * i, 25));
+    holes.push_back(GeoHoleRect(6, 32, 20, 38));
+    ExpectSameAsOneByOne(slanted, holes);
+}
+
+TEST(GeometryHoles, ManyOpeningsBridgedOneToTheNext)
+{
+    // Each opening is bridged to the one before it, so that the outline takes
+    // each in at the same place: a long chain of bridges.
+    std::vector<CVxDPolygon> holes;
+    for (int i = 0; i < 60; ++i)
+        holes.push_back(GeoHoleRect(10 + 3 * i, 10 + 3 * i, 11 + 3 * i, 11 + 3 * i));
+    ExpectSameAsOneByOne(WithWalls(GeoRoomRect(0, 0, 200, 200)), holes);
 }
