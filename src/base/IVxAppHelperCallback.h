@@ -135,6 +135,23 @@ public:
     // Pop-ups
     virtual void ShowPopupMenuForObject(int /*index*/) {}
     virtual void LibRebuildOnUserLibChange(bool /*all*/) {}
+    // Project files: the path chosen, or empty when the user cancelled.
+    virtual CVxStringW GetOpenProjectFileName(const CVxStringW& /*title*/, const CVxStringW& /*filter*/,
+                                              const CVxStringW& /*folder*/)
+    {
+        return CVxStringW();
+    }
+    virtual CVxStringW GetSaveProjectFileName(const CVxStringW& /*title*/, const CVxStringW& /*filter*/,
+                                              const CVxStringW& /*suggested*/)
+    {
+        return CVxStringW();
+    }
+    // While a project loads, the plan must not be painted half-way.
+    virtual void SetMainViewPaintable(bool /*paintable*/) {}
+    virtual void ShowLayersWindow() {}
+    // After the event loop has settled: the user decides about the files
+    // that the opened project refers to but that are missing.
+    virtual void ShowMissingFilesDlgLater() {}
     // Splash: called before any modal box during start-up.
     virtual void HideSplashScreen() {}
     // Thumbnail

@@ -3,6 +3,7 @@
 // command on it, and reaches the host only through IVxAppHelperCallback.
 
 #include "CVxDPoint.h"
+#include "CVxFileChangeMonitor.h"
 #include "CVxFloorPlan.h"
 #include "CVxMissingFileInfo.h"
 #include "CVxProject.h"
@@ -10,6 +11,7 @@
 #include "CVxStringW.h"
 #include "VxIntGeometry.h"
 
+#include <list>
 #include <vector>
 
 class CVxDC;
@@ -120,6 +122,47 @@ public:
 
     int GetFirstSelectedIndex() const { return m_firstSelected; }
 
+    // The project as a document. Where the user must decide, the core asks
+    // through the host; every way of opening a file passes OpenFile.
+    bool OpenFile(const CVxStringW& path, bool atStart);
+    bool OpenMainProject(const CVxStringW& path, bool atStart);
+    bool OpenRecentFile(int index);
+    bool OpenSampleFile(const CVxStringW& path) { return OpenFile(path, false); }
+    bool SaveMainProject();
+    // Writes through a temporary file, so the target is replaced only by a
+    // complete project.
+    bool SaveMainProjectToFile(const CVxStringW& path);
+    bool DoProjectSave();
+    bool DoProjectSaveAs();
+    void RevertProjectToSaved();
+    void InitProjectAsCopy(CVxProject* source);
+    void StartNewProject(double width, double height, int unit, bool startWallEditor);
+    bool ShouldEnableSaveProject() const;
+    // The question before a modified project is left: false when the user
+    // cancelled; a chosen save runs DoProjectSave.
+    bool AskToSaveModifiedProject();
+
+    // Four entries, the newest first; a sample is kept as "$SAMPLE$/name".
+    void AddToRecentFiles(const CVxStringW& path);
+    CVxStringW GetRecentFile(int index) const;
+    void RemoveRecentFile(int index);
+    CVxStringW ExpandPathMacros(const CVxStringW& path) const;
+    CVxStringW GetSamplesFolder() const;
+    bool IsInSamplesFolder(const CVxStringW& path) const;
+    // The auto-save files of the application data folder, "PVSave*.pvp".
+    static bool IsAutoSaveFile(const CVxStringW& path);
+
+    // Proposes replacements for the files that the last load missed.
+    void LibCheckFillMissingProjectFiles(std::list<CVxMissingFileInfo>* missing);
+
+    CVxFileChangeMonitor& GetFileMonitor() { return m_fileMonitor; }
+    // The watcher saw the project's file change. True asks the host to
+    // call again in a few seconds: the file is not readable right now, as
+    // while another program replaces it in steps.
+    bool OnOpenedFileChangedOnDisk();
+    static constexpr int fileChangeRetryMs = 5000;
+    static constexpr int thumbnailSize = 512;
+
 private:
     void AfterTransform();
     void DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
@@ -137,6 +180,7 @@ private:
     std::vector<CVxMissingFileInfo> m_missingFiles;
     CVxStringW m_projectPath;
     CVxStringW m_appFolder;
+    CVxFileChangeMonitor m_fileMonitor;
     int m_firstSelected = -1;
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;

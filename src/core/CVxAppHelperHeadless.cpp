@@ -1,9 +1,13 @@
 #include "CVxAppHelperHeadless.h"
 
+#include "CVxAppCore.h"
+#include "CVxQtDC.h"
+
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QStandardPaths>
 #include <QStringList>
 #include <QThread>
@@ -218,4 +222,25 @@ CVxStringW CVxAppHelperHeadless::SysGetCurrentTime(const CVxStringW& format)
     if (format == L"t" || format == L"h:mm" || format == L"hh:mm")
         return CVxStringW(now.toString(QStringLiteral("h:mm")));
     return CVxStringW();
+}
+
+bool CVxAppHelperHeadless::SaveProjectThumbnailImageToFile(CVxProject* project, const CVxStringW& path,
+                                                           int width, int height)
+{
+    if (!project || width < 1 || height < 1)
+        return false;
+    QImage image;
+    bool drawn = false;
+    {
+        CVxQtDC dc(width, height, true);
+        dc.EnableSmoothing(true);
+        dc.SelectPen(CVxDC::penNull, 0, 0);
+        dc.SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+        dc.Rectangle(0, 0, width + 1, height + 1);
+        dc.SelectOldBrush();
+        dc.SelectOldPen();
+        drawn = VX_GetCore()->DrawProjectThumb(&dc, *project, width, height, false, nullptr);
+        image = dc.GetImage()->convertToFormat(QImage::Format_RGB32);
+    }
+    return drawn && image.save(path.ToQString(), "PNG");
 }

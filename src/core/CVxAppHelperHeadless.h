@@ -39,6 +39,9 @@ public:
     CVxStringW GetUserDocsPath() override;
     CVxStringW SysGetUserName() override;
     CVxStringW SysGetCurrentTime(const CVxStringW& format) override;
+    // Draws the project on white with smoothing and writes it as a picture.
+    bool SaveProjectThumbnailImageToFile(CVxProject* project, const CVxStringW& path, int width,
+                                         int height) override;
 
 private:
     CVxStringW m_appDataFolder;

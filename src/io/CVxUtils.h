@@ -53,4 +53,14 @@ public:
     // instance holds it.
     static bool AcquireInstanceLock();
     static void ReleaseInstanceLock();
+
+    // This run's auto-save file, "PVSave", a number and ".pvp" in the user's
+    // application data folder, chosen once per process.
+    static CVxStringW GetAutoSaveFile();
+    // The auto-save file that an earlier run left, taken over as this run's
+    // own; empty when there is none or another instance runs, since the
+    // files may then be that instance's.
+    static CVxStringW InitAndGetAutoSaveCrashFile();
+    // Lets the next GetAutoSaveFile choose anew, as a new process would.
+    static void ForgetAutoSaveFile();
 };

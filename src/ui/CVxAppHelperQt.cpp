@@ -13,10 +13,13 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QDir>
+#include <QDockWidget>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPalette>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolTip>
 #include <QUrl>
 
@@ -283,4 +286,44 @@ void CVxAppHelperQt::RefreshMainViewCaption()
     if (!home.isEmpty() && home != QStringLiteral("/"))
         title.replace(home, QStringLiteral("~"));
     window->setWindowTitle(QDir::toNativeSeparators(title));
+}
+
+CVxStringW CVxAppHelperQt::GetOpenProjectFileName(const CVxStringW& title, const CVxStringW& filter,
+                                                  const CVxStringW& folder)
+{
+    return CVxStringW(QFileDialog::getOpenFileName(CVxMainWindow::GetInstance(), title.ToQString(),
+                                                   folder.ToQString(), filter.ToQString()));
+}
+
+CVxStringW CVxAppHelperQt::GetSaveProjectFileName(const CVxStringW& title, const CVxStringW& filter,
+                                                  const CVxStringW& suggested)
+{
+    return CVxStringW(QFileDialog::getSaveFileName(CVxMainWindow::GetInstance(), title.ToQString(),
+                                                   suggested.ToQString(), filter.ToQString()));
+}
+
+void CVxAppHelperQt::SetMainViewPaintable(bool paintable)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetRenderArea())
+        window->GetRenderArea()->SetPaintable(paintable);
+}
+
+void CVxAppHelperQt::ShowLayersWindow()
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetDock(CVxMainWindow::DOCK_LAYERS))
+        window->GetDock(CVxMainWindow::DOCK_LAYERS)->show();
+}
+
+void CVxAppHelperQt::ShowMissingFilesDlgLater()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        QTimer::singleShot(100, window, &CVxMainWindow::OnShowMissingFilesDlg);
+}
+
+void CVxAppHelperQt::BuildRecentMenu()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->BuildRecentMenu();
 }

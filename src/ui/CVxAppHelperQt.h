@@ -28,6 +28,14 @@ public:
     void SetMainViewStatusMessage(const CVxStringW& text) override;
     void RefreshMainViewStatusBar() override;
     void RefreshMainViewCaption() override;
+    CVxStringW GetOpenProjectFileName(const CVxStringW& title, const CVxStringW& filter,
+                                      const CVxStringW& folder) override;
+    CVxStringW GetSaveProjectFileName(const CVxStringW& title, const CVxStringW& filter,
+                                      const CVxStringW& suggested) override;
+    void SetMainViewPaintable(bool paintable) override;
+    void ShowLayersWindow() override;
+    void ShowMissingFilesDlgLater() override;
+    void BuildRecentMenu() override;
 
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,

@@ -2,6 +2,8 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
+#include "CVxAutoSave.h"
+#include "CVxAutoSaveThumbDlg.h"
 #include "CVxLocFileInfo.h"
 #include "CVxLocalize.h"
 #include "CVxMainRenderArea.h"
@@ -19,16 +21,23 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QCursor>
+#include <QDir>
 #include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
 #include <QFileOpenEvent>
+#include <QFileSystemWatcher>
 #include <QGridLayout>
 #include <QLocale>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QPalette>
 #include <QTimer>
 #include <QToolBar>
+#include <QUrl>
 
 #include <cmath>
 
@@ -88,6 +97,8 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     qApp->installNativeEventFilter(&nativeFilter);
 
     core->SetAppFolder(appFolder);
+    connect(core->GetFileMonitor().GetWatcher(), &QFileSystemWatcher::fileChanged, this,
+            &CVxMainWindow::OnOpenedFileChangedOnDisk);
     m_helper->CreateFolder(m_helper->GetUserAppDataPath());
 
     CVxLocalize* loc = VX_GetLoc();
@@ -151,14 +162,17 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     if (loc->IsRightToLeft())
         for (QMenu* popup : {m_objectPopup, m_projectPopup, m_specialEditorPopup, m_newObjectPopup})
             popup->setLayoutDirection(Qt::RightToLeft);
+    BuildRecentMenu();
 
     CreateDocks();
     VxTrace("Init - after preparing toolbars and menus\n");
 
     setMinimumSize(600, 400);
     ApplyStoredGeometry();
+    FillSamplesMenu();
 
     core->InitProject();
+    OpenStartFile();
 
     if (options->m_lastOpenFolder.IsEmpty())
         options->m_lastOpenFolder = m_helper->GetUserDocsPath();
@@ -182,6 +196,7 @@ CVxMainWindow::~CVxMainWindow()
 {
     CVxAppCore* core = VX_GetCore();
     core->SetAppExiting();
+    CVxAutoSave::DeleteAutoSaveFile();
 
     CVxOptions* options = VX_GetOptions();
     options->m_lastVersion = 1034;
@@ -252,6 +267,7 @@ void CVxMainWindow::CreateMenus()
     for (int i = 0; i < MENU_COUNT; ++i)
         m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
 
+    CreateProjectMenu();
     CVxLocalize* loc = VX_GetLoc();
     const int toolbarTable = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
     QAction* exitAction = m_menus[MENU_PROJECT]->addAction(
@@ -392,6 +408,10 @@ void CVxMainWindow::showEvent(QShowEvent* event)
         return;
     m_firstShow = false;
     QTimer::singleShot(200, this, &CVxMainWindow::OnStartTimer);
+    m_autoSaveTimer = new QTimer(this);
+    connect(m_autoSaveTimer, &QTimer::timeout, this,
+            [this] { VX_GetAutoSave()->OnAutoSaveTimer(m_lastAutoSaveTick); });
+    m_autoSaveTimer->start(CVxAutoSave::timerPeriodMs);
 }
 
 void CVxMainWindow::OnStartTimer()
@@ -402,6 +422,7 @@ void CVxMainWindow::OnStartTimer()
         ApplyStoredGeometry();
 
     VxTrace("StartTimer - before checking for autosave\n");
+    CVxAutoSaveThumbDlg::CheckForAutoSave(this, true);
     VxTrace("StartTimer - after checking for autosave\n");
 
     const CVxOptions* options = VX_GetOptions();
@@ -449,6 +470,10 @@ void CVxMainWindow::ChooseLanguageAtFirstStart()
 
 void CVxMainWindow::closeEvent(QCloseEvent* event)
 {
+    if (!VX_GetCore()->AskToSaveModifiedProject()) {
+        event->ignore();
+        return;
+    }
     CVxOptions* options = VX_GetOptions();
     if (m_docks[DOCK_LIBRARY]->isVisible() || m_docks[DOCK_ALIGN]->isVisible())
         options->m_leftDockWidth = m_docks[DOCK_ALIGN]->width();
@@ -459,6 +484,11 @@ void CVxMainWindow::closeEvent(QCloseEvent* event)
 
 bool CVxMainWindow::eventFilter(QObject* watched, QEvent* event)
 {
+    if (event->type() == QEvent::FileOpen) {
+        auto* open = static_cast<QFileOpenEvent*>(event);
+        event->setAccepted(OpenFile(CVxStringW(open->file()), false));
+        return true;
+    }
     return QMainWindow::eventFilter(watched, event);
 }
 
@@ -472,4 +502,201 @@ void CVxMainWindow::changeEvent(QEvent* event)
     const bool dark = m_helper->IsGuiDarkMode();
     if (dark != m_darkScheme)
         InitDarkTheme(dark);
+}
+
+void CVxMainWindow::CreateProjectMenu()
+{
+    CVxLocalize* loc = VX_GetLoc();
+    const int table = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
+    auto text = [loc, table](int row, const wchar_t* english) {
+        return loc->LocalizeDlgString(table, row, english).ToQString();
+    };
+    QMenu* menu = m_menus[MENU_PROJECT];
+    QAction* action = menu->addAction(text(1, L"Start New Project"), this, &CVxMainWindow::StartNewProject);
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
+    action = menu->addAction(text(2, L"Open"), this, [this] { OpenFile(CVxStringW(), false); });
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
+    action = menu->addAction(text(5, L"Save"), this, &CVxMainWindow::DoProjectSave);
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
+    action = menu->addAction(text(6, L"Save As..."), this, &CVxMainWindow::DoProjectSaveAs);
+    action->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::Key_F12)});
+    menu->addAction(text(4, L"Revert to Saved"), this, &CVxMainWindow::RevertProjectToSaved);
+    menu->addSeparator();
+    // The three sample commands share one sub-menu; its title is theirs
+    // without the number.
+    QString samples = text(90, L"Samples1");
+    while (!samples.isEmpty() && (samples.back().isDigit() || samples.back().isSpace()))
+        samples.chop(1);
+    m_samplesMenu = menu->addMenu(samples);
+    m_recentSeparator = menu->addSeparator();
+    for (int i = 0; i < 4; ++i) {
+        m_recentActions[i] = menu->addAction(QString(), this, [this, i] { OpenRecentFile(i); });
+        m_recentActions[i]->setVisible(false);
+    }
+    menu->addSeparator();
+}
+
+void CVxMainWindow::FillSamplesMenu()
+{
+    if (!m_samplesMenu)
+        return;
+    m_samplesMenu->clear();
+    const QDir folder(VX_GetCore()->GetSamplesFolder().ToQString());
+    const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.pvp")}, QDir::Files, QDir::Name);
+    for (const QFileInfo& file : files) {
+        QAction* action =
+            m_samplesMenu->addAction(file.completeBaseName(), this, &CVxMainWindow::OnOpenSampleFileClicked);
+        action->setData(file.absoluteFilePath());
+    }
+    m_samplesMenu->menuAction()->setEnabled(!files.isEmpty());
+}
+
+void CVxMainWindow::BuildRecentMenu()
+{
+    bool any = false;
+    for (int i = 0; i < 4; ++i) {
+        if (!m_recentActions[i])
+            return;
+        const CVxStringW path = VX_GetCore()->GetRecentFile(i);
+        m_recentActions[i]->setVisible(!path.IsEmpty());
+        if (path.IsEmpty())
+            continue;
+        any = true;
+        m_recentActions[i]->setText(
+            QStringLiteral("&%1 %2").arg(i + 1).arg(QDir::toNativeSeparators(path.ToQString())));
+    }
+    if (m_recentSeparator)
+        m_recentSeparator->setVisible(any);
+}
+
+void CVxMainWindow::OpenStartFile()
+{
+    CVxAppCore* core = VX_GetCore();
+    const CVxOptions* options = VX_GetOptions();
+    CVxStringW file;
+    if (options->m_autoOpenLastProject) {
+        const CVxStringW recent = core->GetRecentFile(0);
+        if (!recent.IsEmpty() && m_helper->FileExists(recent))
+            file = recent;
+    }
+    if (!m_startedByInstaller && !m_commandLineFile.IsEmpty() && m_helper->FileExists(m_commandLineFile))
+        file = m_commandLineFile;
+    if (file.IsEmpty())
+        return;
+    VxTrace("Init - before opening recent file %s\n", VX_StringToUTF8(file).c_str());
+    OpenFile(file, true);
+}
+
+bool CVxMainWindow::OpenFile(const CVxStringW& path, bool atStart)
+{
+    const bool opened = VX_GetCore()->OpenFile(path, atStart);
+    if (opened)
+        m_lastAutoSaveTick = m_helper->GetTickCount();
+    return opened;
+}
+
+bool CVxMainWindow::OpenSampleFile(const CVxStringW& path)
+{
+    return OpenFile(path, false);
+}
+
+bool CVxMainWindow::OpenRecentFile(int index)
+{
+    const bool opened = VX_GetCore()->OpenRecentFile(index);
+    if (opened)
+        m_lastAutoSaveTick = m_helper->GetTickCount();
+    return opened;
+}
+
+bool CVxMainWindow::DoProjectSave()
+{
+    const bool saved = VX_GetCore()->DoProjectSave();
+    if (saved)
+        m_lastAutoSaveTick = m_helper->GetTickCount();
+    return saved;
+}
+
+bool CVxMainWindow::DoProjectSaveAs()
+{
+    const bool saved = VX_GetCore()->DoProjectSaveAs();
+    if (saved)
+        m_lastAutoSaveTick = m_helper->GetTickCount();
+    return saved;
+}
+
+void CVxMainWindow::RevertProjectToSaved()
+{
+    VX_GetCore()->RevertProjectToSaved();
+}
+
+void CVxMainWindow::StartNewProject()
+{
+    CVxAppCore* core = VX_GetCore();
+    if (!core->AskToSaveModifiedProject())
+        return;
+    // The dialogue that asks for size and unit comes with the new project
+    // wizard; until then a new project has the default room.
+    core->InitProject();
+    const CVxProject& defaults = core->GetProject();
+    core->StartNewProject(defaults.m_width, defaults.m_height, defaults.m_unit, false);
+    m_lastAutoSaveTick = m_helper->GetTickCount();
+}
+
+void CVxMainWindow::OnOpenSampleFileClicked()
+{
+    auto* action = qobject_cast<QAction*>(sender());
+    if (action)
+        OpenSampleFile(CVxStringW(action->data().toString()));
+}
+
+void CVxMainWindow::OnOpenedFileChangedOnDisk()
+{
+    // A file that another program replaces in steps may be unreadable for
+    // a moment.
+    if (VX_GetCore()->OnOpenedFileChangedOnDisk())
+        QTimer::singleShot(CVxAppCore::fileChangeRetryMs, this, &CVxMainWindow::OnOpenedFileChangedOnDisk);
+}
+
+void CVxMainWindow::OnShowMissingFilesDlg()
+{
+    // The dialogue where the user removes, keeps or replaces each missing
+    // file is still to come; until then the references are kept as they are
+    // and the log names them.
+    for (const CVxMissingFileInfo& info : VX_GetCore()->GetMissingFiles())
+        VxTrace("Missing project file %s\n", VX_StringToUTF8(info.filePath).c_str());
+}
+
+CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)
+{
+    if (!data || !data->hasUrls())
+        return CVxStringW();
+    for (const QUrl& url : data->urls()) {
+        if (!url.isLocalFile())
+            continue;
+        const QString path = url.toLocalFile();
+        if (path.endsWith(QStringLiteral(".pvp"), Qt::CaseInsensitive))
+            return CVxStringW(path);
+    }
+    return CVxStringW();
+}
+
+void CVxMainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!GetDroppedProjectFile(event->mimeData()).IsEmpty())
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void CVxMainWindow::dropEvent(QDropEvent* event)
+{
+    const CVxStringW path = GetDroppedProjectFile(event->mimeData());
+    if (path.IsEmpty()) {
+        event->ignore();
+        return;
+    }
+    event->acceptProposedAction();
+    // The source of the drag waits until the drop returns; the question
+    // about the modified project must not hold it.
+    QTimer::singleShot(0, this, [this, path] { OpenFile(path, false); });
 }

@@ -11,7 +11,11 @@ class CVxAppHelperQt;
 class CVxMainRenderArea;
 class CVxMainScrollArea;
 class CVxMainStatusBar;
+class QAction;
 class QDockWidget;
+class QDragEnterEvent;
+class QDropEvent;
+class QMimeData;
 class QMenu;
 class QTimer;
 class QToolBar;
@@ -68,20 +72,43 @@ public:
     void AutoSizeWindow();
     void InitDarkTheme(bool dark);
 
+    // The project as a document; the core does the work and asks through
+    // the host.
+    bool OpenFile(const CVxStringW& path, bool atStart);
+    bool OpenSampleFile(const CVxStringW& path);
+    bool OpenRecentFile(int index);
+    bool DoProjectSave();
+    bool DoProjectSaveAs();
+    void RevertProjectToSaved();
+    void StartNewProject();
+    // The recent files in the Project menu, from the settings.
+    void BuildRecentMenu();
+    QMenu* GetSamplesMenu() const { return m_samplesMenu; }
+
 public slots:
     void OnStartTimer();
+    void OnOpenedFileChangedOnDisk();
+    void OnShowMissingFilesDlg();
+    void OnOpenSampleFileClicked();
 
 protected:
     void showEvent(QShowEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void changeEvent(QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void ParseCommandLine(const QStringList& arguments, CVxStringW& appFolder);
     void ApplyStoredGeometry();
     void CreateMenus();
     void CreateDocks();
+    void CreateProjectMenu();
+    void FillSamplesMenu();
+    void OpenStartFile();
+    // The first project file among dropped ones, or empty.
+    static CVxStringW GetDroppedProjectFile(const QMimeData* data);
     void ChooseLanguageAtFirstStart();
 
     static CVxMainWindow* s_instance;
@@ -99,10 +126,14 @@ private:
     QMenu* m_specialEditorPopup = nullptr;
     QMenu* m_newObjectPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
+    QMenu* m_samplesMenu = nullptr;
+    QAction* m_recentActions[4] = {};
+    QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;
     bool m_firstStart = false;
     bool m_startedByInstaller = false;
     int64_t m_lastAutoSaveTick = 0;
+    QTimer* m_autoSaveTimer = nullptr;
     bool m_firstShow = true;
     bool m_darkScheme = false;
     bool m_blockSchemeChanges = true;

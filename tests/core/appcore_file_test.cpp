@@ -1,0 +1,293 @@
+// The project as a document: open, save, revert, the recent list, samples,
+// and the watch over the open file, on a headless host that answers the
+// questions from a script.
+
+#include "CVxAppCore.h"
+#include "CVxAppHelperHeadless.h"
+#include "CVxOptions.h"
+#include "VxContainerTestUtil.h"
+#include "VxTestEnv.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gtest/gtest.h>
+
+#include <deque>
+
+namespace {
+
+class CVxScriptedHost : public CVxAppHelperHeadless
+{
+public:
+    CVxScriptedHost() : CVxAppHelperHeadless(VxTestTempFolder() + L"appdata/", VxTestTempFolder() + L"docs/")
+    {
+    }
+
+    int MsgBox(const CVxStringW& text, const CVxStringW& /*caption*/, unsigned flags, void* /*parent*/,
+               EVxMsgButton /*defaultButton*/, EVxMsgButton /*escapeButton*/) override
+    {
+        texts.push_back(text);
+        lastFlags = flags;
+        if (answers.empty())
+            return VX_MBR_OTHER;
+        const int answer = answers.front();
+        answers.pop_front();
+        return answer;
+    }
+    CVxStringW GetSaveProjectFileName(const CVxStringW& /*title*/, const CVxStringW& filter,
+                                      const CVxStringW& /*suggested*/) override
+    {
+        lastFilter = filter;
+        return savePath;
+    }
+
+    std::deque<int> answers;
+    std::vector<CVxStringW> texts;
+    unsigned lastFlags = 0;
+    CVxStringW savePath;
+    CVxStringW lastFilter;
+};
+
+QByteArray ReadAll(const CVxStringW& path)
+{
+    QFile file(path.ToQString());
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void WriteAll(const CVxStringW& path, const QByteArray& bytes)
+{
+    QFile file(path.ToQString());
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes);
+}
+
+} // namespace
+
+class AppCoreFile : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        m_previous = VX_GetAppHelper();
+        VX_SetAppHelperCallback(&m_host);
+        m_folder = VxTestTempFolder() + L"projects/";
+        QDir(m_folder.ToQString()).removeRecursively();
+        QDir().mkpath(m_folder.ToQString());
+        core = VX_GetCore();
+        core->SetProjectPath(CVxStringW());
+        core->InitProject();
+    }
+    void TearDown() override
+    {
+        core->GetFileMonitor().StopMonitoring();
+        core->SetProjectPath(CVxStringW());
+        core->SetAppFolder(CVxStringW());
+        core->InitProject();
+        VX_GetOptions()->ResetToDefaults();
+        VX_SetAppHelperCallback(m_previous);
+    }
+    // A saved project of the given width, named and unmodified.
+    CVxStringW SaveProject(const wchar_t* name, double width)
+    {
+        core->GetProject().m_width = width;
+        m_host.savePath = m_folder + name;
+        EXPECT_TRUE(core->DoProjectSaveAs());
+        return m_host.savePath;
+    }
+
+    CVxScriptedHost m_host;
+    IVxAppHelperCallback* m_previous = nullptr;
+    CVxStringW m_folder;
+    CVxAppCore* core = nullptr;
+};
+
+TEST_F(AppCoreFile, SaveAsNamesTheProjectAndWritesAContainerWithThumbnail)
+{
+    EXPECT_TRUE(core->ShouldEnableSaveProject());
+    const CVxStringW path = SaveProject(L"flat.pvp", 640);
+    EXPECT_EQ(core->GetProjectPath(), path);
+    EXPECT_FALSE(core->GetProject().IsModified());
+    EXPECT_FALSE(core->ShouldEnableSaveProject());
+    EXPECT_EQ(m_host.lastFilter, CVxStringW(L"Plaveno projects (*.pvp)"));
+    EXPECT_EQ(core->GetRecentFile(0), path);
+    const QByteArray bytes = ReadAll(path);
+    EXPECT_TRUE(bytes.contains("vx_projt.png"));
+    // Nothing is left of the temporary files.
+    EXPECT_TRUE(QDir(m_folder.ToQString()).entryList(QDir::Files) == QStringList{QStringLiteral("flat.pvp")});
+}
+
+TEST_F(AppCoreFile, CancelledSaveAsKeepsTheProjectUnnamed)
+{
+    m_host.savePath = CVxStringW();
+    core->GetProject().m_modified = true;
+    EXPECT_FALSE(core->DoProjectSaveAs());
+    EXPECT_TRUE(core->GetProjectPath().IsEmpty());
+    EXPECT_TRUE(core->GetProject().IsModified());
+}
+
+TEST_F(AppCoreFile, FailedSaveKeepsNameFlagAndOldFile)
+{
+    const CVxStringW path = SaveProject(L"kept.pvp", 640);
+    const QByteArray before = ReadAll(path);
+    core->GetProject().m_width = 700;
+    core->GetProject().m_modified = true;
+    m_host.savePath = m_folder + L"no/such/folder/x.pvp";
+    EXPECT_FALSE(core->DoProjectSaveAs());
+    EXPECT_EQ(core->GetProjectPath(), path);
+    EXPECT_TRUE(core->GetProject().IsModified());
+    ASSERT_EQ(m_host.texts.size(), 1u);
+    EXPECT_EQ(m_host.texts[0],
+              CVxStringW(L"Saving of project failed. Try selecting another file or folder."));
+    EXPECT_EQ(ReadAll(path), before);
+    EXPECT_TRUE(core->GetFileMonitor().IsActive());
+}
+
+TEST_F(AppCoreFile, OpenReadsTheFileAndRevertDropsChanges)
+{
+    const CVxStringW path = SaveProject(L"a.pvp", 640);
+    core->SetProjectPath(CVxStringW());
+    core->InitProject();
+    EXPECT_TRUE(core->OpenFile(path, false));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 640);
+    EXPECT_EQ(core->GetProjectPath(), path);
+    EXPECT_TRUE(m_host.texts.empty());
+
+    core->GetProject().m_width = 900;
+    core->GetProject().m_modified = true;
+    m_host.answers = {VX_MBR_NO};
+    core->RevertProjectToSaved();
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 900);
+    m_host.answers = {VX_MBR_YES};
+    core->RevertProjectToSaved();
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 640);
+    EXPECT_FALSE(core->GetProject().IsModified());
+    EXPECT_EQ(m_host.texts.size(), 2u);
+}
+
+TEST_F(AppCoreFile, CancelOnTheSaveQuestionLeavesTheProjectAlone)
+{
+    const CVxStringW other = SaveProject(L"other.pvp", 640);
+    core->SetProjectPath(CVxStringW());
+    core->GetProject().m_width = 555;
+    core->GetProject().m_modified = true;
+    m_host.answers = {VX_MBR_CANCEL};
+    EXPECT_FALSE(core->OpenFile(other, false));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 555);
+    EXPECT_TRUE(core->GetProject().IsModified());
+    EXPECT_EQ(m_host.lastFlags, 6658u);
+    // "Don't save" goes on and opens.
+    m_host.answers = {VX_MBR_NO};
+    EXPECT_TRUE(core->OpenFile(other, false));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 640);
+}
+
+TEST_F(AppCoreFile, MissingOrForeignFilesDoNotOpen)
+{
+    core->GetProject().m_width = 555;
+    EXPECT_FALSE(core->OpenFile(m_folder + L"picture.png", false));
+    EXPECT_TRUE(m_host.texts.empty());
+    EXPECT_FALSE(core->OpenFile(m_folder + L"gone.pvp", false));
+    ASSERT_EQ(m_host.texts.size(), 1u);
+    EXPECT_TRUE(m_host.texts[0].StartsWith(CVxStringW(L"The file doesn't exist")));
+    // A damaged container: the project stays as it was.
+    WriteAll(m_folder + L"broken.pvp", QByteArray::fromStdString(VxContainerHead()) + "\x01\x02garbage");
+    EXPECT_FALSE(core->OpenFile(m_folder + L"broken.pvp", false));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 555);
+    ASSERT_EQ(m_host.texts.size(), 2u);
+    EXPECT_TRUE(m_host.texts[1].StartsWith(CVxStringW(L"Cannot open file\n")));
+}
+
+TEST_F(AppCoreFile, RecentListKeepsTheNewestFirstWithoutDoubles)
+{
+    for (const wchar_t* name : {L"/a.pvp", L"/b.pvp", L"/c.pvp", L"/d.pvp", L"/e.pvp"})
+        core->AddToRecentFiles(CVxStringW(name));
+    const CVxStringW* recent = VX_GetOptions()->m_recent;
+    EXPECT_EQ(recent[0], L"/e.pvp");
+    EXPECT_EQ(recent[3], L"/b.pvp");
+    core->AddToRecentFiles(CVxStringW(L"/C.PVP"));
+    EXPECT_EQ(recent[0], L"/C.PVP");
+    EXPECT_EQ(recent[1], L"/e.pvp");
+    EXPECT_EQ(recent[2], L"/d.pvp");
+    EXPECT_EQ(recent[3], L"/b.pvp");
+    core->RemoveRecentFile(1);
+    EXPECT_EQ(recent[1], L"/d.pvp");
+    EXPECT_EQ(recent[2], L"/b.pvp");
+    EXPECT_TRUE(recent[3].IsEmpty());
+    // An entry that doesn't open leaves the list.
+    EXPECT_FALSE(core->OpenRecentFile(0));
+    EXPECT_EQ(recent[0], L"/d.pvp");
+}
+
+TEST_F(AppCoreFile, SampleOpensUntitledAndIsRememberedByMacro)
+{
+    const CVxStringW app = VxTestTempFolder() + L"app/";
+    QDir().mkpath((app + L"samples").ToQString());
+    core->SetAppFolder(app);
+    core->GetProject().m_width = 321;
+    ASSERT_TRUE(core->SaveMainProjectToFile(app + L"samples/Sample.pvp"));
+    core->InitProject();
+    EXPECT_TRUE(core->OpenFile(app + L"samples/Sample.pvp", false));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 321);
+    EXPECT_TRUE(core->GetProjectPath().IsEmpty());
+    EXPECT_FALSE(core->GetFileMonitor().IsActive());
+    EXPECT_EQ(VX_GetOptions()->m_recent[0], L"$SAMPLE$/Sample.pvp");
+    EXPECT_EQ(core->GetRecentFile(0), app + L"samples/Sample.pvp");
+    // The documents macro of older lists still expands.
+    EXPECT_EQ(core->ExpandPathMacros(CVxStringW(L"$DOCS$/x.pvp")), VxTestTempFolder() + L"docs/x.pvp");
+}
+
+TEST_F(AppCoreFile, MonitorHashesTheWholeFile)
+{
+    const CVxStringW path = m_folder + L"watched.pvp";
+    WriteAll(path, QByteArray("walls"));
+    const CVxStringW hash = CVxFileChangeMonitor::GetFileHash(path);
+    // SHA3-512 of "walls", in lower-case hexadecimal.
+    EXPECT_EQ(hash.GetLength(), 128);
+    EXPECT_EQ(hash.ToQString(), hash.ToQString().toLower());
+    EXPECT_NE(hash, CVxFileChangeMonitor::GetFileHash(m_folder + L"x"));
+    EXPECT_TRUE(CVxFileChangeMonitor::GetFileHash(m_folder + L"x").IsEmpty());
+
+    CVxFileChangeMonitor monitor;
+    EXPECT_FALSE(monitor.StartMonitoring(CVxStringW(L"nofolder.pvp")));
+    EXPECT_TRUE(monitor.StartMonitoring(path));
+    EXPECT_TRUE(monitor.GetWatcher()->files().contains(path.ToQString()));
+    WriteAll(path, QByteArray("walls"));
+    EXPECT_TRUE(monitor.IsMonitoringHashIdentical(path));
+    WriteAll(path, QByteArray("rooms"));
+    EXPECT_FALSE(monitor.IsMonitoringHashIdentical(path));
+    monitor.StopMonitoring();
+    EXPECT_FALSE(monitor.IsActive());
+    EXPECT_TRUE(monitor.GetWatcher()->files().isEmpty());
+}
+
+TEST_F(AppCoreFile, ChangedFileOnDiskAsksOnlyForRealChanges)
+{
+    const CVxStringW path = SaveProject(L"shared.pvp", 640);
+    const QByteArray bytes = ReadAll(path);
+    // Rewritten with the same bytes: no question.
+    WriteAll(path, bytes);
+    EXPECT_FALSE(core->OnOpenedFileChangedOnDisk());
+    EXPECT_TRUE(m_host.texts.empty());
+    // Away for a moment: try again later.
+    QFile::rename(path.ToQString(), (path + L".away").ToQString());
+    EXPECT_TRUE(core->OnOpenedFileChangedOnDisk());
+    QFile::rename((path + L".away").ToQString(), path.ToQString());
+    // Changed by another program: the user is asked; No keeps watching.
+    core->GetProject().m_width = 800;
+    ASSERT_TRUE(core->SaveMainProjectToFile(m_folder + L"newer.pvp"));
+    QFile::remove(path.ToQString());
+    QFile::copy((m_folder + L"newer.pvp").ToQString(), path.ToQString());
+    core->GetProject().m_width = 640;
+    m_host.answers = {VX_MBR_NO};
+    EXPECT_FALSE(core->OnOpenedFileChangedOnDisk());
+    ASSERT_EQ(m_host.texts.size(), 1u);
+    EXPECT_TRUE(m_host.texts[0].EndsWith(CVxStringW(L"\n\nshared.pvp")));
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 640);
+    EXPECT_TRUE(core->GetFileMonitor().IsActive());
+    // Yes reloads.
+    WriteAll(path, ReadAll(m_folder + L"newer.pvp") + QByteArray("\r\n"));
+    m_host.answers = {VX_MBR_YES};
+    core->OnOpenedFileChangedOnDisk();
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 800);
+}
