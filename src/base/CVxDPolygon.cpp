@@ -592,49 +592,12 @@ CVxDPolygon::EPlace CVxDPolygon::PlacePoint(const CVxDPoint& point, double maxDi
     // in one pass over the edges, each edge with the same filters as there.
     const double magnitude = std::max(std::max(std::fabs(bounds.left), std::fabs(bounds.right)),
                                       std::max(std::fabs(bounds.top), std::fabs(bounds.bottom)));
-    const double reach =
-        maxDist + RoundingSlack(2 * std::max(magnitude, std::fabs(point.x) + std::fabs(point.y)));
-    int best = -1;
-    double bestDist = 0;
-    bool vertex = false;
-
-    const bool ray = bounds.PtInRect(point);
-    const CVxDPoint far(bounds.right + 50, point.y);
-    const double slack = RoundingSlack(magnitude);
-    const double low = point.y + EPS * (bounds.bottom - bounds.top) + slack;
-    const double high = point.y - EPS * (bounds.bottom - bounds.top) - slack;
-    const double left = point.x - EPS * (far.x - point.x + bounds.right - bounds.left) - slack;
-    int crossings = 0;
-
-    // Twice the widest of the margins in y: an edge beyond it is skipped by
-    // every one of the filters, whatever their rounding.
-    const double band = 2 * std::max(std::max(reach, EPS * (bounds.bottom - bounds.top) + slack), 2 * EPS);
-    for (int i = 0; i < n; ++i) {
-        const CVxDPoint& p1 = points[static_cast<size_t>(i)];
-        const CVxDPoint& p2 = points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)];
-        const double minY = std::min(p1.y, p2.y);
-        const double maxY = std::max(p1.y, p2.y);
-        if (point.y < minY - band || point.y > maxY + band)
-            continue;
-        if (p1 == point)
-            vertex = true;
-        if (!(point.x < std::min(p1.x, p2.x) - reach || point.x > std::max(p1.x, p2.x) + reach ||
-              point.y < minY - reach || point.y > maxY + reach)) {
-            double t = -1;
-            const double dist = DblGetDistFromLine(p1, p2, point, &t);
-            if (t > 0 && t < 1 && dist <= maxDist && (best < 0 || dist < bestDist)) {
-                best = i;
-                bestDist = dist;
-            }
-        }
-        if (!ray || low < minY || high > maxY || std::max(p1.x, p2.x) < left)
-            continue;
-        if (RayCrossesEdge(point, far, p1, p2))
-            ++crossings;
-    }
-    if (best >= 0 || vertex)
+    vx_polygon::CVxPlaceProbe probe(point, maxDist, bounds, magnitude);
+    for (int i = 0; i < n; ++i)
+        probe.Edge(points[static_cast<size_t>(i)], points[static_cast<size_t>(i + 1 < n ? i + 1 : 0)]);
+    if (probe.On())
         return PLACE_ON;
-    return (crossings % 2) == 1 ? PLACE_INSIDE : PLACE_OUTSIDE;
+    return (probe.Crossings() % 2) == 1 ? PLACE_INSIDE : PLACE_OUTSIDE;
 }
 
 CVxDPoint CVxDPolygon::GetPointOnLine(int edge, double t, bool open) const

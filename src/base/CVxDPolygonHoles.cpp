@@ -485,6 +485,7 @@ namespace {
 // intersection tests finite and well clear of overflow.
 constexpr double kLargestFastCoordinate = 1e9;
 
+using vx_polygon::CVxPlaceProbe;
 using vx_polygon::RayCrossesEdge;
 using vx_polygon::RoundingSlack;
 
@@ -961,45 +962,14 @@ private:
             return false;
 
         const double magnitude = Magnitude(bounds);
-        const double reach =
-            maxDist + RoundingSlack(2 * std::max(magnitude, std::fabs(point.x) + std::fabs(point.y)));
-        const bool ray = bounds.PtInRect(point);
-        const CVxDPoint far(bounds.right + 50, point.y);
-        const double slack = RoundingSlack(magnitude);
-        const double low = point.y + EPS * (bounds.bottom - bounds.top) + slack;
-        const double high = point.y - EPS * (bounds.bottom - bounds.top) - slack;
-        const double left = point.x - EPS * (far.x - point.x + bounds.right - bounds.left) - slack;
-        const double band =
-            2 * std::max(std::max(reach, EPS * (bounds.bottom - bounds.top) + slack), 2 * EPS);
-        bool on = false;
-        int crossings = parity;
-        const double margin = 2 * band + RoundingSlack(magnitude);
-        auto test = [&](const Edge& edge) {
-            const CVxDPoint& p1 = edge.p1;
-            const CVxDPoint& p2 = edge.p2;
-            const double minY = std::min(p1.y, p2.y);
-            const double maxY = std::max(p1.y, p2.y);
-            if (point.y < minY - band || point.y > maxY + band)
-                return;
-            if (p1 == point)
-                on = true;
-            if (!(point.x < std::min(p1.x, p2.x) - reach || point.x > std::max(p1.x, p2.x) + reach ||
-                  point.y < minY - reach || point.y > maxY + reach)) {
-                double t = -1;
-                const double dist = DblGetDistFromLine(p1, p2, point, &t);
-                if (t > 0 && t < 1 && dist <= maxDist)
-                    on = true;
-            }
-            // A level edge is parallel to the ray: DblFindInter finds nothing.
-            if (!ray || low < minY || high > maxY || std::max(p1.x, p2.x) < left || p1.y == p2.y)
-                return;
-            if (RayCrossesEdge(point, far, p1, p2))
-                ++crossings;
-        };
+        CVxPlaceProbe probe(point, maxDist, bounds, magnitude);
+        probe.AddCrossings(parity);
+        const double margin = 2 * probe.Band() + RoundingSlack(magnitude);
+        auto test = [&](const Edge& edge) { probe.Edge(edge.p1, edge.p2); };
         VisitEdges(m_yEdges, point.y - margin, point.y + margin, test);
-        VisitAxisEdges(std::min(left, point.x - margin), point.y - margin, bounds.right, point.y + margin,
-                       test);
-        return !on && (crossings % 2) == 1;
+        VisitAxisEdges(std::min(probe.Left(), point.x - margin), point.y - margin, bounds.right,
+                       point.y + margin, test);
+        return !probe.On() && (probe.Crossings() % 2) == 1;
     }
 
     // Whether an edge of the outline and one of the hole meet as the
