@@ -9,6 +9,7 @@
 #include "CVxProject.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
+#include "VxDrawFlags.h"
 #include "VxIntGeometry.h"
 
 #include <list>
@@ -74,14 +75,14 @@ public:
 
     // The draw flags that the settings and the view mode ask for.
     int GetPartDrawFlagsFromOptions() const;
-    // Draw flags.
-    static constexpr int drawCaptions = 1;
-    static constexpr int drawHandles = 8;
-    static constexpr int drawFloorTextures = 16;
-    static constexpr int drawGrid = 32;
-    static constexpr int drawGridLabels = 64;
-    static constexpr int drawBlackWhite = 128;
-    static constexpr int drawNoGround = 0x200;
+    // Draw flags, as the shared set names them.
+    static constexpr int drawCaptions = VX_DRAW_CAPTIONS;
+    static constexpr int drawHandles = VX_DRAW_HANDLES;
+    static constexpr int drawFloorTextures = VX_DRAW_FLOOR_TEXTURES;
+    static constexpr int drawGrid = VX_DRAW_GRID;
+    static constexpr int drawGridLabels = VX_DRAW_GRID_LABELS;
+    static constexpr int drawBlackWhite = VX_DRAW_BLACK_WHITE;
+    static constexpr int drawNoGround = VX_DRAW_NO_GROUND;
 
     // The long window title; shortTitle gets the short one.
     CVxStringW GetMainWndCaption(CVxStringW& shortTitle) const;

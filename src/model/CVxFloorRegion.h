@@ -10,6 +10,7 @@
 #include "CVxDecorativeMolding.h"
 #include "CVxFloorPlanDef.h"
 #include "CVxStringW.h"
+#include "VxDrawFlags.h"
 #include "VxIntGeometry.h"
 
 #include <cstdint>
@@ -36,8 +37,8 @@ public:
         POLY_WITHOUT_HOLES = 2
     };
     // Flags of DrawToHdc.
-    static constexpr int drawTextures = 16;
-    static constexpr int drawMonochrome = 128;
+    static constexpr int drawTextures = VX_DRAW_FLOOR_TEXTURES;
+    static constexpr int drawMonochrome = VX_DRAW_BLACK_WHITE;
 
     CVxFloorRegion();
     CVxFloorRegion(const CVxFloorRegion& other);

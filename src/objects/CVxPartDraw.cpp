@@ -9,6 +9,7 @@
 #include "CVxStringTokenizer.h"
 #include "IVxAppHelperCallback.h"
 #include "VxAngle.h"
+#include "VxDrawFlags.h"
 #include "VxGMDraw.h"
 #include "VxPartDrawShapes.h"
 #include "VxPointInRect.h"
@@ -27,13 +28,6 @@ constexpr int kMarkerSize = 68;
 // Fill colours that a surface shows when its transparency is full: the
 // plan never lets an object vanish.
 constexpr double kTransparencyReach = 0.7;
-
-// Draw flags of the plan.
-constexpr int kFlagCaptions = 1;
-constexpr int kFlagOutlinePass = 2;
-constexpr int kFlagMarkers = 4;
-constexpr int kFlagBlackWhite = 128;
-constexpr int kFlagNoCaptions = 0x100;
 
 bool IsReservedMark(double value)
 {
@@ -269,7 +263,7 @@ void CVxPart::DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, d
     const int oldBkMode = dc->GetBkMode();
     const bool setKeep = type != ptComplexObject;
     const bool oldKeep = setKeep ? dc->SetKeepSameAlpha(true) : dc->GetKeepSameAlpha();
-    const bool outlinePass = (flags & kFlagOutlinePass) != 0;
+    const bool outlinePass = (flags & VX_DRAW_OUTLINE_PASS) != 0;
 
     auto restore = [&]() {
         if (setKeep)
@@ -284,14 +278,14 @@ void CVxPart::DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, d
 
     if (outlinePass) {
         DrawPart(dc, floor, units, originX, originY, zoom, flags, layerTransparency, scale, -1);
-        if (type == ptLabel && VX_IsColorOff(textColor) && (flags & kFlagMarkers) == 0) {
+        if (type == ptLabel && VX_IsColorOff(textColor) && (flags & VX_DRAW_MARKERS) == 0) {
             restore();
             return;
         }
     } else {
         unsigned line = lineColor;
         unsigned fill = GetFillColor();
-        if ((flags & kFlagBlackWhite) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey) {
+        if ((flags & VX_DRAW_BLACK_WHITE) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey) {
             const unsigned paper = (type == ptCompass || type == ptEntrTriangle) ? 0u : 0xFFFFFFu;
             line = VX_IsColorOff(line) ? VX_ColorSwitchOff(0) : 0u;
             fill = VX_IsColorOff(fill) ? VX_ColorSwitchOff(paper) : paper;
@@ -325,7 +319,7 @@ void CVxPart::DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, d
     }
 
     const bool textOff = VX_IsColorOff(textColor);
-    if ((!textOff || type == ptLabel) && (flags & kFlagNoCaptions) == 0 && !caption.IsEmpty()) {
+    if ((!textOff || type == ptLabel) && (flags & VX_DRAW_NO_CAPTIONS) == 0 && !caption.IsEmpty()) {
         VxRECT box;
         GetCachedBoundingRect(&box, static_cast<int>(std::lround(originX)),
                               static_cast<int>(std::lround(originY)), zoom);
@@ -333,11 +327,11 @@ void CVxPart::DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, d
             DrawCaptionHook(*this, dc, captionLabel, box, units, zoom);
         else if (type == ptMeasLine)
             DrawCaptionHook(*this, dc, captionMeasLine, box, units, zoom);
-        else if ((flags & kFlagCaptions) != 0 && type != ptQRCode && type != ptEnergyLabel)
+        else if ((flags & VX_DRAW_CAPTIONS) != 0 && type != ptQRCode && type != ptEnergyLabel)
             DrawCaptionHook(*this, dc, captionObject, box, units, zoom);
     }
 
-    if ((flags & kFlagMarkers) != 0 && (!fileLink.IsEmpty() || !soundClip.IsEmpty())) {
+    if ((flags & VX_DRAW_MARKERS) != 0 && (!fileLink.IsEmpty() || !soundClip.IsEmpty())) {
         VxRECT box;
         GetCachedBoundingRect(&box, static_cast<int>(std::lround(originX)),
                               static_cast<int>(std::lround(originY)), zoom);
@@ -370,7 +364,8 @@ void CVxPart::DrawPart(CVxDC* dc, CVxFloor* floor, int units, double originX, do
             const double my = member.y;
             const double ox = ((c * mx - s * my - mx) * f + x) * zoom + originX;
             const double oy = ((c * my + s * mx - my) * f + y) * zoom + originY;
-            member.DrawToHdc(dc, floor, units, ox, oy, zoom * f, flags & ~kFlagCaptions, transparency, scale);
+            member.DrawToHdc(dc, floor, units, ox, oy, zoom * f, flags & ~VX_DRAW_CAPTIONS, transparency,
+                             scale);
             member.rotation = oldRotation;
             member.zHeight = oldZHeight;
             member.InvalidateCache();
@@ -378,7 +373,7 @@ void CVxPart::DrawPart(CVxDC* dc, CVxFloor* floor, int units, double originX, do
         return;
     }
 
-    if ((flags & kFlagOutlinePass) == 0 && type == ptLibraryObject && libObjID != 0 &&
+    if ((flags & VX_DRAW_OUTLINE_PASS) == 0 && type == ptLibraryObject && libObjID != 0 &&
         LibDrawPart(dc, libObjID, units, static_cast<int>(std::lround(originX)),
                     static_cast<int>(std::lround(originY)), zoom, flags))
         return;
@@ -433,13 +428,13 @@ void CVxPart::DrawPart(CVxDC* dc, CVxFloor* floor, int units, double originX, do
         break;
     }
     case ptDoor:
-        if ((flags & kFlagOutlinePass) != 0)
+        if ((flags & VX_DRAW_OUTLINE_PASS) != 0)
             dc->Polygon(c, 4);
         else
             VxDrawDoorSymbol(*this, dc, floor, units, c, originX, originY, zoom);
         break;
     case ptWindow:
-        if ((flags & kFlagOutlinePass) == 0)
+        if ((flags & VX_DRAW_OUTLINE_PASS) == 0)
             VxDrawWindowSymbol(*this, dc, floor, c);
         break;
     case ptArrow:
@@ -510,7 +505,7 @@ void CVxPart::DrawPart(CVxDC* dc, CVxFloor* floor, int units, double originX, do
         dc->Polygon(c, 4);
         dc->SelectOldBrush();
         for (CVxPart& cell : subParts)
-            cell.DrawToHdc(dc, floor, units, originX, originY, zoom, flags & ~kFlagCaptions, transparency,
+            cell.DrawToHdc(dc, floor, units, originX, originY, zoom, flags & ~VX_DRAW_CAPTIONS, transparency,
                            scale);
         break;
     }
@@ -599,7 +594,7 @@ bool CVxPart::LibDrawPartSide(CVxDC* dc, int libId, int side, int units, double 
             return false;
         std::copy(cached, cached + 4, c);
     }
-    const bool grey = (flags & kFlagBlackWhite) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey;
+    const bool grey = (flags & VX_DRAW_BLACK_WHITE) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey;
     const bool front = frontColorEnable && !grey;
     if (LibDrawPartSide_low(dc, libId, static_cast<EVxObjSide>(ownSide), c, front, false))
         return true;

@@ -6,6 +6,7 @@
 #include "CVxPart.h"
 
 #include "CVxPartPayload.h"
+#include "VxDrawFlags.h"
 #include "VxGMDraw.h"
 #include "VxPointInRect.h"
 
@@ -291,8 +292,8 @@ bool CVxPart::LibDrawPart(CVxDC* dc, int libId, int units, int originX, int orig
     if (!dc)
         return false;
     // Paper in black and white shows no front surfaces.
-    const bool front =
-        frontColorEnable && !((flags & 128) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey);
+    const bool front = frontColorEnable &&
+                       !((flags & VX_DRAW_BLACK_WHITE) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey);
     CVxDPoint points[4];
     VxPOINT* corners = const_cast<VxPOINT*>(GetCachedRect(originX, originY, zoom, points));
     if (!corners)
