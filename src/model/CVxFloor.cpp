@@ -501,7 +501,6 @@ void CVxFloor::MoveAllObjects(double dx, double dy, double dz, const CVxProject*
     m_annotations.Move(dx, dy);
     plan.Move(dx, dy, dz);
     m_planDef = plan.Save();
-    m_walls.RebuildWalls();
 }
 
 void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefaults, bool keepObjectSizes,
@@ -517,7 +516,6 @@ void CVxFloor::ScaleAllObjects(double sx, double sy, double sz, bool keepDefault
     m_annotations.Scale(sx, sy);
     plan.Scale(sx, sy, sz);
     m_planDef = plan.Save();
-    m_walls.RebuildWalls();
     if (!keepDefaults) {
         m_defWallThickness *= sx;
         m_defWallHeight *= sz;
@@ -549,7 +547,6 @@ void CVxFloor::RotateAllObjects(int degrees, const CVxProject* project)
     m_annotations.Rotate(degrees);
     plan.Rotate(degrees, false);
     m_planDef = plan.Save();
-    m_walls.RebuildWalls();
 }
 
 void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
@@ -567,7 +564,6 @@ void CVxFloor::MirrorAllObjects(bool vertical, const CVxProject* project)
     for (CVxFloorRegion& region : plan.outerRegions)
         region.ReverseBoundary();
     m_planDef = plan.Save();
-    m_walls.RebuildWalls();
     if (vertical)
         m_localCoords.Scale(1, -1, project);
     else
