@@ -166,6 +166,8 @@ public:
 
 private:
     void AfterTransform();
+    // The floor whose local coordinates apply, null when none do.
+    const CVxFloor* LocalCoordsFloor() const;
     void DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
                        int flags);
     void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);

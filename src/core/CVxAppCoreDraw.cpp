@@ -370,12 +370,19 @@ bool CVxAppCore::DrawProjectThumb(CVxDC* dc, CVxProject& project, int width, int
     return true;
 }
 
+const CVxFloor* CVxAppCore::LocalCoordsFloor() const
+{
+    if (!m_showLocalCoords || m_project.m_floors.empty())
+        return nullptr;
+    const int current = m_project.m_currentFloor;
+    return m_project
+        .m_floors[current >= 0 && current < m_project.GetFloorCount() ? static_cast<size_t>(current) : 0];
+}
+
 void CVxAppCore::TranslateCoordImageToLocal(double& x, double& y) const
 {
-    const CVxFloor* floor = m_project.m_floors.empty() ? nullptr : m_project.m_floors.front();
-    if (m_project.m_currentFloor >= 0 && m_project.m_currentFloor < m_project.GetFloorCount())
-        floor = m_project.m_floors[static_cast<size_t>(m_project.m_currentFloor)];
-    if (m_showLocalCoords && floor)
+    const CVxFloor* floor = LocalCoordsFloor();
+    if (floor)
         floor->m_localCoords.SubtractFrom(x, y);
     if (m_absoluteCoords)
         return;
@@ -389,9 +396,7 @@ void CVxAppCore::TranslateCoordImageToLocal(double& x, double& y) const
 
 void CVxAppCore::TranslateCoordLocalToImage(double& x, double& y) const
 {
-    const CVxFloor* floor = m_project.m_floors.empty() ? nullptr : m_project.m_floors.front();
-    if (m_project.m_currentFloor >= 0 && m_project.m_currentFloor < m_project.GetFloorCount())
-        floor = m_project.m_floors[static_cast<size_t>(m_project.m_currentFloor)];
+    const CVxFloor* floor = LocalCoordsFloor();
     if (!m_absoluteCoords) {
         x -= m_localOriginX;
         y -= m_localOriginY;
@@ -400,6 +405,6 @@ void CVxAppCore::TranslateCoordLocalToImage(double& x, double& y) const
         if (m_localOriginSignY < 0)
             y = m_project.m_height - y;
     }
-    if (m_showLocalCoords && floor)
+    if (floor)
         floor->m_localCoords.AddTo(x, y);
 }
