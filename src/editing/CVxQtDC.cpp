@@ -241,10 +241,10 @@ void CVxQtDC::SelectPen_int(int style, int width, unsigned colour, unsigned char
     } else {
         pen.setCapStyle(Qt::SquareCap);
         pen.setJoinStyle(Qt::MiterJoin);
-        // The painter draws pens of one pixel as hairlines without joins,
-        // which leaves the corners of a rectangle three quarters covered; a
-        // hair more width goes through the stroker, whose mitres fill them.
-        pen.setWidthF(1.0 + 1.0 / 1024);
+        // Pens of one pixel take the painter's fast hairline path, many times
+        // cheaper than the general stroker. Its closed outlines leave each
+        // corner pixel three quarters covered, which is why upright
+        // rectangles draw their frames as four strips instead.
     }
     m_painter->setPen(pen);
 }
@@ -349,8 +349,37 @@ void CVxQtDC::Rectangle(int left, int top, int right, int bottom)
     const QRectF rect = ShapeRect(left, top, right, bottom);
     if (m_path)
         m_path->addRect(rect);
-    else
+    else if (!FillFramedRect(left, top, right, bottom))
         m_painter->drawRect(rect);
+}
+
+bool CVxQtDC::FillFramedRect(int left, int top, int right, int bottom)
+{
+    // An upright rectangle with a solid pen of one pixel is the frame of
+    // pixels from left to right - 1 and top to bottom - 1, as the classic
+    // device API draws it, corners included.
+    const QPen& pen = m_painter->pen();
+    const QBrush& brush = m_painter->brush();
+    if (pen.style() != Qt::SolidLine || pen.widthF() != 1.0 || pen.brush().style() != Qt::SolidPattern ||
+        (brush.style() != Qt::NoBrush && brush.style() != Qt::SolidPattern) ||
+        !m_painter->transform().isIdentity())
+        return false;
+    const int width = right - left;
+    const int height = bottom - top;
+    if (width < 1 || height < 1)
+        return false;
+    const QColor colour = pen.color();
+    if (width <= 2 || height <= 2) {
+        m_painter->fillRect(QRect(left, top, width, height), colour);
+        return true;
+    }
+    if (brush.style() == Qt::SolidPattern)
+        m_painter->fillRect(QRect(left + 1, top + 1, width - 2, height - 2), brush.color());
+    m_painter->fillRect(QRect(left, top, width, 1), colour);
+    m_painter->fillRect(QRect(left, bottom - 1, width, 1), colour);
+    m_painter->fillRect(QRect(left, top + 1, 1, height - 2), colour);
+    m_painter->fillRect(QRect(right - 1, top + 1, 1, height - 2), colour);
+    return true;
 }
 
 void CVxQtDC::RoundRect(int left, int top, int right, int bottom, int radius)
@@ -535,7 +564,19 @@ void CVxQtDC::StrokeAndFillPath()
 {
     if (!m_path)
         return;
-    m_painter->drawPath(*m_path);
+    const QPainterPath& path = *m_path;
+    const int elements = path.elementCount();
+    bool single = elements > 2;
+    for (int i = 1; single && i < elements; ++i)
+        single = !path.elementAt(i).isMoveTo();
+    if (single && QPointF(path.elementAt(0)) == QPointF(path.elementAt(elements - 1))) {
+        // One closed outline, the usual symbol part, is flattened once and
+        // drawn as a polygon: filling and stroking a path would flatten its
+        // curves twice and miss the painter's polygon path.
+        m_painter->drawPolygon(path.toFillPolygon(), path.fillRule());
+    } else {
+        m_painter->drawPath(path);
+    }
     m_path.reset();
 }
 

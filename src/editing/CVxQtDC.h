@@ -92,6 +92,9 @@ private:
     const QPointF* CentredPoints(const VxPOINT* points, int count);
     // The open path, started at the current position when it is still empty.
     QPainterPath& PathFromCurrent();
+    // An upright rectangle with a solid one-pixel pen and a solid or no
+    // brush, filled as strips; false when the state asks for the painter.
+    bool FillFramedRect(int left, int top, int right, int bottom);
 
     QPainter* m_painter = nullptr;
     bool m_smoothing = true;
