@@ -57,6 +57,36 @@ public:
     int entries = 0;
 };
 
+// The run of sections of a plain project: every "Floor" closes with an
+// "EndFloor", and the writer's last section is the picture cache. A file
+// cut anywhere before that would load as a smaller project without a word.
+struct SVxCliPlainRun
+{
+    void Section(const CVxStringA& name)
+    {
+        if (name == "Floor") {
+            if (openFloor)
+                unclosedFloor = true;
+            openFloor = true;
+        } else if (name == "EndFloor") {
+            openFloor = false;
+            ++endFloors;
+        }
+        last = name;
+    }
+    bool IsCutShort(int version) const
+    {
+        // Files of older versions may know neither closing section.
+        if (endFloors > 0 && (openFloor || unclosedFloor))
+            return true;
+        return version >= CVxProject::fileVersion && last != "PictureResizeCache";
+    }
+    CVxStringA last;
+    int endFloors = 0;
+    bool openFloor = false;
+    bool unclosedFloor = false;
+};
+
 bool Refuse(const QString& file, const QString& reason)
 {
     VxCliFail(file, reason);
@@ -94,7 +124,8 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --bw              black and white\n"
          "  --no-grid         leave out the grid and its labels\n"
          "  --no-captions     leave out the captions of objects\n"
-         "  --scale 1:N       PDF only: draw at that scale on the paper\n"
+         "  --scale 1:N       PDF only: draw at that scale on the paper, over as many\n"
+         "                    pages as the plan needs\n"
          "  --paper A4|A3     PDF only: the paper (default A4)\n"
          "  -h, --help        show this help\n",
          VxCliRender},
@@ -102,7 +133,8 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "Usage: plaveno-cli convert IN OUT [--unit mm|cm|in|ft|m]\n"
          "\n"
          "Loads a project of either form and saves it in the compressed form with\n"
-         "the files it uses.\n"
+         "the files it uses. An OUT ending in .pvo writes a single-object file, an\n"
+         "ordinary project that object libraries take in.\n"
          "\n"
          "Options:\n"
          "  --unit U    convert every length to the unit first\n"
@@ -231,8 +263,6 @@ void CVxCliProgress::Step(const char* what)
 
 bool VxCliLoadProject(const QString& path, SVxCliLoaded& loaded)
 {
-    if (VxCliExtension(path) == QLatin1String("pvo"))
-        return Refuse(path, QStringLiteral("single library objects (.pvo) are not supported yet"));
     const QFileInfo info(path);
     if (!info.exists())
         return Refuse(path, QStringLiteral("no such file"));
@@ -252,6 +282,8 @@ bool VxCliLoadProject(const QString& path, SVxCliLoaded& loaded)
         if (!reader.IsOpened())
             return Refuse(path, QStringLiteral("can't be read"));
         reader.Start();
+        if (reader.GetSectionName() == "LibSetup")
+            return Refuse(path, QStringLiteral("an object library, not a project"));
         if (reader.GetSectionName() != "Room")
             return Refuse(path, QStringLiteral("not a Plaveno project"));
         CVxCliHeadReader head;
@@ -262,6 +294,14 @@ bool VxCliLoadProject(const QString& path, SVxCliLoaded& loaded)
             while (!reader.GetSectionName().IsEmpty())
                 reader.ReadSection(reader.GetSectionName() == "File" ? &entries : nullptr);
             if (!entries.complete || entries.entries == 0)
+                return Refuse(path, QStringLiteral("damaged or incomplete project file (cut short)"));
+        } else {
+            SVxCliPlainRun run;
+            while (!reader.GetSectionName().IsEmpty()) {
+                run.Section(reader.GetSectionName());
+                reader.ReadSection(nullptr);
+            }
+            if (run.IsCutShort(head.version))
                 return Refuse(path, QStringLiteral("damaged or incomplete project file (cut short)"));
         }
     }

@@ -23,8 +23,6 @@ int VxCliConvert(const std::vector<std::string>& args)
     }
     const QString input = QString::fromLocal8Bit(parsed.Positional()[0].c_str());
     const QString output = QString::fromLocal8Bit(parsed.Positional()[1].c_str());
-    if (VxCliExtension(output) == QLatin1String("pvo"))
-        return VxCliFail(output, QStringLiteral("single library objects (.pvo) are not supported yet"));
     if (!VxCliCheckOutput(output))
         return kVxCliFailed;
 

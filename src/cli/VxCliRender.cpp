@@ -26,6 +26,8 @@ constexpr int kMaxSide = 32000;
 constexpr int kDefaultWidth = 1600;
 // Fine enough that whole device pixels don't show on paper.
 constexpr int kPdfResolution = 600;
+// A house at 1:1 on A4 would run to thousands of pages.
+constexpr double kMaxPages = 200;
 
 bool ParseInt(const std::string& text, int low, int high, int& out)
 {
@@ -88,14 +90,31 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
                                : std::min(pageWidth / totalWidth, pageHeight / totalHeight);
         core->SetZoom(zoom);
         core->RebuildRoom();
-        const int width = static_cast<int>(std::lround(std::min(totalWidth * zoom, 1e9)));
-        const int height = static_cast<int>(std::lround(std::min(totalHeight * zoom, 1e9)));
+        const double exactWidth = totalWidth * zoom;
+        const double exactHeight = totalHeight * zoom;
+        // A plan larger than the paper at its scale is tiled over pages, left
+        // to right and then down, each showing its own piece of the plan.
+        const double columns = std::ceil(exactWidth / pageWidth);
+        const double rows = std::ceil(exactHeight / pageHeight);
+        if (!(columns * rows <= kMaxPages))
+            return VxCliFail(
+                settings.input,
+                QStringLiteral("at this scale the plan would need %1 pages").arg(columns * rows, 0, 'f', 0));
+        const int width = static_cast<int>(std::lround(exactWidth));
+        const int height = static_cast<int>(std::lround(exactHeight));
         const int x = std::max(0, (pageWidth - width) / 2);
         const int y = std::max(0, (pageHeight - height) / 2);
         CVxQtDCPaintDevice device(&writer, true);
         if (!device.IsActive())
             return VxCliFail(settings.output, QStringLiteral("can't be created"));
-        core->DrawProject(device.GetDC(), x, y, VxRECT{0, 0, pageWidth, pageHeight}, settings.flags);
+        for (int row = 0; row < static_cast<int>(rows); ++row) {
+            for (int column = 0; column < static_cast<int>(columns); ++column) {
+                if ((row > 0 || column > 0) && !writer.newPage())
+                    return VxCliFail(settings.output, QStringLiteral("could not be written"));
+                core->DrawProject(device.GetDC(), x - column * pageWidth, y - row * pageHeight,
+                                  VxRECT{0, 0, pageWidth, pageHeight}, settings.flags);
+            }
+        }
         if (!device.End())
             return VxCliFail(settings.output, QStringLiteral("could not be written"));
         progress.Step("writing");

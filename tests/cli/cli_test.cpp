@@ -316,6 +316,73 @@ TEST(Cli, RenderSvgAndPdfAreVector)
     EXPECT_TRUE(content.contains("\nf\n") || content.contains(" f\n") || content.contains("\nB\n"));
 }
 
+TEST(Cli, PdfAtScaleTilesPagesThatThePlanNeeds)
+{
+    const QString house = SaveHouse("tiles.pvp", true);
+    const auto pages = [](const QByteArray& pdf) {
+        return pdf.count("/Type /Page\n") + pdf.count("/Type /Page\r");
+    };
+    const QString one = Temp("one.pdf");
+    ASSERT_EQ(RunCli({"render", house, "-o", one, "--scale", "1:100"}).exitCode, 0);
+    EXPECT_EQ(pages(ReadAll(one)), 1);
+    // Six metres by three and the sheet's margins at 1:10 are over 60 by
+    // 30 cm: at least three A4 pages across in landscape and two down.
+    const QString many = Temp("many.pdf");
+    ASSERT_EQ(RunCli({"render", house, "-o", many, "--scale", "1:10"}).exitCode, 0);
+    EXPECT_GE(pages(ReadAll(many)), 6);
+    EXPECT_LE(pages(ReadAll(many)), 9);
+    ExpectFileError(RunCli({"render", house, "-o", Temp("huge.pdf"), "--scale", "1:1"}), house);
+    EXPECT_FALSE(QFile::exists(Temp("huge.pdf")));
+}
+
+// The samples that ship with the program, through every verb.
+TEST(Cli, SamplesGoThroughEveryVerb)
+{
+    const QDir samples(QStringLiteral(PLAVENO_SOURCE_DIR "/samples"));
+    const QStringList files = samples.entryList({"*.pvp"}, QDir::Files);
+    ASSERT_GE(files.size(), 3);
+    for (const QString& name : files) {
+        SCOPED_TRACE(name.toStdString());
+        const QString path = samples.filePath(name);
+        const QJsonObject info = InfoJson(path);
+        const QJsonArray floors = info["floors"].toArray();
+        ASSERT_FALSE(floors.isEmpty());
+        int rooms = 0;
+        int objects = 0;
+        for (const QJsonValue& floor : floors) {
+            EXPECT_GT(floor["walls"].toInt(), 3);
+            rooms += floor["rooms"].toArray().size();
+            for (const QJsonValue& kind : floor["objects"].toArray())
+                objects += kind["count"].toInt();
+        }
+        EXPECT_GT(rooms, 0);
+        EXPECT_GT(objects, 5);
+        EXPECT_TRUE(info["missingFiles"].toArray().isEmpty());
+
+        const QString png = Temp(name + ".png");
+        ASSERT_EQ(RunCli({"render", path, "-o", png, "--width", "800"}).exitCode, 0);
+        const QImage image(png);
+        ASSERT_EQ(image.width(), 800);
+        int dark = 0;
+        for (int y = 0; y < image.height(); y += 2)
+            for (int x = 0; x < image.width(); x += 2)
+                dark += qGray(image.pixel(x, y)) < 80;
+        EXPECT_GT(dark, 200) << "walls and symbols are drawn";
+        const QString thumb = Temp(name + ".thumb.png");
+        ASSERT_EQ(RunCli({"thumbnail", path, "-o", thumb, "--size", "128"}).exitCode, 0);
+        EXPECT_FALSE(QImage(thumb).isNull());
+        const QString copy = Temp("copy-" + name);
+        ASSERT_EQ(RunCli({"convert", path, copy}).exitCode, 0);
+        QJsonObject again = InfoJson(copy);
+        QJsonObject before = info;
+        for (QJsonObject* object : {&again, &before}) {
+            object->remove("file");
+            object->remove("embeddedFiles");
+        }
+        EXPECT_EQ(again, before);
+    }
+}
+
 TEST(Cli, ConvertPlainToCompressedKeepsTheHouseAndScalesUnits)
 {
     const QString plain = SaveHouse("plain.pvp", false);
@@ -338,8 +405,18 @@ TEST(Cli, ConvertPlainToCompressedKeepsTheHouseAndScalesUnits)
     EXPECT_NEAR(converted["size"]["height"].toDouble(), 3, 1e-6);
     EXPECT_EQ(converted["floors"], after["floors"]) << "areas are told in square metres either way";
 
-    ExpectFileError(RunCli({"convert", plain, Temp("object.pvo")}), Temp("object.pvo"));
-    ExpectFileError(RunCli({"info", Temp("object.pvo")}), Temp("object.pvo"));
+    // A single-object file is an ordinary project under another name, and
+    // comes back unchanged.
+    const QString object = Temp("object.pvo");
+    ASSERT_EQ(RunCli({"convert", plain, object}).exitCode, 0);
+    const QString back = Temp("back.pvp");
+    ASSERT_EQ(RunCli({"convert", object, back}).exitCode, 0);
+    QJsonObject again = InfoJson(back);
+    again.remove("file");
+    EXPECT_EQ(again, after);
+    const QString library = Temp("library.pvo");
+    WriteAll(library, "[LibSetup]\r\nFileVersion=1020\r\nLibName=Mine\r\n[Part0]\r\nType=1\r\n");
+    ExpectFileError(RunCli({"info", library}), library);
 }
 
 TEST(Cli, DamagedMissingAndEmptyFilesAreOneLineErrors)
@@ -360,7 +437,15 @@ TEST(Cli, DamagedMissingAndEmptyFilesAreOneLineErrors)
     const QString hostile = Temp("hostile.pvp");
     WriteAll(hostile, "[Room]\r\nFileVersion=1020\r\nCompression=zlib\r\n[File]\r\nName=../../x\r\n"
                       "DataSize=4000000000\r\nUncpSize=4000000000\r\n\r\nxx");
-    for (const QString& bad : {Temp("missing.pvp"), empty, text, binary, truncated, hostile}) {
+    // A plain project cut inside its last floor, or just before its closing
+    // section, would read as a smaller project.
+    const QByteArray plain = ReadAll(SaveHouse("plain-whole.pvp", false));
+    const QString cutFloor = Temp("cut-floor.pvp");
+    WriteAll(cutFloor, plain.left(plain.lastIndexOf("[EndFloor]")));
+    const QString cutEnd = Temp("cut-end.pvp");
+    WriteAll(cutEnd, plain.left(plain.indexOf("[PictureResizeCache]")));
+    for (const QString& bad :
+         {Temp("missing.pvp"), empty, text, binary, truncated, hostile, cutFloor, cutEnd}) {
         SCOPED_TRACE(bad.toStdString());
         ExpectFileError(RunCli({"info", bad}), bad);
         ExpectFileError(RunCli({"render", bad, "-o", Temp("bad.png")}), bad);
