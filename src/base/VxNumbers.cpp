@@ -4,28 +4,55 @@
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
 
+#include <charconv>
 #include <climits>
+#include <clocale>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
 #include <cwchar>
+#include <cwctype>
 #include <stdexcept>
+
+namespace {
+
+// printf's "%.<precision>f" of a finite value where the decimal point is
+// '.'; to_chars rounds the exact binary value as printf does, without the
+// cost of a formatted stream. Null elsewhere.
+const char* FixedText(double value, int precision, char* first, char* last)
+{
+    const lconv* numeric = localeconv();
+    if (!std::isfinite(value) || !numeric || std::strcmp(numeric->decimal_point, ".") != 0)
+        return nullptr;
+    const std::to_chars_result result =
+        std::to_chars(first, last, value, std::chars_format::fixed, precision);
+    return result.ec == std::errc() ? result.ptr : nullptr;
+}
+
+} // namespace
 
 CVxStringA DblSave(double value)
 {
     // "%.8f" of a huge value needs more than the usual 128 characters.
     char buffer[128];
-    int n = snprintf(buffer, sizeof(buffer), "%.8f", value);
     std::string text;
-    if (n >= 0 && static_cast<size_t>(n) < sizeof(buffer)) {
-        text.assign(buffer, static_cast<size_t>(n));
-    } else if (n > 0) {
-        text.resize(static_cast<size_t>(n) + 1);
-        snprintf(text.data(), text.size(), "%.8f", value);
-        text.resize(static_cast<size_t>(n));
+    if (const char* end = FixedText(value, 8, buffer, buffer + sizeof(buffer))) {
+        text.assign(buffer, static_cast<size_t>(end - buffer));
+    } else {
+        const int n = snprintf(buffer, sizeof(buffer), "%.8f", value);
+        if (n >= 0 && static_cast<size_t>(n) < sizeof(buffer)) {
+            text.assign(buffer, static_cast<size_t>(n));
+        } else if (n > 0) {
+            text.resize(static_cast<size_t>(n) + 1);
+            snprintf(text.data(), text.size(), "%.8f", value);
+            text.resize(static_cast<size_t>(n));
+        }
     }
     if (text.empty() || text.back() != '0') {
         // Eight decimals that don't end in zero are cut to six: this is how
         // every file has been written, and readers expect no more.
+        if (const char* end = FixedText(value, 6, buffer, buffer + sizeof(buffer)))
+            return CVxStringA(std::string(buffer, static_cast<size_t>(end - buffer)));
         return CVxStringA().sprintf("%f", value);
     }
     while (!text.empty() && text.back() == '0')
@@ -55,9 +82,24 @@ double DblLoad(const CVxStringA& text, double def)
 
 double DblLoad(const CVxStringW& text, double def)
 {
-    double value = 0;
-    if (swscanf(text.c_str(), L"%lf", &value) < 1)
+    // What "%lf" of swscanf reads, without the stream that swscanf sets up
+    // for every call: projects hold hundreds of thousands of numbers.
+    const wchar_t* start = text.c_str();
+    wchar_t* end = nullptr;
+    const double value = std::wcstod(start, &end);
+    if (end == start)
         return def;
+    if (*end == L'x' || *end == L'X') {
+        // swscanf has taken "0x" for the head of a hexadecimal number and
+        // fails when none follows; wcstod settles for the 0.
+        const wchar_t* digits = start;
+        while (std::iswspace(*digits))
+            ++digits;
+        if (*digits == L'+' || *digits == L'-')
+            ++digits;
+        if (end - digits == 1 && *digits == L'0' && !std::iswxdigit(end[1]) && end[1] != L'.')
+            return def;
+    }
     return value;
 }
 

@@ -13,7 +13,8 @@ namespace {
 
 // Pieces of the deflater's input and output.
 constexpr size_t s_zlibChunk = 16384;
-constexpr size_t s_copyPiece = 2048;
+// Pictures are copied in large pieces: a few system calls per megabyte.
+constexpr size_t s_copyPiece = 256 << 10;
 // The value of a deflated entry's "DataSize" until the real count is known:
 // twelve characters, so that any count fits over it.
 const char s_sizePlaceholder[] = "0           ";
@@ -75,6 +76,16 @@ CVxStringW CVxCompressIniWriter::MakeRelativePath(CVxStringW& path)
 {
     if (path.IsEmpty())
         return path;
+    const auto known = m_resolved.find(path.Std());
+    if (known != m_resolved.end())
+        return known->second;
+    const CVxStringW result = ResolveAndEmbed(path);
+    m_resolved.emplace(path.Std(), result);
+    return result;
+}
+
+CVxStringW CVxCompressIniWriter::ResolveAndEmbed(const CVxStringW& path)
+{
     CVxStringW source = path;
     if (m_missingFiles && !FileExists(source)) {
         // The user decided about this file after the project was opened.
@@ -112,10 +123,11 @@ CVxStringW CVxCompressIniWriter::MakeRelativePath(CVxStringW& path)
 
 bool CVxCompressIniWriter::CopyRaw(FILE* source, int64_t size)
 {
-    char piece[s_copyPiece];
+    m_piece.resize(s_copyPiece);
+    char* piece = m_piece.data();
     int64_t done = 0;
     while (done < size) {
-        const size_t wanted = static_cast<size_t>(std::min<int64_t>(sizeof(piece), size - done));
+        const size_t wanted = static_cast<size_t>(std::min<int64_t>(s_copyPiece, size - done));
         size_t got = fread(piece, 1, wanted, source);
         if (got == 0) {
             // The file shrank while it was copied: the entry still holds the

@@ -18,6 +18,8 @@
 #include "CVxIniWriter.h"
 
 #include <cstdint>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 // What a container is written for: a project, or an object library, which
@@ -63,11 +65,19 @@ public:
     static bool IsCompressedExtension(const CVxStringW& ext);
 
 private:
+    // MakeRelativePath for a path met for the first time in this save.
+    CVxStringW ResolveAndEmbed(const CVxStringW& path);
     bool CompressFile(FILE* source, uint64_t& written);
     bool CopyRaw(FILE* source, int64_t size);
 
     FILE* m_output = nullptr;
     std::vector<CVxStringW> m_embedded;
+    // What each path given to MakeRelativePath came out as. Thousands of
+    // objects may wear the same texture; the owner checks its copy of a file
+    // byte by byte, which is needed once per save, not once per mention.
+    std::unordered_map<std::wstring, CVxStringW> m_resolved;
+    // The copy buffer of raw entries.
+    std::vector<char> m_piece;
     IVxCompressedFileOwner* m_owner = nullptr;
     CVxStringW m_outputFolder;
     bool m_finalized = false;

@@ -13,11 +13,15 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
+#include <vector>
 
 namespace {
 
 // Pieces of the inflate output; matches what the container's writer uses.
 constexpr size_t s_inflateChunk = 16384;
+// Data blocks at least this long are read past the line buffer, in pieces of
+// up to 16 times as much.
+constexpr uint64_t s_directPiece = 16384;
 // Paths longer than this are taken for paths of another machine: only their
 // tail is looked for.
 constexpr int s_longPath = 200;
@@ -153,6 +157,7 @@ bool CVxIniFileReader::ReadSection(IVxReadIniClient* client)
 void CVxIniFileReader::SetPathTransformer(IVxReadIniClient* transformer)
 {
     m_pathTransformer = transformer;
+    m_foundPaths.clear();
 }
 
 CVxStringW CVxIniFileReader::BaseFolder() const
@@ -164,11 +169,18 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
 {
     if (path.IsEmpty())
         return path;
+    const auto known = m_foundPaths.find(path.Std());
+    if (known != m_foundPaths.end())
+        return known->second;
     CVxStringW result;
     if (!m_pathTransformer || !m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder))
         result = CVxUtils::MakeFullPath(path, BaseFolder());
-    if (result.IsEmpty() || FileExists(result))
+    if (result.IsEmpty())
         return result;
+    if (FileExists(result)) {
+        m_foundPaths.emplace(path.Std(), result);
+        return result;
+    }
     // Pictures of the resize cache are made again when needed.
     if (result.Contains(CVxStringW(L"rXrsz")))
         return CVxStringW();
@@ -179,8 +191,10 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
         const int slash = tail.Find(L'/');
         if (slash > 0) {
             result = CVxUtils::MakeFullPath(tail.Mid(slash + 1), BaseFolder());
-            if (FileExists(result))
+            if (FileExists(result)) {
+                m_foundPaths.emplace(path.Std(), result);
                 return result;
+            }
         }
     }
     const bool listed = std::any_of(m_missingFiles.begin(), m_missingFiles.end(),
@@ -334,6 +348,10 @@ bool CVxIniFileReader::TakeBytes(uint64_t size, const std::function<bool(const c
                 ReadNewBuffer();
                 return true;
             }
+            // A picture of megabytes goes from the file to the sink in large
+            // pieces, past the line buffer.
+            if (wanted && m_file && size >= s_directPiece && TakeDirect(size, sink, wanted))
+                continue;
             if (!ReadNewBuffer()) {
                 EndData();
                 return false;
@@ -344,6 +362,32 @@ bool CVxIniFileReader::TakeBytes(uint64_t size, const std::function<bool(const c
         m_bufferPos += count;
         size -= count;
         if (wanted && !sink(piece, count))
+            wanted = false;
+    }
+    return true;
+}
+
+bool CVxIniFileReader::TakeDirect(uint64_t& size, const std::function<bool(const char*, size_t)>& sink,
+                                  bool& wanted)
+{
+    const uint64_t inFile = m_fileSize > m_bytesRead ? static_cast<uint64_t>(m_fileSize - m_bytesRead) : 0;
+    // A block cut short goes through the buffer, which knows how to end.
+    if (inFile < size)
+        return false;
+    std::vector<char> piece(static_cast<size_t>(std::min<uint64_t>(s_directPiece * 16, size)));
+    // Whole pieces only: the tail of the block comes through the buffer, as
+    // the lines behind it do.
+    while (wanted && size >= s_directPiece) {
+        const size_t count = static_cast<size_t>(std::min<uint64_t>(piece.size(), size));
+        const size_t got = fread(piece.data(), 1, count, m_file);
+        m_bytesRead += static_cast<int64_t>(got);
+        size -= got;
+        if (got < count) {
+            // The file shrank since it was opened.
+            EndData();
+            return true;
+        }
+        if (!sink(piece.data(), got))
             wanted = false;
     }
     return true;

@@ -22,6 +22,8 @@
 #include <cstdio>
 #include <functional>
 #include <list>
+#include <string>
+#include <unordered_map>
 
 class IVxReadIniClient;
 
@@ -128,7 +130,11 @@ public:
     // When set, relative paths are taken against this folder instead; a
     // project unpacked from a container looks for stray files beside it.
     const CVxStringW& GetAltBaseFolder() const { return m_altBaseFolder; }
-    void SetAltBaseFolder(const CVxStringW& folder) { m_altBaseFolder = folder; }
+    void SetAltBaseFolder(const CVxStringW& folder)
+    {
+        m_altBaseFolder = folder;
+        m_foundPaths.clear();
+    }
 
     // The files referred to that could not be found, each once.
     std::list<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
@@ -159,6 +165,10 @@ protected:
     CVxStringW m_folder;
     CVxStringW m_altBaseFolder;
     std::list<CVxMissingFileInfo> m_missingFiles;
+    // Paths met before and the files they were found as. A project names
+    // the same texture for thousands of objects; the file system, and the
+    // project's copy of the file, are asked once.
+    std::unordered_map<std::wstring, CVxStringW> m_foundPaths;
     int m_kind = VX_READER_OTHER;
     unsigned m_flags = 0;
 
@@ -168,6 +178,10 @@ private:
     // block is skipped. False when the data ended first; the data then counts
     // as ended.
     bool TakeBytes(uint64_t size, const std::function<bool(const char*, size_t)>& sink);
+    // TakeBytes for a long block whose bytes are all in the file: whole
+    // pieces go to the sink straight from the file, and `size` is what
+    // remains. False, with nothing taken, when the file is too short.
+    bool TakeDirect(uint64_t& size, const std::function<bool(const char*, size_t)>& sink, bool& wanted);
     uint64_t BytesLeft() const;
     bool IsAtEnd() const;
     void EndData();

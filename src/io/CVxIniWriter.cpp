@@ -6,10 +6,22 @@
 #include "VxNumbers.h"
 #include "VxUtf8.h"
 
+#include <charconv>
+
 namespace {
 
 // The UTF-8 mark and an empty line: how every file of ours begins.
 const char s_fileLead[] = "\xEF\xBB\xBF\r\n";
+
+// "key=value" and CR LF. Hundreds of thousands of lines make a big
+// project; they go out without a format string to parse for each.
+void WriteLine(FILE* file, const char* key, const char* value, size_t length)
+{
+    fputs(key, file);
+    fputc('=', file);
+    fwrite(value, 1, length, file);
+    fputs("\r\n", file);
+}
 
 } // namespace
 
@@ -78,8 +90,11 @@ CVxStringW CVxIniWriter::MakeRelativePath(CVxStringW& path)
 
 void CVxIniWriter::FileWriteInteger(FILE* file, const char* key, int value)
 {
-    if (file && key)
-        fprintf(file, "%s=%d\r\n", key, value);
+    if (!file || !key)
+        return;
+    char digits[16];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof(digits), value);
+    WriteLine(file, key, digits, static_cast<size_t>(end.ptr - digits));
 }
 
 void CVxIniWriter::FileWriteInteger64(FILE* file, const char* key, long value)
@@ -93,15 +108,15 @@ void CVxIniWriter::FileWriteString(FILE* file, const char* key, const CVxStringW
     if (!file || !key)
         return;
     const CVxStringA text = VX_StringToUTF8(value);
-    fprintf(file, "%s=", key);
-    fwrite(text.c_str(), 1, static_cast<size_t>(text.GetLength()), file);
-    fputs("\r\n", file);
+    WriteLine(file, key, text.c_str(), static_cast<size_t>(text.GetLength()));
 }
 
 void CVxIniWriter::FileWriteDouble(FILE* file, const char* key, double value)
 {
-    if (file && key)
-        fprintf(file, "%s=%s\r\n", key, DblSave(value).c_str());
+    if (!file || !key)
+        return;
+    const CVxStringA text = DblSave(value);
+    WriteLine(file, key, text.c_str(), static_cast<size_t>(text.GetLength()));
 }
 
 FILE* CVxIniWriter::OpenFile(const CVxStringW& path, bool writeBom)

@@ -7,7 +7,11 @@
 
 #include <zlib.h>
 
+#include <ctime>
+#include <map>
+#include <mutex>
 #include <random>
+#include <sys/stat.h>
 
 namespace {
 
@@ -43,6 +47,72 @@ CVxStringW UniqueName(const CVxStringW& path, int tries, int numbers, Exists exi
             break;
     }
     return candidate;
+}
+
+// A file as the file system describes it. While none of this changes, the
+// bytes have not changed either: every write moves the change time, which no
+// program can set back.
+struct SFileStamp
+{
+    dev_t device;
+    ino_t inode;
+    off_t size;
+    timespec modified;
+    timespec changed;
+
+    bool operator==(const SFileStamp& other) const
+    {
+        return device == other.device && inode == other.inode && size == other.size &&
+               modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
+               changed.tv_sec == other.changed.tv_sec && changed.tv_nsec == other.changed.tv_nsec;
+    }
+};
+
+// The checksums of files that were read already. Saving a project checks each
+// picture against the project's copy of it on every save; pictures of many
+// megabytes are read only when they have changed.
+class CVxCrcCache
+{
+public:
+    uint32_t Crc(FILE* file)
+    {
+        struct stat info;
+        if (fstat(fileno(file), &info) != 0 || !S_ISREG(info.st_mode))
+            return CVxUtils::CalcCRC(file);
+        const SFileStamp stamp{info.st_dev, info.st_ino, info.st_size, info.st_mtim, info.st_ctim};
+        const std::pair<dev_t, ino_t> key(info.st_dev, info.st_ino);
+        {
+            std::lock_guard<std::mutex> lock(m_mutex);
+            const auto known = m_crcs.find(key);
+            if (known != m_crcs.end() && known->second.first == stamp)
+                return known->second.second;
+        }
+        const uint32_t crc = CVxUtils::CalcCRC(file);
+        // A file changed within the clock's last tick may change again
+        // without its times moving on; such a file is read every time.
+        timespec now{};
+        clock_gettime(CLOCK_REALTIME, &now);
+        if (now.tv_sec - info.st_ctim.tv_sec < s_settledSeconds ||
+            now.tv_sec - info.st_mtim.tv_sec < s_settledSeconds)
+            return crc;
+        std::lock_guard<std::mutex> lock(m_mutex);
+        if (m_crcs.size() >= s_maxFiles)
+            m_crcs.clear();
+        m_crcs[key] = {stamp, crc};
+        return crc;
+    }
+
+private:
+    static constexpr time_t s_settledSeconds = 2;
+    static constexpr size_t s_maxFiles = 4096;
+    std::mutex m_mutex;
+    std::map<std::pair<dev_t, ino_t>, std::pair<SFileStamp, uint32_t>> m_crcs;
+};
+
+CVxCrcCache& CrcCache()
+{
+    static CVxCrcCache cache;
+    return cache;
 }
 
 } // namespace
@@ -89,7 +159,7 @@ bool CVxUtils::CheckTwoFilesIdentical(const CVxStringW& a, const CVxStringW& b)
     bool identical = false;
     if (first && second && fseeko(first, 0, SEEK_END) == 0 && fseeko(second, 0, SEEK_END) == 0 &&
         ftello(first) == ftello(second))
-        identical = CalcCRC(first) == CalcCRC(second);
+        identical = CrcCache().Crc(first) == CrcCache().Crc(second);
     if (first)
         fclose(first);
     if (second)

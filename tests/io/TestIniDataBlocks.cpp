@@ -60,30 +60,35 @@ std::string DumpWithData(const std::string& text,
 
 TEST(IniDataBlockRaw, ReadSkipAndCopyLeaveTheReaderAtTheNextLine)
 {
-    // Larger than the buffer, and starting at an odd place in it.
-    const std::string data = SampleBytes(5000);
-    const std::string text = "[Room]\r\nPad=xyz\r\n" + Entry("a.bin", data) + s_tail;
-    const std::string expected = "[Room]\nPad=xyz\n[File]\nName=a.bin\n[Next]\nKey=Value\n";
+    // Larger than the buffer, and starting at an odd place in it; the large
+    // one is read in big pieces past the buffer, with a tail of no full piece.
+    for (const size_t size : {size_t{5000}, size_t{300001}}) {
+        SCOPED_TRACE(size);
+        const std::string data = SampleBytes(size);
+        const std::string text = "[Room]\r\nPad=xyz\r\n" + Entry("a.bin", data) + s_tail;
+        const std::string expected = "[Room]\nPad=xyz\n[File]\nName=a.bin\n[Next]\nKey=Value\n";
 
-    std::vector<char> buffer;
-    EXPECT_EQ(DumpWithData(text,
-                           [&](unsigned size, CVxIniFileReader* r) {
-                               buffer.resize(size);
-                               EXPECT_TRUE(r->ReadDataBlock(size, buffer.data()));
-                           }),
-              expected);
-    EXPECT_TRUE(std::string(buffer.begin(), buffer.end()) == data);
+        std::vector<char> buffer;
+        EXPECT_EQ(DumpWithData(text,
+                               [&](unsigned count, CVxIniFileReader* r) {
+                                   buffer.resize(count);
+                                   EXPECT_TRUE(r->ReadDataBlock(count, buffer.data()));
+                               }),
+                  expected);
+        EXPECT_TRUE(std::string(buffer.begin(), buffer.end()) == data);
 
-    EXPECT_EQ(
-        DumpWithData(text, [](unsigned size, CVxIniFileReader* r) { EXPECT_TRUE(r->SkipDataBlock(size)); }),
-        expected);
+        EXPECT_EQ(DumpWithData(text, [](unsigned count,
+                                        CVxIniFileReader* r) { EXPECT_TRUE(r->SkipDataBlock(count)); }),
+                  expected);
 
-    const CVxStringW copy = VxTempPath(L"a.bin");
-    EXPECT_EQ(
-        DumpWithData(text, [&](unsigned size,
-                               CVxIniFileReader* r) { EXPECT_TRUE(r->ReadDataBlockToFile(size, copy)); }),
-        expected);
-    EXPECT_TRUE(VxReadWholeFile(copy) == data);
+        const CVxStringW copy = VxTempPath(L"a.bin");
+        EXPECT_EQ(DumpWithData(text,
+                               [&](unsigned count, CVxIniFileReader* r) {
+                                   EXPECT_TRUE(r->ReadDataBlockToFile(count, copy));
+                               }),
+                  expected);
+        EXPECT_TRUE(VxReadWholeFile(copy) == data);
+    }
 }
 
 TEST(IniDataBlockRaw, StringReaderReadsBlocksFromItsText)
@@ -105,19 +110,24 @@ TEST(IniDataBlockRaw, StringReaderReadsBlocksFromItsText)
 
 TEST(IniDataBlockRaw, TruncatedBlockEndsTheData)
 {
-    const std::string data = SampleBytes(3000);
-    std::string text = Entry("c.bin", data) + s_tail;
-    text.resize(text.find(data) + 2500);
-    const CVxStringW copy = VxTempPath(L"c.bin");
-    EXPECT_EQ(
-        DumpWithData(text, [&](unsigned size,
-                               CVxIniFileReader* r) { EXPECT_FALSE(r->ReadDataBlockToFile(size, copy)); }),
-        "[File]\nName=c.bin\n");
-    EXPECT_TRUE(VxReadWholeFile(copy) == data.substr(0, 2500));
+    for (const size_t size : {size_t{3000}, size_t{300000}}) {
+        SCOPED_TRACE(size);
+        const std::string data = SampleBytes(size);
+        const size_t kept = size * 5 / 6;
+        std::string text = Entry("c.bin", data) + s_tail;
+        text.resize(text.find(data) + kept);
+        const CVxStringW copy = VxTempPath(L"c.bin");
+        EXPECT_EQ(DumpWithData(text,
+                               [&](unsigned count, CVxIniFileReader* r) {
+                                   EXPECT_FALSE(r->ReadDataBlockToFile(count, copy));
+                               }),
+                  "[File]\nName=c.bin\n");
+        EXPECT_TRUE(VxReadWholeFile(copy) == data.substr(0, kept));
 
-    EXPECT_EQ(
-        DumpWithData(text, [](unsigned size, CVxIniFileReader* r) { EXPECT_FALSE(r->SkipDataBlock(size)); }),
-        "[File]\nName=c.bin\n");
+        EXPECT_EQ(DumpWithData(text, [](unsigned count,
+                                        CVxIniFileReader* r) { EXPECT_FALSE(r->SkipDataBlock(count)); }),
+                  "[File]\nName=c.bin\n");
+    }
 }
 
 TEST(IniDataBlockRaw, WriteDataToFileWritesAllPieces)

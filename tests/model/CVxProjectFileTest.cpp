@@ -208,6 +208,27 @@ TEST(ProjectFile, PicturesAreStoredOnceAndSameNamesFromTwoFoldersBothKept)
     EXPECT_FALSE(QDir(storage.ToQString()).exists());
 }
 
+TEST(ProjectFile, OpenedProjectListsTheFilesItTookInFromOutside)
+{
+    // The embedded picture unpacks into the project's folder and needs no
+    // entry; the one that the text names by a full path is copied in.
+    const CVxStringW outside = WriteFile("stored/elsewhere/sky.png", "sky");
+    const std::string text =
+        "[Room]\r\nSkyBoxLeft=" + outside.ToQString().toStdString() + "\r\nSkyBoxTop=tile.png\r\n";
+    const CVxStringW path =
+        WriteFile("stored/house.pvp", VxContainerHead() + "\r\n" + VxRawEntry("tile.png", "tile") +
+                                          VxDeflatedEntry("project.pvp", text));
+    CVxProject project;
+    ASSERT_TRUE(project.LoadFromFile(path, nullptr, nullptr, false, 0));
+    const CVxStringW storage = project.m_storagePath;
+    EXPECT_EQ(project.m_skyBoxTop, storage + L"tile.png");
+    EXPECT_EQ(project.m_skyBoxLeft, storage + L"sky.png");
+    ASSERT_EQ(project.m_storedFiles.size(), 1u);
+    EXPECT_EQ(project.m_storedFiles.front().first, outside);
+    EXPECT_EQ(project.m_storedFiles.front().second, storage + L"sky.png");
+    EXPECT_EQ(ReadFile(project.m_storedFiles.front().second), "sky");
+}
+
 TEST(ProjectFile, OldPlainFilesWithVersionRulesGapsAndForeignSectionsLoad)
 {
     const std::string old = "[Room]\r\nFileVersion=701\r\nWidth=0\r\nHeight=250\r\nGridLineStyle=0\r\n"
@@ -231,6 +252,15 @@ TEST(ProjectFile, OldPlainFilesWithVersionRulesGapsAndForeignSectionsLoad)
     EXPECT_EQ(VxSectionText(saved, "Terrain"), "Heights=1|2|3\n");
     EXPECT_EQ(VxSectionText(saved, "PictureResizeCache"), "Item0=a.png|64\n");
     EXPECT_EQ(saved.Std().find("Future"), std::string::npos);
+
+    // The cache goes on through a container, still the last section.
+    const CVxStringW packed = TempPath("old/packed.pvp");
+    ASSERT_TRUE(project.SaveToFile(packed, true, nullptr));
+    CVxProject reopened;
+    ASSERT_TRUE(reopened.LoadFromFile(packed, nullptr, nullptr, false, 0));
+    ASSERT_TRUE(reopened.SaveToFile(packed, true, nullptr));
+    const std::string text = InnerText(ReadFile(packed));
+    EXPECT_EQ(text.substr(text.rfind("\r\n[")), "\r\n[PictureResizeCache]\r\nItem0=a.png|64\r\n");
 }
 
 TEST(ProjectFile, NewerFileWarnsOnce)
