@@ -8,6 +8,7 @@
 #include "CVxFloor.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
+#include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
 #include "VxSafeSave.h"
@@ -362,22 +363,9 @@ bool CVxAppCore::DoProjectSave()
 
 bool CVxAppCore::DoProjectSaveAs()
 {
-    IVxAppHelperCallback* host = VX_GetAppHelper();
-    if (!host)
-        return false;
-    CVxStringW suggested = m_projectPath;
-    if (suggested.IsEmpty()) {
-        CVxStringW project = VX_GetLoc()->LocalizeDlgString(
-            VX_GetLoc()->GetTableIndex(CVxLocalize::TBL_MAINMENU), 1, L"&Project");
-        project = project.ReplaceAll(CVxStringW(L"&"), CVxStringW());
-        suggested = VX_GetOptions()->m_lastOpenFolder + project + L".pvp";
-    }
-    CVxStringW path =
-        host->GetSaveProjectFileName(Msg(22, L"Save project into the file"), ProjectFileFilter(), suggested);
+    const CVxStringW path = AskProjectSaveFileName();
     if (path.IsEmpty())
         return false;
-    if (path.ExtractFileExt().IsEmpty())
-        path += L".pvp";
     // The project keeps its old name until a file of the new one exists.
     const CVxStringW previous = m_projectPath;
     m_projectPath = path;
@@ -389,6 +377,86 @@ bool CVxAppCore::DoProjectSaveAs()
     VX_GetOptions()->m_lastOpenFolder = path.ExtractFileFolder();
     CVxAutoSave::DeleteAutoSaveFile();
     return true;
+}
+
+CVxStringW CVxAppCore::AskProjectSaveFileName()
+{
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (!host)
+        return CVxStringW();
+    CVxStringW suggested = m_projectPath;
+    if (suggested.IsEmpty()) {
+        CVxStringW project = VX_GetLoc()->LocalizeDlgString(
+            VX_GetLoc()->GetTableIndex(CVxLocalize::TBL_MAINMENU), 1, L"&Project");
+        project = project.ReplaceAll(CVxStringW(L"&"), CVxStringW());
+        suggested = VX_GetOptions()->m_lastOpenFolder + project + L".pvp";
+    }
+    CVxStringW path =
+        host->GetSaveProjectFileName(Msg(22, L"Save project into the file"), ProjectFileFilter(), suggested);
+    if (!path.IsEmpty() && path.ExtractFileExt().IsEmpty())
+        path += L".pvp";
+    return path;
+}
+
+bool CVxAppCore::ResolveMissingFiles(const std::vector<CVxMissingFileInfo>& decided, const CVxStringW& path)
+{
+    if (path.IsEmpty())
+        return false;
+    const CVxStringW previous = m_projectPath;
+    m_missingFiles = decided;
+    m_projectPath = path;
+    // The writer drops or replaces the references as decided; what the
+    // file then holds is loaded again, so the project shows the result.
+    if (!SaveMainProject()) {
+        m_projectPath = previous;
+        m_fileMonitor.StartMonitoring(previous);
+        return false;
+    }
+    return OpenMainProject(path, false);
+}
+
+bool CVxAppCore::LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second)
+{
+    if (!second || !second->LoadFromFile(path, nullptr, nullptr, false, 0))
+        return false;
+    second->RebuildAllFloorsWalls();
+    if (second->m_unit != current.m_unit && CVxUnits::IsValid(second->m_unit) &&
+        CVxUnits::IsValid(current.m_unit)) {
+        const double factor = CVxUnits::dUnitCal[second->m_unit] / CVxUnits::dUnitCal[current.m_unit];
+        second->ScaleAllObjects(factor, factor, factor, false, true);
+        second->m_unit = current.m_unit;
+    }
+    return true;
+}
+
+void CVxAppCore::MergeProjects(CVxProject* merged, CVxProject* second, const CVxDPoint& shift,
+                               const CVxDPoint& secondShift, bool createNewFloor)
+{
+    if (!merged || !second)
+        return;
+    merged->MergeProject(second, shift, secondShift, createNewFloor);
+    // The undo step of the merge is caught here once the undo stack exists.
+    merged->CopyTo(&m_project);
+    // The files that the merged objects refer to stay in the second
+    // project's unpack folder until the project is saved, so it is reset
+    // without removing them.
+    second->Reset();
+    m_project.m_modified = true;
+    UpdateFloorPlan();
+    m_project.ResnapAllParts();
+    m_firstSelected = -1;
+    RebuildRoom();
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (!host)
+        return;
+    if (m_project.GetFloor()->m_layers.GetLayerCount() > 1)
+        host->ShowLayersWindow();
+    host->BuildLayersSubMenu(true);
+    host->EnableFloorButtons();
+    host->OnPartListingChange();
+    host->EnableUndoButtons();
+    host->RefreshMainViewCaption();
+    host->UpdateProjectUI(false, true);
 }
 
 void CVxAppCore::RevertProjectToSaved()

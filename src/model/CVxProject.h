@@ -125,6 +125,15 @@ public:
     void MirrorAllObjects(bool vertical);
     void ConvertUnit(int from, int to, CVxFloorPlan* plan);
 
+    // Pours `second` into this project. Each is first moved by its shift (so
+    // `second` is changed). With createNewFloor the second's floors stand
+    // above this project's; otherwise floor by floor its layers, walls,
+    // objects and rooms join this one's, and the floors it has beyond this
+    // project's count are appended. The room rectangle becomes the union of
+    // both.
+    void MergeProject(CVxProject* second, const CVxDPoint& shift, const CVxDPoint& secondShift,
+                      bool createNewFloor);
+
     // Grid, margins, zoom and sub-unit moves that suit a unit; yards and
     // kilometres change nothing.
     void SetDefaultsForUnit(int unit);

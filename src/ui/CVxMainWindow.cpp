@@ -9,6 +9,8 @@
 #include "CVxMainRenderArea.h"
 #include "CVxMainScrollArea.h"
 #include "CVxMainStatusBar.h"
+#include "CVxMergeProjectDlg.h"
+#include "CVxMissingFilesDlg.h"
 #include "CVxOptions.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
@@ -42,6 +44,7 @@
 #include <cmath>
 
 CVxMainWindow* CVxMainWindow::s_instance = nullptr;
+bool CVxMainWindow::s_openSampleAtFirstStart = true;
 
 namespace {
 
@@ -521,6 +524,7 @@ void CVxMainWindow::CreateProjectMenu()
     action = menu->addAction(text(6, L"Save As..."), this, &CVxMainWindow::DoProjectSaveAs);
     action->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::Key_F12)});
     menu->addAction(text(4, L"Revert to Saved"), this, &CVxMainWindow::RevertProjectToSaved);
+    menu->addAction(text(89, L"Merge Projects..."), this, &CVxMainWindow::OnMergeProjects);
     menu->addSeparator();
     // The three sample commands share one sub-menu; its title is theirs
     // without the number.
@@ -581,6 +585,13 @@ void CVxMainWindow::OpenStartFile()
     }
     if (!m_startedByInstaller && !m_commandLineFile.IsEmpty() && m_helper->FileExists(m_commandLineFile))
         file = m_commandLineFile;
+    if (file.IsEmpty() && m_firstStart && s_openSampleAtFirstStart) {
+        // A first start shows what a plan looks like; the sample opens
+        // untitled, so saving can't overwrite it.
+        const CVxStringW sample = core->GetSamplesFolder() + L"/Sample.pvp";
+        if (m_helper->FileExists(sample))
+            file = sample;
+    }
     if (file.IsEmpty())
         return;
     VxTrace("Init - before opening recent file %s\n", VX_StringToUTF8(file).c_str());
@@ -659,11 +670,16 @@ void CVxMainWindow::OnOpenedFileChangedOnDisk()
 
 void CVxMainWindow::OnShowMissingFilesDlg()
 {
-    // The dialogue where the user removes, keeps or replaces each missing
-    // file is still to come; until then the references are kept as they are
-    // and the log names them.
-    for (const CVxMissingFileInfo& info : VX_GetCore()->GetMissingFiles())
-        VxTrace("Missing project file %s\n", VX_StringToUTF8(info.filePath).c_str());
+    if (VX_GetCore()->GetMissingFiles().empty())
+        return;
+    CVxMissingFilesDlg dialog(this);
+    dialog.exec();
+}
+
+void CVxMainWindow::OnMergeProjects()
+{
+    CVxMergeProjectDlg dialog(this);
+    dialog.exec();
 }
 
 CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)

@@ -61,6 +61,9 @@ public:
     const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
     bool IsFirstStart() const { return m_firstStart; }
     bool IsStartedByInstaller() const { return m_startedByInstaller; }
+    // Whether a first start opens the sample project; widget tests turn it
+    // off so that every window starts with the default project.
+    static void SetOpenSampleAtFirstStart(bool open) { s_openSampleAtFirstStart = open; }
 
     void RebuildRoom();
     void ZoomToBestFit();
@@ -89,6 +92,7 @@ public slots:
     void OnStartTimer();
     void OnOpenedFileChangedOnDisk();
     void OnShowMissingFilesDlg();
+    void OnMergeProjects();
     void OnOpenSampleFileClicked();
 
 protected:
@@ -112,6 +116,7 @@ private:
     void ChooseLanguageAtFirstStart();
 
     static CVxMainWindow* s_instance;
+    static bool s_openSampleAtFirstStart;
 
     CVxAppHelperQt* m_helper = nullptr;
     CVxMainRenderArea* m_renderArea = nullptr;

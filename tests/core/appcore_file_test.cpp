@@ -4,7 +4,9 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperHeadless.h"
+#include "CVxFloor.h"
 #include "CVxOptions.h"
+#include "CVxUnits.h"
 #include "VxContainerTestUtil.h"
 #include "VxTestEnv.h"
 
@@ -290,4 +292,74 @@ TEST_F(AppCoreFile, ChangedFileOnDiskAsksOnlyForRealChanges)
     m_host.answers = {VX_MBR_YES};
     core->OnOpenedFileChangedOnDisk();
     EXPECT_DOUBLE_EQ(core->GetProject().m_width, 800);
+}
+
+TEST_F(AppCoreFile, MissingFilesAreRemovedReplacedOrKeptInTheNewFile)
+{
+    // The program's own sky pictures are proposed for a lost sky box.
+    const CVxStringW app = m_folder + L"app/";
+    QDir().mkpath((app + L"textures").ToQString());
+    WriteAll(app + L"textures/skybox-front.png", "front");
+    core->SetAppFolder(app);
+    WriteAll(m_folder + L"new.png", "new");
+    CVxProject& project = core->GetProject();
+    project.m_skyBoxLeft = m_folder + L"gone/left.png";
+    project.m_skyBoxRight = m_folder + L"gone/right.png";
+    project.m_skyBoxTop = m_folder + L"gone/top.png";
+    project.m_skyBoxFront = m_folder + L"gone/skybox-front.png";
+    ASSERT_TRUE(project.SaveToFile(m_folder + L"lost.pvp", false, nullptr));
+    ASSERT_TRUE(core->OpenFile(m_folder + L"lost.pvp", false));
+
+    std::vector<CVxMissingFileInfo> decided = core->GetMissingFiles();
+    ASSERT_EQ(decided.size(), 4u);
+    for (CVxMissingFileInfo& info : decided) {
+        const CVxStringW name = info.filePath.ExtractFileTitle();
+        if (name == L"skybox-front.png") {
+            EXPECT_EQ(info.resolution, CVxMissingFileInfo::VX_MISSING_REPLACE);
+            EXPECT_EQ(info.replacementPath, app + L"textures/skybox-front.png");
+            continue;
+        }
+        EXPECT_EQ(info.resolution, CVxMissingFileInfo::VX_MISSING_KEEP);
+        if (name == L"left.png") {
+            info.resolution = CVxMissingFileInfo::VX_MISSING_REMOVE;
+        } else if (name == L"right.png") {
+            info.resolution = CVxMissingFileInfo::VX_MISSING_REPLACE;
+            info.replacementPath = m_folder + L"new.png";
+        }
+    }
+    const CVxStringW fixed = m_folder + L"fixed.pvp";
+    ASSERT_TRUE(core->ResolveMissingFiles(decided, fixed));
+    EXPECT_EQ(core->GetProjectPath(), fixed);
+    EXPECT_TRUE(project.m_skyBoxLeft.IsEmpty());
+    EXPECT_EQ(ReadAll(project.m_skyBoxRight), QByteArray("new"));
+    EXPECT_EQ(ReadAll(project.m_skyBoxFront), QByteArray("front"));
+    // The ignored one is still referred to, and still missing.
+    EXPECT_EQ(project.m_skyBoxTop.ExtractFileTitle(), L"top.png");
+    ASSERT_EQ(core->GetMissingFiles().size(), 1u);
+    EXPECT_EQ(core->GetMissingFiles()[0].filePath.ExtractFileTitle(), L"top.png");
+}
+
+TEST_F(AppCoreFile, MergedProjectIsScaledToTheUnitAndBecomesTheModifiedProject)
+{
+    // A 2 by 1 metre room drawn in millimetres.
+    CVxProject other;
+    other.m_unit = CVxUnits::UNIT_MM;
+    other.GetFloor()->m_walls.SetAsBasicRect(2000, 1000, 100, 2500);
+    other.m_width = 2000;
+    other.m_height = 1000;
+    ASSERT_TRUE(other.SaveToFile(m_folder + L"mm.pvp", false, nullptr));
+
+    core->GetProject().m_unit = CVxUnits::UNIT_CM;
+    CVxProject merged;
+    core->GetProject().CopyTo(&merged);
+    CVxProject second;
+    EXPECT_FALSE(CVxAppCore::LoadProjectForMerge(m_folder + L"none.pvp", merged, &second));
+    ASSERT_TRUE(CVxAppCore::LoadProjectForMerge(m_folder + L"mm.pvp", merged, &second));
+    EXPECT_EQ(second.m_unit, CVxUnits::UNIT_CM);
+    EXPECT_NEAR(second.GetFloor()->m_walls.walls[0].thickness, 10, 1e-9);
+
+    const int walls = merged.GetFloor()->m_walls.GetWallCount();
+    core->MergeProjects(&merged, &second, CVxDPoint(0, 0), CVxDPoint(0, 0), false);
+    EXPECT_EQ(core->GetProject().GetFloor()->m_walls.GetWallCount(), walls + 4);
+    EXPECT_TRUE(core->GetProject().IsModified());
 }

@@ -1,6 +1,9 @@
 #pragma once
 // Widget tests run with their home, data and settings folders in a private
-// temporary folder, set before the application object exists.
+// temporary folder, set before the application object exists. Every window
+// starts with the default project, though the settings mark a first start.
+
+#include "CVxMainWindow.h"
 
 #include <QByteArray>
 #include <QDir>
@@ -19,6 +22,7 @@ public:
         qputenv("XDG_CONFIG_HOME", (root + QStringLiteral("/config")).toUtf8());
         qputenv("XDG_RUNTIME_DIR", root.toUtf8());
         qputenv("LANG", "en_US.UTF-8");
+        CVxMainWindow::SetOpenSampleAtFirstStart(false);
     }
     QString Path() const { return m_dir.path(); }
     // Where the window keeps config.ini.

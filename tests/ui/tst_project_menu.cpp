@@ -3,6 +3,7 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
+#include "CVxFloor.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "VxUiTestEnv.h"
@@ -96,6 +97,7 @@ private slots:
     void cleanup();
     void itemsAndShortcuts();
     void samplesOpenUntitledAndEnterTheRecentList();
+    void firstStartOpensTheSampleUntitled();
     void closeOfAModifiedProjectAsks();
     void closeQuestionInARealMessageBox();
     void droppedProjectFileOpens();
@@ -139,7 +141,8 @@ void TestProjectMenu::itemsAndShortcuts()
     QCOMPARE(ItemTexts(menu),
              (QStringList{QStringLiteral("Start New Project"), QStringLiteral("Open"), QStringLiteral("Save"),
                           QStringLiteral("Save As..."), QStringLiteral("Revert to Saved"),
-                          QStringLiteral("Samples"), QStringLiteral("Exit")}));
+                          QStringLiteral("Merge Projects..."), QStringLiteral("Samples"),
+                          QStringLiteral("Exit")}));
     QCOMPARE(FindItem(menu, QStringLiteral("Start New Project"))->shortcut(),
              QKeySequence(QStringLiteral("Ctrl+N")));
     QCOMPARE(FindItem(menu, QStringLiteral("Open"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
@@ -171,6 +174,27 @@ void TestProjectMenu::samplesOpenUntitledAndEnterTheRecentList()
     core->InitProject();
     recent->trigger();
     QCOMPARE(core->GetProject().m_width, 432.0);
+}
+
+void TestProjectMenu::firstStartOpensTheSampleUntitled()
+{
+    const CVxStringW sample(m_samples + QStringLiteral("Sample.pvp"));
+    CVxProject expected;
+    QVERIFY(expected.LoadFromFile(sample, nullptr, nullptr, false, 0));
+    expected.RemoveTempFiles();
+    // Settings as at a real first start: the earlier windows' recent files
+    // would be opened instead.
+    QFile::remove(g_home->AppDataFolder() + QStringLiteral("config.ini"));
+    CVxMainWindow::SetOpenSampleAtFirstStart(true);
+    CVxMainWindow window;
+    CVxMainWindow::SetOpenSampleAtFirstStart(false);
+    QVERIFY(window.IsFirstStart());
+    const CVxProject& project = VX_GetCore()->GetProject();
+    QCOMPARE(project.GetFloorCount(), expected.GetFloorCount());
+    QCOMPARE(project.m_floors[0]->m_walls.GetWallCount(), expected.m_floors[0]->m_walls.GetWallCount());
+    QCOMPARE(project.m_floors[0]->CountUsedObjects(), expected.m_floors[0]->CountUsedObjects());
+    QVERIFY(VX_GetCore()->GetProjectPath().IsEmpty());
+    QCOMPARE(VX_GetOptions()->m_recent[0].ToQString(), QStringLiteral("$SAMPLE$/Sample.pvp"));
 }
 
 void TestProjectMenu::closeOfAModifiedProjectAsks()
