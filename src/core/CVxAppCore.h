@@ -6,9 +6,11 @@
 #include "CVxFileChangeMonitor.h"
 #include "CVxFloorPlan.h"
 #include "CVxMissingFileInfo.h"
+#include "CVxPart.h"
 #include "CVxProject.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
+#include "IVxSpecialEditor.h"
 #include "VxDrawFlags.h"
 #include "VxIntGeometry.h"
 
@@ -16,6 +18,7 @@
 #include <vector>
 
 class CVxDC;
+class CVxPicBuf;
 
 class CVxAppCore
 {
@@ -56,6 +59,22 @@ public:
     // centred in width by height. False when cancel was set meanwhile.
     bool DrawProjectThumb(CVxDC* dc, CVxProject& project, int width, int height, bool cropToObjects,
                           const bool* cancel);
+    // Drawing stops while any pause is on; pauses nest.
+    void PauseDrawing(bool pause);
+    bool IsDrawingPaused() const { return m_drawingPaused != 0; }
+    // The editor that has taken over the plan view, null for the plain plan.
+    IVxSpecialEditor* GetActiveEditor() const { return m_activeEditor; }
+    void SetActiveEditor(IVxSpecialEditor* editor) { m_activeEditor = editor; }
+    // The current floor's scan of a paper drawing, shown under the plan as a
+    // picture part. Without a picture the floor's file is loaded; when that
+    // fails the floor forgets the file and false comes back. The part takes
+    // the floor's placement, or an empty one fits the picture into the sheet.
+    bool LoadCurrentBkgFloorScan(CVxPicBuf* picture, bool show);
+    void ResetBkgFloorScanPart();
+    const CVxPart& GetBkgScanPart() const { return m_scanPart; }
+    // Frames and handles around the selected objects of the current floor.
+    void DrawSelection(CVxDC* dc, int x, int y);
+
     // The rubber band of a drag: 1 line, 2 rectangle, 3 ellipse, 0 none.
     void SetTempObject(int kind, double x1, double y1, double x2, double y2);
     int GetTempObjectKind() const { return m_tempKind; }
@@ -155,6 +174,19 @@ public:
 
     // Proposes replacements for the files that the last load missed.
     void LibCheckFillMissingProjectFiles(std::list<CVxMissingFileInfo>* missing);
+    // The user's decisions about the missing files: the project is saved
+    // into `path` with them applied and loaded again from there.
+    bool ResolveMissingFiles(const std::vector<CVxMissingFileInfo>& decided, const CVxStringW& path);
+    // The Save As question; empty when cancelled. A name without extension
+    // gets ".pvp".
+    CVxStringW AskProjectSaveFileName();
+
+    // The second project of a merge, in the unit of `current`.
+    static bool LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second);
+    // `merged`, a copy of the project, takes `second` in (see
+    // CVxProject::MergeProject) and becomes the project; `second` is reset.
+    void MergeProjects(CVxProject* merged, CVxProject* second, const CVxDPoint& shift,
+                       const CVxDPoint& secondShift, bool createNewFloor);
 
     CVxFileChangeMonitor& GetFileMonitor() { return m_fileMonitor; }
     // The watcher saw the project's file change. True asks the host to
@@ -168,7 +200,8 @@ private:
     void AfterTransform();
     // The floor whose local coordinates apply, null when none do.
     const CVxFloor* LocalCoordsFloor() const;
-    void DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
+    // True when the background scan was drawn.
+    bool DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
                        int flags);
     void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);
     void DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
@@ -177,6 +210,9 @@ private:
     void DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags);
 
     unsigned char m_drawingAllowed = 0;
+    unsigned short m_drawingPaused = 0;
+    IVxSpecialEditor* m_activeEditor = nullptr;
+    CVxPart m_scanPart;
     unsigned char m_appExiting = 0;
     CVxProject m_project;
     CVxFloorPlan m_floorPlan;

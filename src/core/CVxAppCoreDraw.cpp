@@ -1,10 +1,12 @@
 // The plan of the current floor as the main view, image export and
-// thumbnails show it: white ground, room floors, grid, walls and openings.
+// thumbnails show it: white ground, room floors, the scan of a paper
+// drawing, grid, walls and openings, objects, annotations and the selection.
 
 #include "CVxAppCore.h"
 
 #include "CVxDC.h"
 #include "CVxOptions.h"
+#include "CVxPicBuf.h"
 #include "CVxPictureLoadCache.h"
 #include "VxGMDraw.h"
 #include "VxZoomLadder.h"
@@ -46,6 +48,8 @@ int CVxAppCore::GetPartDrawFlagsFromOptions() const
 
 void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, int flags)
 {
+    if (m_drawingPaused)
+        return;
     const int oldColorMode = dc->GetColorMode();
     if (flags & drawBlackWhite)
         dc->SetColorMode(CVxDC::colorModeGrey);
@@ -61,20 +65,114 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
     const int height = static_cast<int>(m_project.m_height * zoom) + marginTop + marginBottom;
     const int clipX = std::max(x, 0);
     const int clipY = std::max(y, 0);
-    dc->SetClipRect(VxRECT{clipX, clipY, x + width, y + height});
+    const VxRECT clip{clipX, clipY, x + width, y + height};
+    dc->SetClipRect(clip);
+    dc->SetInterpolationQuality(false);
+    dc->SelectFont(CVxDC::IsPrinting() ? m_project.m_captionPrintFont : m_project.m_captionFont);
     dc->SetBkMode(CVxDC::bkTransparent);
     CVxPictureLoadCache::ResetDrawnFlags();
 
-    DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
-    DrawRoomWalls(dc, zoom, originX, originY, flags, false);
+    const bool scanShown = DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
+    DrawRoomWalls(dc, zoom, originX, originY, flags, scanShown);
+    if (m_activeEditor)
+        m_activeEditor->OnDrawBackground(dc, zoom, originX, originY, clip, flags, 2);
     DrawObjects(dc, zoom, originX, originY, updateRect, flags);
     DrawTempObject(dc, zoom, originX, originY);
     DrawGridLabels(dc, zoom, x, y, width, height, flags);
 
     dc->ClearClipping();
+    if (m_activeEditor)
+        m_activeEditor->OnDraw(dc, zoom, originX, originY);
+    if (m_showAnnotations)
+        m_project.GetFloor()->m_annotations.Draw(dc, originX, originY, zoom);
+    if (flags & drawHandles)
+        DrawSelection(dc, originX, originY);
+    dc->SelectOldFont();
     dc->SetColorMode(oldColorMode);
     // Pictures that no object showed in this pass leave memory.
     CVxPictureLoadCache::RemovePicturesNotDrawn();
+}
+
+void CVxAppCore::PauseDrawing(bool pause)
+{
+    if (pause)
+        ++m_drawingPaused;
+    else if (m_drawingPaused > 0)
+        --m_drawingPaused;
+}
+
+void CVxAppCore::DrawSelection(CVxDC* dc, int x, int y)
+{
+    // Each selected object gets its outline and square handles at the
+    // corners, the middles of the sides and the centre.
+    constexpr int half = 3;
+    CVxFloor* floor = m_project.GetFloor();
+    dc->SelectPen(CVxDC::penSolid | CVxDC::penKeepWidth, 1, 0xC06000);
+    dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+    for (CVxPart& part : floor->m_objects) {
+        if (!part.inUse || !part.selected)
+            continue;
+        const VxPOINT* c = part.GetCachedRect(x, y, m_zoom, nullptr);
+        dc->SelectBrush(CVxDC::brushNull, 0);
+        dc->Polygon(c, 4);
+        dc->SelectOldBrush();
+        VxPOINT handles[9];
+        for (int i = 0; i < 4; ++i) {
+            const VxPOINT& a = c[i];
+            const VxPOINT& b = c[(i + 1) % 4];
+            handles[2 * i] = a;
+            handles[2 * i + 1] = VxPOINT{(a.x + b.x) / 2, (a.y + b.y) / 2};
+        }
+        handles[8] = VxPOINT{(c[0].x + c[2].x) / 2, (c[0].y + c[2].y) / 2};
+        for (const VxPOINT& h : handles)
+            dc->Rectangle(h.x - half, h.y - half, h.x + half + 1, h.y + half + 1);
+    }
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+}
+
+bool CVxAppCore::LoadCurrentBkgFloorScan(CVxPicBuf* picture, bool show)
+{
+    CVxFloor* floor = m_project.GetFloor();
+    m_scanPart = CVxPart();
+    m_scanPart.inUse = true;
+    m_scanPart.type = ptLogo;
+    if (picture) {
+        m_scanPart.SetPicture(picture);
+    } else {
+        m_scanPart.appearFill.main.texture = floor->m_bkgScanFile;
+        if (floor->m_bkgScanFile.IsEmpty() || !m_scanPart.LoadPicture()) {
+            floor->m_bkgScanFile.Empty();
+            ResetBkgFloorScanPart();
+            return false;
+        }
+    }
+    CVxDRect place = floor->m_bkgScanRect;
+    if (!(place.Width() > 0) || !(place.Height() > 0)) {
+        // Fitted into the whole sheet with its own proportions, centred.
+        CVxPicBuf* image = m_scanPart.GetPicture();
+        const double pictureWidth = std::max(1, image->GetWidth());
+        const double pictureHeight = std::max(1, image->GetHeight());
+        const double totalWidth = m_project.GetTotalWidth();
+        const double totalHeight = m_project.GetTotalHeight();
+        const double scale = std::min(totalWidth / pictureWidth, totalHeight / pictureHeight);
+        const double left = -m_project.m_spaceLeft + (totalWidth - pictureWidth * scale) / 2;
+        const double top = -m_project.m_spaceTop + (totalHeight - pictureHeight * scale) / 2;
+        place = CVxDRect(left, top, left + pictureWidth * scale, top + pictureHeight * scale);
+    }
+    m_scanPart.x = place.left;
+    m_scanPart.y = place.top;
+    m_scanPart.width = place.Width();
+    m_scanPart.height = place.Height();
+    m_scanPart.cacheScale = 0;
+    if (show)
+        m_project.m_bkgScanVisible = true;
+    return true;
+}
+
+void CVxAppCore::ResetBkgFloorScanPart()
+{
+    m_scanPart = CVxPart();
 }
 
 void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, const VxRECT& updateRect,
@@ -106,7 +204,7 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
     }
 }
 
-void CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
+bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
                                int clipY, int flags)
 {
     dc->SetBkColor(0xFFFFFF, 255);
@@ -117,16 +215,31 @@ void CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
         dc->SelectOldBrush();
         dc->SelectOldPen();
     }
-    // Floor textures hide the grid unless it is drawn over them; without
-    // textures it goes over the room colours and under the walls.
-    const bool gridUnder = (flags & drawFloorTextures) && m_floorPlan.IsFloorTexturePresent();
-    if (gridUnder)
-        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
-    dc->SelectPen(CVxDC::penNull, 0, 0);
-    m_floorPlan.DrawRegions(dc, x, y, zoom, flags);
-    dc->SelectOldPen();
+    const VxRECT clip{clipX, clipY, clipX + width, clipY + height};
+    if (m_activeEditor)
+        m_activeEditor->OnDrawBackground(dc, zoom, x, y, clip, flags, 0);
+    const int editor = m_activeEditor ? m_activeEditor->GetID() : 0;
+    bool gridUnder = false;
+    bool scanShown = false;
+    if (editor != VX_EDITOR_SIDE && editor != VX_EDITOR_PAGE_LAYOUT) {
+        // Floor textures hide the grid unless it is drawn over them; without
+        // textures it goes over the room colours and under the walls.
+        gridUnder = (flags & drawFloorTextures) && m_floorPlan.IsFloorTexturePresent();
+        if (gridUnder)
+            DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+        dc->SelectPen(CVxDC::penNull, 0, 0);
+        m_floorPlan.DrawRegions(dc, x, y, zoom, flags);
+        dc->SelectOldPen();
+        if (m_project.m_bkgScanVisible && m_scanPart.GetPicture()) {
+            m_scanPart.DrawToHdc(dc, m_project.GetFloor(), m_project.m_unit, x, y, zoom, flags, 0, 1.0);
+            scanShown = true;
+        }
+        if (m_activeEditor)
+            m_activeEditor->OnDrawBackground(dc, zoom, x, y, clip, flags, 1);
+    }
     if (!gridUnder)
         DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+    return scanShown;
 }
 
 void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,

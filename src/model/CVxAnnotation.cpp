@@ -1,11 +1,15 @@
 #include "CVxAnnotation.h"
 
+#include "CVxDC.h"
+
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "CVxStringTokenizer.h"
 #include "VxEps.h"
+#include "VxGMDraw.h"
 #include "VxNumbers.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -104,4 +108,34 @@ void CVxAnnotation::Rotate(double degrees)
 bool CVxAnnotation::operator==(const CVxAnnotation& other) const
 {
     return m_items == other.m_items;
+}
+
+void CVxAnnotation::Draw(CVxDC* dc, int x, int y, double zoom) const
+{
+    for (const CVxAnnotItem& item : m_items) {
+        const int count = item.m_poly.GetVertexCount();
+        const double width = item.m_scaleWidth ? item.m_width * zoom : item.m_width;
+        if (count == 0 || !std::isfinite(width))
+            continue;
+        const int pixels = static_cast<int>(std::clamp(std::lround(width), 1L, 4096L));
+        const auto alpha = static_cast<unsigned char>(item.m_alpha < 0 ? 255 : std::min(item.m_alpha, 255));
+        if (count == 1) {
+            const CVxDPoint& point = item.m_poly.points.front();
+            const double cx = point.x * zoom + x;
+            const double cy = point.y * zoom + y;
+            if (!std::isfinite(cx) || !std::isfinite(cy) || std::fabs(cx) > 1e8 || std::fabs(cy) > 1e8)
+                continue;
+            const int left = static_cast<int>(std::lround(cx - pixels / 2.0));
+            const int top = static_cast<int>(std::lround(cy - pixels / 2.0));
+            dc->SelectPen(CVxDC::penNull, 0, 0);
+            dc->SelectBrush(CVxDC::brushSolid, item.m_color, 0, alpha);
+            dc->Ellipse(left, top, left + pixels + 1, top + pixels + 1);
+        } else {
+            dc->SelectPen(CVxDC::penSolid, pixels, item.m_color, alpha);
+            dc->SelectBrush(CVxDC::brushNull, 0);
+            GMDrawBezierPolygon(*dc, item.m_poly, zoom, x, y, true);
+        }
+        dc->SelectOldBrush();
+        dc->SelectOldPen();
+    }
 }

@@ -9,6 +9,7 @@
 
 #include <vector>
 
+class CVxDC;
 class CVxIniWriter;
 
 class CVxAnnotItem
@@ -50,6 +51,11 @@ public:
     int GetCount() const { return static_cast<int>(m_items.size()); }
     CVxAnnotItem* SafeGetItem(int index);
     const CVxAnnotItem* SafeGetItem(int index) const;
+
+    // Over the plan with pixel = coordinate * zoom + (x, y): a one-point
+    // item as a disc as wide as its line, others as open curves. Widths are
+    // pixels, or plan units when the item's width grows with the zoom.
+    void Draw(CVxDC* dc, int x, int y, double zoom) const;
 
     // Every polygon, without any unit correction.
     void Move(double dx, double dy);

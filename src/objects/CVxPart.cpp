@@ -515,6 +515,17 @@ bool CVxPart::LoadPicture()
     return picture != nullptr;
 }
 
+void CVxPart::SetPicture(CVxPicBuf* newPicture)
+{
+    if (newPicture == picture)
+        return;
+    if (newPicture)
+        newPicture->AddRef();
+    if (picture)
+        CVxPictureLoadCache::ReleasePicture(picture);
+    picture = newPicture;
+}
+
 void CVxPart::SetThumb(CVxPicBuf* newThumb)
 {
     if (newThumb)

@@ -265,6 +265,8 @@ public:
     // share it.
     bool LoadPicture();
     CVxPicBuf* GetPicture() const { return picture; }
+    // Shares the given picture (or none) instead of the current one.
+    void SetPicture(CVxPicBuf* newPicture);
     void SetThumb(CVxPicBuf* newThumb);
     CVxPicBuf* GetThumb() const { return thumb; }
 

@@ -4,6 +4,7 @@
 #include "CVxAppCore.h"
 #include "CVxFloor.h"
 #include "CVxOptions.h"
+#include "CVxPicBuf.h"
 #include "CVxQtDC.h"
 #include "VxTestEnv.h"
 
@@ -220,4 +221,101 @@ TEST_F(AppCorePlan, ThumbnailShowsTheRoomAndStopsWhenCancelled)
     const bool cancel = true;
     CVxQtDC cancelled(128, 96, false);
     EXPECT_FALSE(core->DrawProjectThumb(&cancelled, project, 128, 96, false, &cancel));
+}
+
+namespace {
+// Notes the passes it is offered, and what the surface clips at each.
+class CRecordingEditor : public IVxSpecialEditor
+{
+public:
+    void OnDraw(CVxDC*, double, int, int) override { passes.push_back(10); }
+    void OnDrawBackground(CVxDC*, double, int, int, const VxRECT&, int, int stage) override
+    {
+        passes.push_back(stage);
+    }
+    int GetID() const override { return VX_EDITOR_WALL; }
+    std::vector<int> passes;
+};
+} // namespace
+
+TEST_F(AppCorePlan, OverlaysScanAnnotationsSelectionAndEditorPasses)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxFloor* floor = project.GetFloor();
+    core->SetZoom(1);
+    core->RebuildRoom();
+    const int width = static_cast<int>(project.GetTotalWidth());
+    const int height = static_cast<int>(project.GetTotalHeight());
+    const int left = static_cast<int>(project.m_spaceLeft);
+    const int top = static_cast<int>(project.m_spaceTop);
+    auto render = [&](int flags) {
+        CVxQtDC dc(width, height, false);
+        core->DrawProject(&dc, 0, 0, VxRECT{0, 0, width, height}, flags);
+        return *dc.GetImage();
+    };
+    auto rgb = [](const QImage& image, int x, int y) { return image.pixelColor(x, y).rgb() & 0xFFFFFF; };
+
+    // A red scan fitted into the sheet: under the walls, which let it show
+    // through, and over the room floor.
+    QImage red(50, 30, QImage::Format_RGB32);
+    red.fill(QColor(255, 0, 0));
+    auto* scan = new CVxPicBuf(red);
+    ASSERT_TRUE(core->LoadCurrentBkgFloorScan(scan, true));
+    scan->Release();
+    QImage withScan = render(0);
+    EXPECT_EQ(rgb(withScan, left + 200, top + 150), 0xFF0000u);
+    const QColor wall = withScan.pixelColor(left + 2, top + 150);
+    EXPECT_GT(wall.red(), wall.green() + 40) << "walls are translucent over a scan";
+    core->ResetBkgFloorScanPart();
+    floor->m_bkgScanFile = L"/no/such/scan.png";
+    EXPECT_FALSE(core->LoadCurrentBkgFloorScan(nullptr, true));
+    EXPECT_TRUE(floor->m_bkgScanFile.IsEmpty());
+    EXPECT_NE(rgb(render(0), left + 200, top + 150), 0xFF0000u);
+
+    // A dot and a stroke of the highlighter, hidden with the comments.
+    CVxAnnotItem dot;
+    dot.m_poly.points.push_back(CVxDPoint(100, 100));
+    dot.m_color = 0x00FF00;
+    dot.m_width = 12;
+    CVxAnnotItem stroke;
+    stroke.m_poly.points = {CVxDPoint(200, 50), CVxDPoint(300, 50)};
+    stroke.m_color = 0xFF0000; // blue
+    stroke.m_width = 3;
+    stroke.m_scaleWidth = true;
+    floor->m_annotations.m_items = {dot, stroke};
+    QImage marked = render(0);
+    EXPECT_EQ(rgb(marked, left + 100, top + 100), 0x00FF00u);
+    EXPECT_EQ(rgb(marked, left + 250, top + 50), 0x0000FFu);
+    core->SetShowAnnotations(false);
+    EXPECT_NE(rgb(render(0), left + 100, top + 100), 0x00FF00u);
+    core->SetShowAnnotations(true);
+    floor->m_annotations.Reset();
+
+    // Handles only where the paint event asks for them.
+    CVxPart* box = floor->GetNewObject();
+    box->type = ptRectangle;
+    box->x = 100;
+    box->y = 100;
+    box->width = 100;
+    box->height = 80;
+    box->selected = true;
+    const QImage handles = render(CVxAppCore::drawHandles);
+    const QImage none = render(0);
+    EXPECT_NE(handles.pixelColor(left + 150, top + 100), none.pixelColor(left + 150, top + 100));
+    EXPECT_EQ(handles.pixelColor(left + 120, top + 125), none.pixelColor(left + 120, top + 125));
+
+    // An editor is offered the background at stages 0, 1 and 2 and then
+    // the top; a paused core draws nothing at all.
+    CRecordingEditor editor;
+    core->SetActiveEditor(&editor);
+    render(0);
+    core->SetActiveEditor(nullptr);
+    EXPECT_EQ(editor.passes, (std::vector<int>{0, 1, 2, 10}));
+    core->PauseDrawing(true);
+    core->PauseDrawing(true);
+    core->PauseDrawing(false);
+    EXPECT_TRUE(render(0).pixelColor(left + 200, top + 150).alpha() == 0);
+    core->PauseDrawing(false);
+    EXPECT_FALSE(core->IsDrawingPaused());
 }
