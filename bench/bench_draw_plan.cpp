@@ -1,7 +1,9 @@
 // Painting the main view: a furnished floor of 5000 objects and about 200
 // walls into a full-HD picture with antialiasing, all of it in view and
 // zoomed in on one corner, where most objects fall outside and must cost no
-// more than a rectangle test.
+// more than a rectangle test. The whole view is measured with the kept
+// pictures of small drawings as repaints find them, with none kept from the
+// last repaint, and without them.
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperHeadless.h"
@@ -78,7 +80,17 @@ void FurnishProject(CVxProject& project)
     }
 }
 
-void DrawAt(benchmark::State& state, double zoomFactor)
+// How kept pictures of small drawings take part: kept between repaints as
+// in the main view, let go before each repaint as after a zoom step, or not
+// used at all.
+enum class ESprites
+{
+    kept,
+    cold,
+    off
+};
+
+void DrawAt(benchmark::State& state, double zoomFactor, ESprites sprites = ESprites::kept)
 {
     static SGuiApp gui;
     CVxAppCore* core = VX_GetCore();
@@ -93,12 +105,19 @@ void DrawAt(benchmark::State& state, double zoomFactor)
     const int flags = CVxAppCore::drawGrid | CVxAppCore::drawFloorTextures;
     CVxQtDC dc(kImageWidth, kImageHeight, true);
     const VxRECT update{0, 0, kImageWidth, kImageHeight};
+    core->EnableSpriteCache(sprites != ESprites::off);
     for (auto _ : state) {
+        if (sprites == ESprites::cold) {
+            core->EnableSpriteCache(false);
+            core->EnableSpriteCache(true);
+        }
         core->DrawProject(&dc, 0, 0, update, flags);
         benchmark::DoNotOptimize(dc.GetImage());
     }
     state.counters["objects"] = project.m_floors.front()->CountUsedObjects();
     state.counters["walls"] = project.m_floors.front()->m_walls.GetWallCount();
+    state.counters["sprites"] = core->GetSpriteCache().GetCount();
+    core->EnableSpriteCache(true);
 }
 
 void BM_DrawFurnishedFloorAllVisible(benchmark::State& state)
@@ -106,6 +125,18 @@ void BM_DrawFurnishedFloorAllVisible(benchmark::State& state)
     DrawAt(state, 1.0);
 }
 BENCHMARK(BM_DrawFurnishedFloorAllVisible)->Unit(benchmark::kMillisecond);
+
+void BM_DrawFurnishedFloorAllVisibleColdSprites(benchmark::State& state)
+{
+    DrawAt(state, 1.0, ESprites::cold);
+}
+BENCHMARK(BM_DrawFurnishedFloorAllVisibleColdSprites)->Unit(benchmark::kMillisecond);
+
+void BM_DrawFurnishedFloorAllVisibleNoSprites(benchmark::State& state)
+{
+    DrawAt(state, 1.0, ESprites::off);
+}
+BENCHMARK(BM_DrawFurnishedFloorAllVisibleNoSprites)->Unit(benchmark::kMillisecond);
 
 // At eight times the zoom about a sixtieth of the plan is in the picture.
 void BM_DrawFurnishedFloorCorner(benchmark::State& state)

@@ -8,6 +8,7 @@
 #include "CVxMissingFileInfo.h"
 #include "CVxPart.h"
 #include "CVxProject.h"
+#include "CVxSpriteCache.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 #include "IVxSpecialEditor.h"
@@ -72,6 +73,10 @@ public:
     bool LoadCurrentBkgFloorScan(CVxPicBuf* picture, bool show);
     void ResetBkgFloorScanPart();
     const CVxPart& GetBkgScanPart() const { return m_scanPart; }
+    // Kept pictures of small object drawings (on by default); switching off
+    // lets them go.
+    void EnableSpriteCache(bool on);
+    const CVxSpriteCache& GetSpriteCache() const { return m_spriteCache; }
     // Frames and handles around the selected objects of the current floor.
     void DrawSelection(CVxDC* dc, int x, int y);
 
@@ -213,6 +218,8 @@ private:
     unsigned short m_drawingPaused = 0;
     IVxSpecialEditor* m_activeEditor = nullptr;
     CVxPart m_scanPart;
+    CVxSpriteCache m_spriteCache;
+    bool m_useSpriteCache = true;
     unsigned char m_appExiting = 0;
     CVxProject m_project;
     CVxFloorPlan m_floorPlan;

@@ -8,6 +8,7 @@
 #include "CVxOptions.h"
 #include "CVxPicBuf.h"
 #include "CVxPictureLoadCache.h"
+#include "CVxQtDC.h"
 #include "VxGMDraw.h"
 #include "VxZoomLadder.h"
 
@@ -91,6 +92,13 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
     dc->SetColorMode(oldColorMode);
     // Pictures that no object showed in this pass leave memory.
     CVxPictureLoadCache::RemovePicturesNotDrawn();
+}
+
+void CVxAppCore::EnableSpriteCache(bool on)
+{
+    m_useSpriteCache = on;
+    if (!on)
+        m_spriteCache.Clear();
 }
 
 void CVxAppCore::PauseDrawing(bool pause)
@@ -180,6 +188,11 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
 {
     CVxFloor* floor = m_project.GetFloor();
     const CVxViewLayers& layers = floor->m_layers;
+    // On a raster surface small drawings come from kept pictures where the
+    // same one was drawn before.
+    auto* raster = m_useSpriteCache ? dynamic_cast<CVxQtDC*>(dc) : nullptr;
+    if (raster && !raster->CanTakeSprites())
+        raster = nullptr;
     // Layer by layer, and within a layer in the order of the object list,
     // which the z-order commands change.
     for (int layer = 0; layer < layers.GetLayerCount(); ++layer) {
@@ -199,7 +212,12 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
             if (area.right <= updateRect.left || area.left >= updateRect.right ||
                 area.bottom <= updateRect.top || area.top >= updateRect.bottom)
                 continue;
-            part.DrawToHdc(dc, floor, m_project.m_unit, originX, originY, zoom, flags, transparency, 1.0);
+            const auto draw = [&](CVxDC& surface) {
+                part.DrawToHdc(&surface, floor, m_project.m_unit, originX, originY, zoom, flags, transparency,
+                               1.0);
+            };
+            if (!raster || !m_spriteCache.Draw(*raster, draw))
+                draw(*dc);
         }
     }
 }

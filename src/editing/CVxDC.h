@@ -221,6 +221,9 @@ public:
     static int EllipsesBenchmark() { return 0; }
 
 protected:
+    // Takes over the whole state of the context it records for.
+    friend class CVxRecordingDC;
+
     int m_colorMode = colorModeNormal;
     bool m_highQuality = false;
     bool m_ownsPainter = false;

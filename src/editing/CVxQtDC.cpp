@@ -113,6 +113,34 @@ void CVxQtDC::InitPainter()
     m_smoothing = true;
 }
 
+bool CVxQtDC::CanTakeSprites() const
+{
+    if (!m_painter || !m_painter->isActive() || m_path || IsPrinting())
+        return false;
+    const QPaintDevice* device = m_painter->device();
+    if (!device || device->devicePixelRatioF() != 1.0)
+        return false;
+    const int type = device->devType();
+    if (type != QInternal::Image && type != QInternal::Widget && type != QInternal::Pixmap)
+        return false;
+    return m_painter->transform().isIdentity() && m_painter->opacity() == 1.0 &&
+           m_painter->compositionMode() == QPainter::CompositionMode_SourceOver;
+}
+
+void CVxQtDC::DrawSprite(const QImage& image, int x, int y)
+{
+    m_painter->drawImage(QPoint(x, y), image);
+}
+
+void CVxQtDC::RestoreAfterReplay(int bkMode, unsigned bkColor, bool smoothing)
+{
+    SetBkMode(bkMode);
+    if (smoothing != m_smoothing)
+        EnableSmoothing(smoothing);
+    if (GetBkColor() != bkColor)
+        m_painter->setBackground(QBrush(ToQColor(bkColor, 255)));
+}
+
 int CVxQtDC::GetDPI()
 {
     const QPaintDevice* device = m_painter ? m_painter->device() : nullptr;

@@ -73,6 +73,15 @@ public:
     using CVxDC::MoveTo;
 
     QPainter* GetPainter() const { return m_painter; }
+    bool IsSmoothingEnabled() const { return m_smoothing; }
+    // A raster surface at device scale, drawn on as it is: kept pictures of
+    // drawings may stand in for painting them.
+    bool CanTakeSprites() const;
+    // A kept picture at whole-pixel position, unscaled.
+    void DrawSprite(const QImage& image, int x, int y);
+    // The background and smoothing as a drawing left them that was put down
+    // as a kept picture.
+    void RestoreAfterReplay(int bkMode, unsigned bkColor, bool smoothing);
     // The own surface; null on a borrowed painter.
     const QImage* GetImage() const { return m_ownImage.get(); }
     // A copy of the own surface as it is now; false on a borrowed painter.

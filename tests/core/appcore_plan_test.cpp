@@ -319,3 +319,54 @@ TEST_F(AppCorePlan, OverlaysScanAnnotationsSelectionAndEditorPasses)
     core->PauseDrawing(false);
     EXPECT_FALSE(core->IsDrawingPaused());
 }
+
+TEST_F(AppCorePlan, KeptSymbolPicturesLookLikePaintedSymbols)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxFloor* floor = project.GetFloor();
+    // Rows of the same few symbols at many positions and turns, and a
+    // captioned one that must be painted.
+    static const int numbers[] = {21, 30, 52, 92, 131, 150, 215, 270};
+    for (int i = 0; i < 48; ++i) {
+        CVxPart* part = floor->GetNewObject();
+        part->type = ptLibraryObject;
+        part->libObjID = numbers[i % 8];
+        part->x = 20 + (i % 8) * 58.3;
+        part->y = 20 + (i / 8) * 44.7;
+        part->width = 45;
+        part->height = 30;
+        part->rotation = (i % 3) * 33;
+        part->SetFillColor(0x4080C0);
+    }
+    core->SetZoom(0.9);
+    core->RebuildRoom();
+    const int width = static_cast<int>(project.GetTotalWidth());
+    const int height = static_cast<int>(project.GetTotalHeight());
+    auto render = [&]() {
+        CVxQtDC dc(width, height, true);
+        core->DrawProject(&dc, 0, 0, VxRECT{0, 0, width, height}, 0);
+        return *dc.GetImage();
+    };
+    core->EnableSpriteCache(false);
+    const QImage painted = render();
+    core->EnableSpriteCache(true);
+    const QImage cold = render();
+    const int kept = core->GetSpriteCache().GetCount();
+    const QImage warm = render();
+    EXPECT_GT(kept, 0);
+    EXPECT_LT(kept, 48) << "repeated symbols share a picture";
+    EXPECT_EQ(core->GetSpriteCache().GetCount(), kept) << "a repaint finds them all";
+    int worst = 0;
+    for (const QImage* image : {&cold, &warm}) {
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const QColor a = painted.pixelColor(x, y);
+                const QColor b = image->pixelColor(x, y);
+                worst = std::max({worst, std::abs(a.red() - b.red()), std::abs(a.green() - b.green()),
+                                  std::abs(a.blue() - b.blue()), std::abs(a.alpha() - b.alpha())});
+            }
+        }
+    }
+    EXPECT_LE(worst, 2);
+}
