@@ -47,16 +47,21 @@ CVxStringA& CVxStringA::sprintf(const char* format, ...)
 CVxStringA CVxStringA::IntToHex(unsigned value, int digits, bool prefix)
 {
     static const char kDigits[] = "0123456789ABCDEF";
-    std::string text;
+    // Filled from the end: "0x", at most 16 digits.
+    char buffer[18];
+    char* const end = buffer + sizeof(buffer);
+    char* first = end;
     do {
-        text.insert(text.begin(), kDigits[value & 15u]);
+        *--first = kDigits[value & 15u];
         value >>= 4;
     } while (value != 0);
     if (digits > 16)
         digits = 16;
-    while (static_cast<int>(text.size()) < digits)
-        text.insert(text.begin(), '0');
-    if (prefix)
-        text.insert(0, "0x");
-    return CVxStringA(text);
+    while (end - first < digits)
+        *--first = '0';
+    if (prefix) {
+        *--first = 'x';
+        *--first = '0';
+    }
+    return CVxStringA(std::string(first, end));
 }

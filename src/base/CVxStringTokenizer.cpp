@@ -17,6 +17,18 @@ CVxStringW CVxStringTokenizer::GetNextToken()
     return token;
 }
 
+void CVxStringTokenizer::GetNextToken(CVxStringW& token)
+{
+    token.Empty();
+    if (!IsNextToken())
+        return;
+    int end = m_text.Find(m_separator, m_pos);
+    if (end < 0)
+        end = m_text.GetLength();
+    token.Std().assign(m_text.Std(), static_cast<size_t>(m_pos), static_cast<size_t>(end - m_pos));
+    m_pos = end + 1;
+}
+
 std::vector<CVxStringW> CVxStringTokenizer::GetTokenList()
 {
     std::vector<CVxStringW> tokens;

@@ -14,6 +14,8 @@ public:
 
     bool IsNextToken() const { return m_pos < m_text.GetLength(); }
     CVxStringW GetNextToken();
+    // The same into `token`, whose room is used again.
+    void GetNextToken(CVxStringW& token);
     std::vector<CVxStringW> GetTokenList();
 
 private:

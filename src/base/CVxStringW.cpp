@@ -92,7 +92,9 @@ CVxStringW CVxStringW::FromDoubleUsingLocale(double value, int precision)
 
 CVxStringW CVxStringW::IntToHex(unsigned value, int digits, bool prefix)
 {
-    return CVxStringW(CVxStringA::IntToHex(value, digits, prefix));
+    // Digits and "0x" only: widened without the locale's conversion.
+    const std::string narrow = CVxStringA::IntToHex(value, digits, prefix).Std();
+    return CVxStringW(std::wstring(narrow.begin(), narrow.end()));
 }
 
 CVxStringW CVxStringW::ExtractFileFolder() const

@@ -64,7 +64,9 @@ CVxStringA DblSave(double value)
 
 CVxStringW DblSaveW(double value)
 {
-    return CVxStringW(DblSave(value));
+    // The text is ASCII: widened without the locale's conversion.
+    const CVxStringA text = DblSave(value);
+    return CVxStringW(std::wstring(text.Std().begin(), text.Std().end()));
 }
 
 double DblLoad(const char* text, double def)

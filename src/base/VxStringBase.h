@@ -6,41 +6,86 @@
 #include <cstdio>
 #include <cwchar>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 // The scanf family for both character types, for the number readers below.
+// The plain forms that make up nearly every number in a file, a few digits
+// and what ends them, are read directly: swscanf sets up a stream for every
+// call, and projects hold hundreds of thousands of numbers. Whatever scanf
+// might read otherwise (blanks, a second "0x", long runs of digits that may
+// overflow, a lone sign) still goes to scanf.
 namespace VxStringScan {
+template <typename Ch>
+inline int DigitValue(Ch c, bool hex)
+{
+    if (c >= Ch('0') && c <= Ch('9'))
+        return static_cast<int>(c - Ch('0'));
+    if (hex && c >= Ch('a') && c <= Ch('f'))
+        return static_cast<int>(c - Ch('a')) + 10;
+    if (hex && c >= Ch('A') && c <= Ch('F'))
+        return static_cast<int>(c - Ch('A')) + 10;
+    return -1;
+}
+
+// Decimal: an optional sign and digits; hexadecimal: digits only. False,
+// with `v` untouched, for any other form.
+template <typename Ch, typename Value>
+inline bool Plain(const Ch* s, bool hex, Value* v)
+{
+    using Digits = std::conditional_t<(sizeof(Value) > 4), unsigned long long, unsigned>;
+    // Digits that fit the type whatever they are.
+    const int maxDigits = hex ? static_cast<int>(sizeof(Value) * 2) : (sizeof(Value) > 4 ? 18 : 9);
+    bool negative = false;
+    if (!hex && (*s == Ch('-') || *s == Ch('+')))
+        negative = *s++ == Ch('-');
+    if (hex && s[0] == Ch('0') && (s[1] == Ch('x') || s[1] == Ch('X')))
+        return false;
+    Digits digits = 0;
+    int count = 0;
+    for (int d; (d = DigitValue(*s, hex)) >= 0; ++s) {
+        if (++count > maxDigits)
+            return false;
+        digits = digits * (hex ? 16u : 10u) + static_cast<Digits>(d);
+    }
+    if (count == 0)
+        return false;
+    const Value value = static_cast<Value>(digits);
+    *v = negative ? static_cast<Value>(-value) : value;
+    return true;
+}
+
 inline bool Hex(const char* s, unsigned* v)
 {
-    return sscanf(s, "%x", v) == 1;
+    return Plain(s, true, v) || sscanf(s, "%x", v) == 1;
 }
 inline bool Hex(const wchar_t* s, unsigned* v)
 {
-    return swscanf(s, L"%x", v) == 1;
+    return Plain(s, true, v) || swscanf(s, L"%x", v) == 1;
 }
 inline bool Hex(const char* s, unsigned long long* v)
 {
-    return sscanf(s, "%llx", v) == 1;
+    return Plain(s, true, v) || sscanf(s, "%llx", v) == 1;
 }
 inline bool Hex(const wchar_t* s, unsigned long long* v)
 {
-    return swscanf(s, L"%llx", v) == 1;
+    return Plain(s, true, v) || swscanf(s, L"%llx", v) == 1;
 }
 inline bool Dec(const char* s, int* v)
 {
-    return sscanf(s, "%d", v) == 1;
+    return Plain(s, false, v) || sscanf(s, "%d", v) == 1;
 }
 inline bool Dec(const wchar_t* s, int* v)
 {
-    return swscanf(s, L"%d", v) == 1;
+    return Plain(s, false, v) || swscanf(s, L"%d", v) == 1;
 }
 inline bool Dec(const char* s, long long* v)
 {
-    return sscanf(s, "%lld", v) == 1;
+    return Plain(s, false, v) || sscanf(s, "%lld", v) == 1;
 }
 inline bool Dec(const wchar_t* s, long long* v)
 {
-    return swscanf(s, L"%lld", v) == 1;
+    return Plain(s, false, v) || swscanf(s, L"%lld", v) == 1;
 }
 } // namespace VxStringScan
 

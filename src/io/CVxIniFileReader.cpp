@@ -115,6 +115,28 @@ bool CVxIniFileReader::Start()
 
 bool CVxIniFileReader::ReadSection(IVxReadIniClient* client)
 {
+    // The line, key and value buffers of the last section are used again,
+    // so that a line costs no allocation once they have grown. A client
+    // that reads a section of its own on the way finds them taken and
+    // makes its own.
+    struct SBorrowed
+    {
+        explicit SBorrowed(SVxLineBuffers& owner)
+            : owner(owner), line(std::move(owner.line)), key(std::move(owner.key)),
+              value(std::move(owner.value))
+        {
+        }
+        ~SBorrowed()
+        {
+            owner.line = std::move(line);
+            owner.key = std::move(key);
+            owner.value = std::move(value);
+        }
+        SVxLineBuffers& owner;
+        std::string line;
+        CVxStringA key;
+        CVxStringW value;
+    } lines(m_lineBuffers);
     for (;;) {
         bool eof = false;
         if (m_wide) {
@@ -132,19 +154,23 @@ bool CVxIniFileReader::ReadSection(IVxReadIniClient* client)
                     client->OnReadIniValue(key, line.Mid(equals + 1), this);
             }
         } else {
-            const CVxStringA line = ReadLine(eof);
-            if (line[0] == '[') {
-                const int close = line.Find(']');
-                if (close > 0) {
-                    m_sectionName = line.Mid(1, close - 1);
+            ReadLine(lines.line, eof);
+            const std::string& line = lines.line;
+            if (!line.empty() && line[0] == '[') {
+                const size_t close = line.find(']');
+                if (close != std::string::npos && close > 0) {
+                    m_sectionName = CVxStringA(line.substr(1, close - 1));
                     return true;
                 }
             } else if (client) {
-                const int equals = line.Find('=');
-                if (equals > 0)
-                    client->OnReadIniValue(
-                        line.Left(equals),
-                        VX_StringToUnicode(line.Mid(equals + 1), static_cast<int>(m_codePage)), this);
+                const size_t equals = line.find('=');
+                if (equals != std::string::npos && equals > 0) {
+                    lines.key.Std().assign(line, 0, equals);
+                    lines.value.Std().clear();
+                    VX_AppendUnicodeFromUTF8(line.data() + equals + 1, line.data() + line.size(),
+                                             lines.value.Std());
+                    client->OnReadIniValue(lines.key, lines.value, this);
+                }
             }
         }
         if (eof) {
@@ -257,16 +283,23 @@ void CVxIniFileReader::SkipOneByte()
 
 CVxStringA CVxIniFileReader::ReadLine(bool& eof)
 {
-    eof = false;
     std::string line;
+    ReadLine(line, eof);
+    return CVxStringA(std::move(line));
+}
+
+void CVxIniFileReader::ReadLine(std::string& line, bool& eof)
+{
+    eof = false;
+    line.clear();
     if (IsAtEnd()) {
         eof = true;
-        return CVxStringA();
+        return;
     }
     for (;;) {
         if (m_bufferPos >= m_bufferLength && !ReadNewBuffer()) {
             eof = true;
-            return CVxStringA(std::move(line));
+            return;
         }
         const char* start = m_buffer + m_bufferPos;
         const char* end = m_buffer + m_bufferLength;
@@ -281,7 +314,7 @@ CVxStringA CVxIniFileReader::ReadLine(bool& eof)
             // its LF without a look.
             if (*p == '\r')
                 SkipOneByte();
-            return CVxStringA(std::move(line));
+            return;
         }
     }
 }

@@ -172,6 +172,16 @@ protected:
     int m_kind = VX_READER_OTHER;
     unsigned m_flags = 0;
 
+    // Room for the line being read and its key and value, kept from one
+    // section to the next (see ReadSection).
+    struct SVxLineBuffers
+    {
+        std::string line;
+        CVxStringA key;
+        CVxStringW value;
+    };
+    SVxLineBuffers m_lineBuffers;
+
 private:
     // Takes `size` bytes from the data and hands them to `sink` piece by
     // piece. Once the sink answers false, or without a sink, the rest of the
@@ -187,6 +197,8 @@ private:
     void EndData();
     void SkipOneByte();
     CVxStringA ReadLine(bool& eof);
+    // The next line into `line`, whose room is kept.
+    void ReadLine(std::string& line, bool& eof);
     CVxStringW ReadWideLine(bool& eof);
     bool ReadByte(unsigned char& byte);
     bool ReadWideUnit(wchar_t& unit);

@@ -11,7 +11,9 @@
 
 #include <QUrl>
 
+#include <charconv>
 #include <cmath>
+#include <string>
 #include <vector>
 
 namespace {
@@ -43,6 +45,14 @@ void ReadColor(const CVxStringW& token, unsigned& field)
     unsigned value;
     if (VX_ColorFromText(token, value))
         field = value;
+}
+
+// What "%d" writes.
+void AppendInteger(std::wstring& out, int value)
+{
+    char digits[16];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof(digits), value);
+    out.append(digits, end.ptr);
 }
 
 CVxStringW ColorToken(unsigned colour)
@@ -114,28 +124,34 @@ bool CVxAppearance::operator==(const CVxAppearance& other) const
 
 CVxStringW CVxAppearance::SaveToString(CVxIniWriter* writer) const
 {
-    CVxStringW integers;
-    integers.sprintf(L"|%d|%d|%d|%d|%d|", kind, tileMode, tilePattern, rotation, -1);
-
+    // Built piece by piece into one string: every part of a project writes
+    // two of these.
     CVxStringW text = RelativePath(main.texture, writer);
-    text += L"|";
-    text += RelativePath(blend.texture, writer);
-    text += integers;
-    const double numbers[] = {tileSizeX, tileSizeY, jointWidth, offset.x, offset.y};
-    for (double number : numbers) {
-        text += DblSaveW(number);
-        text += L"|";
+    std::wstring& out = text.Std();
+    out.reserve(out.size() + 160);
+    out += L'|';
+    out += RelativePath(blend.texture, writer).Std();
+    out += L'|';
+    for (int integer : {kind, tileMode, tilePattern, rotation, -1}) {
+        AppendInteger(out, integer);
+        out += L'|';
     }
-    text += L"0|";
-    text += ColorToken(main.color);
-    text += L"|0xFFFFFF|0xFFFFFF|";
-    text += ColorToken(blend.color);
-    text += L"|";
-    text += ColorToken(jointColor);
-    CVxStringW tail;
-    tail.sprintf(L"|%d|%d|%d|", flags, main.transparency, blend.transparency);
-    text += tail;
-    text += tileName;
+    for (double number : {tileSizeX, tileSizeY, jointWidth, offset.x, offset.y}) {
+        out += DblSaveW(number).Std();
+        out += L'|';
+    }
+    out += L"0|";
+    out += ColorToken(main.color).Std();
+    out += L"|0xFFFFFF|0xFFFFFF|";
+    out += ColorToken(blend.color).Std();
+    out += L'|';
+    out += ColorToken(jointColor).Std();
+    out += L'|';
+    for (int integer : {flags, main.transparency, blend.transparency}) {
+        AppendInteger(out, integer);
+        out += L'|';
+    }
+    out += tileName.Std();
     return text;
 }
 
@@ -144,8 +160,9 @@ bool CVxAppearance::LoadFromString(const CVxStringW& text, CVxIniFileReader* rea
     Reset();
     CVxStringTokenizer tokenizer(text, L'|');
     int index = 0;
+    CVxStringW token;
     while (tokenizer.IsNextToken() && index < stringTokenCount) {
-        const CVxStringW token = tokenizer.GetNextToken();
+        tokenizer.GetNextToken(token);
         switch (index) {
         case 0:
             main.texture = AbsolutePath(token, reader);

@@ -28,6 +28,8 @@ public:
     explicit CVxAppearance(unsigned mainColour);
     CVxAppearance(const CVxAppearance&) = default;
     CVxAppearance& operator=(const CVxAppearance&) = default;
+    CVxAppearance(CVxAppearance&&) = default;
+    CVxAppearance& operator=(CVxAppearance&&) = default;
     ~CVxAppearance();
 
     void Reset();

@@ -12,6 +12,7 @@
 #include "VxNumbers.h"
 
 #include <algorithm>
+#include <type_traits>
 #include <utility>
 
 namespace {
@@ -54,20 +55,11 @@ CVxPart& CVxPart::operator=(CVxPart&& other) noexcept
     if (this == &other)
         return *this;
     ReleaseOwned();
-    // Every plain field by the member-wise copy of a stripped source; the
-    // owned pointers change hands.
-    CVxFont* ownFont = std::exchange(other.font, nullptr);
-    CVxPartPayload* ownPayload = std::exchange(other.payload, nullptr);
-    CVxPicBuf* ownPicture = std::exchange(other.picture, nullptr);
-    CVxPicBuf* ownThumb = std::exchange(other.thumb, nullptr);
+    // The members change hands last: the source may be one of them.
     std::vector<CVxPart> members = std::move(other.subParts);
     other.subParts.clear();
-    CopyFrom(other);
+    AssignFields(std::move(other));
     subParts = std::move(members);
-    font = ownFont;
-    payload = ownPayload;
-    picture = ownPicture;
-    thumb = ownThumb;
     return *this;
 }
 
@@ -92,8 +84,24 @@ void CVxPart::ReleaseOwned()
 
 // Member-wise copy of everything but the owned pointers, which are
 // duplicated; assumes nothing is owned yet.
-void CVxPart::CopyFrom(const CVxPart& o)
+void CVxPart::CopyFrom(const CVxPart& other)
 {
+    AssignFields(other);
+}
+
+// Every field from `o`: copied from a part that stays, taken over from one
+// that goes, strings and members included, so that parts move through the
+// loaders' vectors without copying their texts. Assumes nothing is owned yet.
+template <typename Source>
+void CVxPart::AssignFields(Source&& o)
+{
+    constexpr bool take = !std::is_lvalue_reference_v<Source>;
+    const auto pass = [](auto& field) -> decltype(auto) {
+        if constexpr (take)
+            return std::move(field);
+        else
+            return std::as_const(field);
+    };
     x = o.x;
     y = o.y;
     z = o.z;
@@ -103,12 +111,12 @@ void CVxPart::CopyFrom(const CVxPart& o)
     rotation = o.rotation;
     rotation3D = o.rotation3D;
     angle = o.angle;
-    caption = o.caption;
+    caption = pass(o.caption);
     lineColor = o.lineColor;
     textColor = o.textColor;
-    appearFill = o.appearFill;
-    appearFront = o.appearFront;
-    overlayTexture = o.overlayTexture;
+    appearFill = pass(o.appearFill);
+    appearFront = pass(o.appearFront);
+    overlayTexture = pass(o.overlayTexture);
     frontColorEnable = o.frontColorEnable;
     emissive = o.emissive;
     specular = o.specular;
@@ -125,42 +133,53 @@ void CVxPart::CopyFrom(const CVxPart& o)
     thickness = o.thickness;
     snapToWall = o.snapToWall;
     opened = o.opened;
-    font = o.font ? new CVxFont(*o.font) : nullptr;
+    if constexpr (take)
+        font = std::exchange(o.font, nullptr);
+    else
+        font = o.font ? new CVxFont(*o.font) : nullptr;
     layer = o.layer;
     snapWall = o.snapWall;
     snapWallSide = o.snapWallSide;
     snapRegion = o.snapRegion;
     wallRotation = o.wallRotation;
     locked = o.locked;
-    unlockPassword = o.unlockPassword;
+    unlockPassword = pass(o.unlockPassword);
     selected = o.selected;
     specificDisability = o.specificDisability;
     groupID = o.groupID;
-    subParts = o.subParts;
+    subParts = pass(o.subParts);
     baseLineColor = o.baseLineColor;
     baseTextColor = o.baseTextColor;
     baseEmissive = o.baseEmissive;
     baseSpecular = o.baseSpecular;
     baseShininess = o.baseShininess;
-    baseAppear = o.baseAppear;
+    baseAppear = pass(o.baseAppear);
     baseLineStyle = o.baseLineStyle;
     baseFillStyle = o.baseFillStyle;
-    fileLink = o.fileLink;
-    soundClip = o.soundClip;
+    fileLink = pass(o.fileLink);
+    soundClip = pass(o.soundClip);
     appTag = o.appTag;
     price = o.price;
-    customID = o.customID;
-    comment = o.comment;
-    CopyPictures(o);
-    polygon = o.polygon;
-    payload = o.payload ? o.payload->Duplicate() : nullptr;
+    customID = pass(o.customID);
+    comment = pass(o.comment);
+    if constexpr (take) {
+        picture = std::exchange(o.picture, nullptr);
+        thumb = std::exchange(o.thumb, nullptr);
+    } else {
+        CopyPictures(o);
+    }
+    polygon = pass(o.polygon);
+    if constexpr (take)
+        payload = std::exchange(o.payload, nullptr);
+    else
+        payload = o.payload ? o.payload->Duplicate() : nullptr;
     libObjID = o.libObjID;
-    library = o.library;
+    library = pass(o.library);
     libraryMask = o.libraryMask;
     userLibID = o.userLibID;
     wrl3dAsBillboard = o.wrl3dAsBillboard;
-    wrlProto = o.wrlProto;
-    wrlPrototype = o.wrlPrototype;
+    wrlProto = pass(o.wrlProto);
+    wrlPrototype = pass(o.wrlPrototype);
     wrlProtoWidth = o.wrlProtoWidth;
     wrlProtoHeight = o.wrlProtoHeight;
     wrlProtoZHeight = o.wrlProtoZHeight;
@@ -169,7 +188,7 @@ void CVxPart::CopyFrom(const CVxPart& o)
     wrlProtoOffZ = o.wrlProtoOffZ;
     wrlProtoStd = o.wrlProtoStd;
     lib3DImgIdx = o.lib3DImgIdx;
-    lib3DImgPng = o.lib3DImgPng;
+    lib3DImgPng = pass(o.lib3DImgPng);
     declaredSubPartCount = o.declaredSubPartCount;
     std::copy(std::begin(o.cacheCorners), std::end(o.cacheCorners), std::begin(cacheCorners));
     std::copy(std::begin(o.cacheCornersInt), std::end(o.cacheCornersInt), std::begin(cacheCornersInt));

@@ -371,6 +371,8 @@ private:
     CVxPicBuf* thumb = nullptr;
 
     void CopyFrom(const CVxPart& other);
+    template <typename Source>
+    void AssignFields(Source&& other);
     void CopyPictures(const CVxPart& other);
     void ReleaseOwned();
     void SetPropertiesToSubParts(int depth);

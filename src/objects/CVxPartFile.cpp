@@ -18,6 +18,8 @@
 
 #include <cmath>
 #include <limits>
+#include <string_view>
+#include <unordered_map>
 
 namespace {
 
@@ -97,6 +99,157 @@ void RepairCoordinate(double& value)
 {
     if (!(std::fabs(value) <= kMaxCoordinate))
         value = 100;
+}
+
+// The keys of a part's section, looked up once per line in a table rather
+// than compared one after the other: a project holds thousands of parts.
+enum class EVxPartKey
+{
+    kType,
+    kPosX,
+    kPosY,
+    kPosZ,
+    kWidth,
+    kHeight,
+    kZHeight,
+    kRotation,
+    kRotation3D,
+    kAngle,
+    kCaption,
+    kLineColor,
+    kTextColor,
+    kAppearFill,
+    kFillColor,
+    kTexture,
+    kTransparency,
+    kAppearFront,
+    kFrontColor,
+    kFrontTransp,
+    kFrontTexture,
+    kOverlayTexture,
+    kFrontColorEnable,
+    kEmissiveColor,
+    kMatSpecular,
+    kMatShininess,
+    kLineStyle,
+    kLineEnds,
+    kLineThick,
+    kFillStyle,
+    kSubType,
+    kHandleType,
+    kDoorframe,
+    kThickness,
+    kSnapToWall,
+    kOpened,
+    kFont,
+    kLayer,
+    kSnapRegion,
+    kWallRotation,
+    kLocked,
+    kUnlockPassword,
+    kSpecificDisability,
+    kGroupID,
+    kSubPartCount,
+    kFileLink,
+    kSoundClip,
+    kAppTag,
+    kPrice,
+    kCustomID,
+    kComment,
+    kPolygon,
+    kPayload,
+    kLibObjID,
+    kLibrary,
+    kUserLibID,
+    kWrl3dAsBillboard,
+    kWrlProto,
+    kWrlPrototype,
+    kWrlProtoWidth,
+    kWrlProtoHeight,
+    kWrlProtoZHeight,
+    kWrlProtoOffX,
+    kWrlProtoOffY,
+    kWrlProtoOffZ,
+    kWrlProtoStd,
+    kLib3DImgIdx,
+    kLib3DImgPng,
+};
+
+EVxPartKey PartKeyOf(const CVxStringA& key, bool& known)
+{
+    static const std::unordered_map<std::string_view, EVxPartKey> keys = {
+        {"Type", EVxPartKey::kType},
+        {"PosX", EVxPartKey::kPosX},
+        {"PosY", EVxPartKey::kPosY},
+        {"PosZ", EVxPartKey::kPosZ},
+        {"Width", EVxPartKey::kWidth},
+        {"Height", EVxPartKey::kHeight},
+        {"ZHeight", EVxPartKey::kZHeight},
+        {"Rotation", EVxPartKey::kRotation},
+        {"Rotation3D", EVxPartKey::kRotation3D},
+        {"Angle", EVxPartKey::kAngle},
+        {"Caption", EVxPartKey::kCaption},
+        {"LineColor", EVxPartKey::kLineColor},
+        {"TextColor", EVxPartKey::kTextColor},
+        {"AppearFill", EVxPartKey::kAppearFill},
+        {"FillColor", EVxPartKey::kFillColor},
+        {"Texture", EVxPartKey::kTexture},
+        {"Transparency", EVxPartKey::kTransparency},
+        {"AppearFront", EVxPartKey::kAppearFront},
+        {"FrontColor", EVxPartKey::kFrontColor},
+        {"FrontTransp", EVxPartKey::kFrontTransp},
+        {"FrontTexture", EVxPartKey::kFrontTexture},
+        {"OverlayTexture", EVxPartKey::kOverlayTexture},
+        {"FrontColorEnable", EVxPartKey::kFrontColorEnable},
+        {"EmissiveColor", EVxPartKey::kEmissiveColor},
+        {"MatSpecular", EVxPartKey::kMatSpecular},
+        {"MatShininess", EVxPartKey::kMatShininess},
+        {"LineStyle", EVxPartKey::kLineStyle},
+        {"LineEnds", EVxPartKey::kLineEnds},
+        {"LineThick", EVxPartKey::kLineThick},
+        {"FillStyle", EVxPartKey::kFillStyle},
+        {"SubType", EVxPartKey::kSubType},
+        {"HandleType", EVxPartKey::kHandleType},
+        {"Doorframe", EVxPartKey::kDoorframe},
+        {"Thickness", EVxPartKey::kThickness},
+        {"SnapToWall", EVxPartKey::kSnapToWall},
+        {"Opened", EVxPartKey::kOpened},
+        {"Font", EVxPartKey::kFont},
+        {"Layer", EVxPartKey::kLayer},
+        {"SnapRegion", EVxPartKey::kSnapRegion},
+        {"WallRotation", EVxPartKey::kWallRotation},
+        {"Locked", EVxPartKey::kLocked},
+        {"UnlockPassword", EVxPartKey::kUnlockPassword},
+        {"SpecificDisability", EVxPartKey::kSpecificDisability},
+        {"GroupID", EVxPartKey::kGroupID},
+        {"SubPartCount", EVxPartKey::kSubPartCount},
+        {"FileLink", EVxPartKey::kFileLink},
+        {"SoundClip", EVxPartKey::kSoundClip},
+        {"AppTag", EVxPartKey::kAppTag},
+        {"Price", EVxPartKey::kPrice},
+        {"CustomID", EVxPartKey::kCustomID},
+        {"Comment", EVxPartKey::kComment},
+        {"Polygon", EVxPartKey::kPolygon},
+        {"Payload", EVxPartKey::kPayload},
+        {"LibObjID", EVxPartKey::kLibObjID},
+        {"Library", EVxPartKey::kLibrary},
+        {"UserLibID", EVxPartKey::kUserLibID},
+        {"Wrl3dAsBillboard", EVxPartKey::kWrl3dAsBillboard},
+        {"WrlProto", EVxPartKey::kWrlProto},
+        {"WrlPrototype", EVxPartKey::kWrlPrototype},
+        {"WrlProtoWidth", EVxPartKey::kWrlProtoWidth},
+        {"WrlProtoHeight", EVxPartKey::kWrlProtoHeight},
+        {"WrlProtoZHeight", EVxPartKey::kWrlProtoZHeight},
+        {"WrlProtoOffX", EVxPartKey::kWrlProtoOffX},
+        {"WrlProtoOffY", EVxPartKey::kWrlProtoOffY},
+        {"WrlProtoOffZ", EVxPartKey::kWrlProtoOffZ},
+        {"WrlProtoStd", EVxPartKey::kWrlProtoStd},
+        {"Lib3DImgIdx", EVxPartKey::kLib3DImgIdx},
+        {"Lib3DImgPng", EVxPartKey::kLib3DImgPng},
+    };
+    const auto found = keys.find(std::string_view(key.Std()));
+    known = found != keys.end();
+    return known ? found->second : EVxPartKey::kType;
 }
 
 } // namespace
@@ -413,158 +566,235 @@ void CVxPart::RepairAfterLoad(CVxIniFileReader* reader)
 
 void CVxPart::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader)
 {
-    if (key == "Type") {
+    bool known = false;
+    const EVxPartKey id = PartKeyOf(key, known);
+    if (!known)
+        return;
+    switch (id) {
+    case EVxPartKey::kType:
         type = static_cast<uint16_t>(TypeIDFromName(value));
-    } else if (key == "PosX") {
+        break;
+    case EVxPartKey::kPosX:
         x = ReadDouble(value, x);
-    } else if (key == "PosY") {
+        break;
+    case EVxPartKey::kPosY:
         y = ReadDouble(value, y);
-    } else if (key == "PosZ") {
+        break;
+    case EVxPartKey::kPosZ:
         z = ReadDouble(value, z);
-    } else if (key == "Width") {
+        break;
+    case EVxPartKey::kWidth:
         width = ReadDouble(value, width);
-    } else if (key == "Height") {
+        break;
+    case EVxPartKey::kHeight:
         height = ReadDouble(value, height);
-    } else if (key == "ZHeight") {
+        break;
+    case EVxPartKey::kZHeight:
         zHeight = ReadDouble(value, zHeight);
-    } else if (key == "Rotation") {
+        break;
+    case EVxPartKey::kRotation:
         rotation = ReadDouble(value, rotation);
-    } else if (key == "Rotation3D") {
+        break;
+    case EVxPartKey::kRotation3D:
         rotation3D = ReadDouble(value, rotation3D);
-    } else if (key == "Angle") {
+        break;
+    case EVxPartKey::kAngle:
         angle = ReadDouble(value, angle);
-    } else if (key == "Caption") {
+        break;
+    case EVxPartKey::kCaption:
         caption = ReplaceNewLinesAndComments(value, false);
-    } else if (key == "LineColor") {
+        break;
+    case EVxPartKey::kLineColor:
         lineColor = ReadColor(value, lineColor);
-    } else if (key == "TextColor") {
+        break;
+    case EVxPartKey::kTextColor:
         textColor = ReadColor(value, textColor);
-    } else if (key == "AppearFill") {
+        break;
+    case EVxPartKey::kAppearFill: {
         // Files before 720 wrote the fill colour apart, ahead of this key.
         const unsigned colourBefore = GetFillColor();
         appearFill.LoadFromString(value, reader);
         if (FileVersionOf(reader) <= kVersionOldAppearFill)
             SetFillColor(colourBefore);
-    } else if (key == "FillColor") {
+        break;
+    }
+    case EVxPartKey::kFillColor:
         SetFillColor(ReadColor(value, GetFillColor()));
-    } else if (key == "Texture") {
+        break;
+    case EVxPartKey::kTexture:
         appearFill.SetTexture(AbsolutePath(reader, value));
-    } else if (key == "Transparency") {
+        break;
+    case EVxPartKey::kTransparency: {
         // A fraction in old files; the appearance counts in percent.
         const double fraction = ReadDouble(value, appearFill.GetTransparency() / 100.0);
         appearFill.SetTransparency(ClampToInt(fraction * 100 + 0.5));
-    } else if (key == "AppearFront") {
+        break;
+    }
+    case EVxPartKey::kAppearFront:
         appearFront.LoadFromString(value, reader);
-    } else if (key == "FrontColor") {
+        break;
+    case EVxPartKey::kFrontColor:
         appearFront.SetColor(ReadColor(value, appearFront.GetColor()));
-    } else if (key == "FrontTransp") {
+        break;
+    case EVxPartKey::kFrontTransp:
         appearFront.SetTransparency(CVxIniFileReader::ToInt(value, appearFront.GetTransparency()));
-    } else if (key == "FrontTexture") {
+        break;
+    case EVxPartKey::kFrontTexture:
         appearFront.SetTexture(AbsolutePath(reader, value));
-    } else if (key == "OverlayTexture") {
+        break;
+    case EVxPartKey::kOverlayTexture:
         overlayTexture = value;
-    } else if (key == "FrontColorEnable") {
+        break;
+    case EVxPartKey::kFrontColorEnable:
         frontColorEnable = CVxIniFileReader::ToBool(value, frontColorEnable);
-    } else if (key == "EmissiveColor") {
+        break;
+    case EVxPartKey::kEmissiveColor:
         emissive = ReadColor(value, emissive);
-    } else if (key == "MatSpecular") {
+        break;
+    case EVxPartKey::kMatSpecular:
         specular = ReadColor(value, specular);
-    } else if (key == "MatShininess") {
+        break;
+    case EVxPartKey::kMatShininess:
         shininess = ReadColor(value, shininess);
-    } else if (key == "LineStyle") {
+        break;
+    case EVxPartKey::kLineStyle:
         lineStyle = CVxIniFileReader::ToInt(value, lineStyle);
-    } else if (key == "LineEnds") {
+        break;
+    case EVxPartKey::kLineEnds:
         lineEnds = CVxIniFileReader::ToInt(value, lineEnds);
-    } else if (key == "LineThick") {
+        break;
+    case EVxPartKey::kLineThick:
         lineThick = ReadFloat(value, lineThick);
-    } else if (key == "FillStyle") {
+        break;
+    case EVxPartKey::kFillStyle:
         fillStyle = CVxIniFileReader::ToInt(value, fillStyle);
-    } else if (key == "SubType") {
+        break;
+    case EVxPartKey::kSubType:
         subType = static_cast<int16_t>(CVxIniFileReader::ToInt(value, subType));
-    } else if (key == "HandleType") {
+        break;
+    case EVxPartKey::kHandleType:
         handleType = static_cast<int16_t>(CVxIniFileReader::ToInt(value, handleType));
-    } else if (key == "Doorframe") {
+        break;
+    case EVxPartKey::kDoorframe:
         doorframe = CVxIniFileReader::ToInt(value, doorframe ? 1 : 0) > 0;
-    } else if (key == "Thickness") {
+        break;
+    case EVxPartKey::kThickness:
         thickness = ReadDouble(value, thickness);
-    } else if (key == "SnapToWall") {
+        break;
+    case EVxPartKey::kSnapToWall:
         snapToWall = CVxIniFileReader::ToBool(value, snapToWall);
-    } else if (key == "Opened") {
+        break;
+    case EVxPartKey::kOpened:
         opened = CVxIniFileReader::ToBool(value, opened);
-    } else if (key == "Font") {
+        break;
+    case EVxPartKey::kFont:
         CreateFont()->LoadFromString(value);
-    } else if (key == "Layer") {
+        break;
+    case EVxPartKey::kLayer:
         layer = CVxIniFileReader::ToInt(value, layer);
-    } else if (key == "SnapRegion") {
+        break;
+    case EVxPartKey::kSnapRegion:
         snapRegion = CVxIniFileReader::ToInt(value, snapRegion);
-    } else if (key == "WallRotation") {
+        break;
+    case EVxPartKey::kWallRotation:
         wallRotation = ReadDouble(value, wallRotation);
-    } else if (key == "Locked") {
+        break;
+    case EVxPartKey::kLocked:
         locked = ReadColor(value, locked);
-    } else if (key == "UnlockPassword") {
+        break;
+    case EVxPartKey::kUnlockPassword:
         unlockPassword = value;
-    } else if (key == "SpecificDisability") {
+        break;
+    case EVxPartKey::kSpecificDisability:
         specificDisability = ReadColor(value, specificDisability);
-    } else if (key == "GroupID") {
+        break;
+    case EVxPartKey::kGroupID:
         groupID = CVxIniFileReader::ToInt(value, groupID);
-    } else if (key == "SubPartCount") {
+        break;
+    case EVxPartKey::kSubPartCount: {
         // The count only closes the group in the grouper; room is reserved
         // for no more than a plausible number of members.
         const int count = CVxIniFileReader::ToInt(value, 0);
         declaredSubPartCount = count > 0 ? count : 0;
         subParts.reserve(static_cast<size_t>(std::min(declaredSubPartCount, kMaxReservedMembers)));
-    } else if (key == "FileLink") {
+        break;
+    }
+    case EVxPartKey::kFileLink:
         fileLink = value;
-    } else if (key == "SoundClip") {
+        break;
+    case EVxPartKey::kSoundClip:
         soundClip = value;
-    } else if (key == "AppTag") {
+        break;
+    case EVxPartKey::kAppTag:
         appTag = ReadColor(value, appTag);
-    } else if (key == "Price") {
+        break;
+    case EVxPartKey::kPrice:
         price = CVxIniFileReader::ToInt(value, price);
-    } else if (key == "CustomID") {
+        break;
+    case EVxPartKey::kCustomID:
         customID = value;
-    } else if (key == "Comment") {
+        break;
+    case EVxPartKey::kComment:
         comment = ReplaceNewLinesAndComments(value, false);
-    } else if (key == "Polygon") {
+        break;
+    case EVxPartKey::kPolygon:
         // Reading appends, so a repeated key starts afresh.
         polygon.Zero();
         polygon.LoadFromString(value);
-    } else if (key == "Payload") {
+        break;
+    case EVxPartKey::kPayload:
         SetPayload(CVxPartPayload::CreateFromString(value));
-    } else if (key == "LibObjID") {
+        break;
+    case EVxPartKey::kLibObjID:
         libObjID = CVxIniFileReader::ToInt(value, libObjID);
-    } else if (key == "Library") {
+        break;
+    case EVxPartKey::kLibrary: {
         library = value;
         CVxStringTokenizer names(value, L'|');
         while (names.IsNextToken()) {
             const int id = GetLibrary()->GetLibIDFromName(names.GetNextToken());
             libraryMask |= 1u << (static_cast<unsigned>(id) & 31u);
         }
-    } else if (key == "UserLibID") {
+        break;
+    }
+    case EVxPartKey::kUserLibID:
         userLibID = CVxIniFileReader::ToInt(value, userLibID);
-    } else if (key == "Wrl3dAsBillboard") {
+        break;
+    case EVxPartKey::kWrl3dAsBillboard:
         wrl3dAsBillboard = CVxIniFileReader::ToBool(value, wrl3dAsBillboard);
-    } else if (key == "WrlProto") {
+        break;
+    case EVxPartKey::kWrlProto:
         wrlProto = value.FromWinPath();
-    } else if (key == "WrlPrototype") {
+        break;
+    case EVxPartKey::kWrlPrototype:
         wrlPrototype = value;
-    } else if (key == "WrlProtoWidth") {
+        break;
+    case EVxPartKey::kWrlProtoWidth:
         wrlProtoWidth = ReadFloat(value, wrlProtoWidth);
-    } else if (key == "WrlProtoHeight") {
+        break;
+    case EVxPartKey::kWrlProtoHeight:
         wrlProtoHeight = ReadFloat(value, wrlProtoHeight);
-    } else if (key == "WrlProtoZHeight") {
+        break;
+    case EVxPartKey::kWrlProtoZHeight:
         wrlProtoZHeight = ReadFloat(value, wrlProtoZHeight);
-    } else if (key == "WrlProtoOffX") {
+        break;
+    case EVxPartKey::kWrlProtoOffX:
         wrlProtoOffX = ReadFloat(value, wrlProtoOffX);
-    } else if (key == "WrlProtoOffY") {
+        break;
+    case EVxPartKey::kWrlProtoOffY:
         wrlProtoOffY = ReadFloat(value, wrlProtoOffY);
-    } else if (key == "WrlProtoOffZ") {
+        break;
+    case EVxPartKey::kWrlProtoOffZ:
         wrlProtoOffZ = ReadFloat(value, wrlProtoOffZ);
-    } else if (key == "WrlProtoStd") {
+        break;
+    case EVxPartKey::kWrlProtoStd:
         wrlProtoStd = CVxIniFileReader::ToBool(value, wrlProtoStd);
-    } else if (key == "Lib3DImgIdx") {
+        break;
+    case EVxPartKey::kLib3DImgIdx:
         lib3DImgIdx = CVxIniFileReader::ToInt(value, lib3DImgIdx);
-    } else if (key == "Lib3DImgPng") {
+        break;
+    case EVxPartKey::kLib3DImgPng:
         lib3DImgPng = value;
+        break;
     }
 }

@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
+#include <string>
+
 TEST(StringW, SearchAndPiecesUseIntIndexes)
 {
     const CVxStringW s = L"walls|rooms";
@@ -80,6 +83,99 @@ TEST(StringW, IntToHexAndToIntDef)
     EXPECT_FALSE(CVxStringW(L"-3").ToBoolDef(true));
     EXPECT_TRUE(CVxStringW(L"junk").ToBoolDef(true));
     EXPECT_EQ(CVxStringW(L"1730000000123").ToInt64Def(0), 1730000000123LL);
+}
+
+// The number readers take the plain forms without scanf; every form must
+// read as scanf reads it, including what scanf does with overflow, signs,
+// blanks and trailing text.
+TEST(StringW, NumberReadersMatchScanf)
+{
+    const char* const texts[] = {
+        "0",
+        "7",
+        "-7",
+        "+7",
+        "-0",
+        "+",
+        "-",
+        "--1",
+        "+-1",
+        " 12",
+        "\t12",
+        "12 ",
+        "12abc",
+        "12.5",
+        "1e3",
+        "007",
+        "123456789",
+        "-123456789",
+        "1234567890",
+        "2147483647",
+        "2147483648",
+        "-2147483648",
+        "-2147483649",
+        "4294967295",
+        "4294967296",
+        "99999999999999999999",
+        "-99999999999999999999",
+        "9223372036854775807",
+        "9223372036854775808",
+        "0000000000042",
+        "ff",
+        "FF",
+        "abc",
+        "x",
+        "0x",
+        "0x0",
+        "0x1F",
+        "0X1F",
+        "0xx",
+        "0xg",
+        "0x 1",
+        "0x-1",
+        "0x+1",
+        "0x0x1F",
+        "0x0X1F",
+        "0x0xg",
+        "0xFFFFFF",
+        "0xffffff",
+        "0xEEFFFFFE",
+        "0xFFFFFFFF",
+        "0x100000000",
+        "0x0000000000FF",
+        "0x7FFFFFFFFFFFFFFF",
+        "0xFFFFFFFFFFFFFFFF",
+        "0x10000000000000000",
+        "0xFFq",
+        "0x-",
+        "0x12 34",
+        "1 2",
+        "",
+    };
+    for (const char* text : texts) {
+        const CVxStringA narrow(text);
+        const CVxStringW wide(std::wstring(text, text + narrow.GetLength()));
+        int expectInt = 12345;
+        long long expectLong = 12345;
+        if (!narrow.IsEmpty()) {
+            const bool hex = narrow.GetLength() >= 3 && narrow.StartsWith(CVxStringA("0x"));
+            unsigned u = 0;
+            unsigned long long ull = 0;
+            int i = 0;
+            long long ll = 0;
+            if (hex) {
+                expectInt = sscanf(text + 2, "%x", &u) == 1 ? static_cast<int>(u) : expectInt;
+                expectLong = sscanf(text + 2, "%llx", &ull) == 1 ? static_cast<long long>(ull) : expectLong;
+            } else {
+                expectInt = sscanf(text, "%d", &i) == 1 ? i : expectInt;
+                expectLong = sscanf(text, "%lld", &ll) == 1 ? ll : expectLong;
+            }
+        }
+        EXPECT_EQ(narrow.ToIntDef(12345), expectInt) << text;
+        EXPECT_EQ(wide.ToIntDef(12345), expectInt) << text;
+        EXPECT_EQ(narrow.ToInt64Def(12345), expectLong) << text;
+        EXPECT_EQ(wide.ToInt64Def(12345), expectLong) << text;
+    }
 }
 
 TEST(StringW, ToDoubleThrowsOnText)
