@@ -203,6 +203,44 @@ unsigned EnergyGradeColour(const CVxStringW& grade)
     return 0xA0A0A0;
 }
 
+// The grade letters of an energy plate, white on the left end of each bar.
+// The text runs along the plate's width and is sized to the bars, so that it
+// turns and scales with the object; bars a few pixels high keep no letters.
+void DrawEnergyGradeLetters(CVxDC* dc, const VxPOINT* c, const std::vector<CVxStringW>& rows)
+{
+    const int n = static_cast<int>(rows.size());
+    if (n == 0)
+        return;
+    const double depth = std::hypot(c[3].x - c[0].x, c[3].y - c[0].y);
+    const double barPixels = 0.7 * depth / n;
+    if (barPixels < 5)
+        return;
+    CVxFont font;
+    font.m_bold = true;
+    font.m_rotation = std::atan2(c[1].y - c[0].y, c[1].x - c[0].x) / kDegToRad;
+    dc->SelectFont(font);
+    VxSIZE probe{0, 0};
+    dc->GetTextExtentPoint(CVxStringW(L"A"), probe);
+    dc->SelectOldFont();
+    if (probe.cy <= 0)
+        return;
+    font.m_size *= 0.9 * barPixels / probe.cy;
+    dc->SelectFont(font);
+    for (int i = 0; i < n; ++i) {
+        CVxStringW letter = rows[static_cast<size_t>(i)];
+        letter.Trim();
+        if (letter.GetAt(0) == L'<')
+            letter = letter.Mid(1).Trim();
+        if (letter.IsEmpty())
+            continue;
+        // The baseline a fifth of a bar above the bar's lower edge.
+        VxPOINT at;
+        GetPointInRectL(at, c, 0.09, (i + 0.71) / n);
+        dc->TextOut(letter, at.x, at.y, CVxDC::taBaseline, 0xFFFFFF);
+    }
+    dc->SelectOldFont();
+}
+
 // The plate of an energy rating: one bar per grade, longer towards the
 // worse grades, and a pointer at the grade marked with "<".
 void DrawEnergyLabel(const CVxPart& part, CVxDC* dc, const VxPOINT* c)
@@ -231,6 +269,7 @@ void DrawEnergyLabel(const CVxPart& part, CVxDC* dc, const VxPOINT* c)
             dc->SelectOldBrush();
         }
     }
+    DrawEnergyGradeLetters(dc, c, rows);
     dc->SelectOldPen();
 }
 

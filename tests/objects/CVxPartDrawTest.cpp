@@ -1,6 +1,7 @@
 #include "CVxFloor.h"
 #include "CVxPart.h"
 #include "CVxQtDC.h"
+#include "CVxRoomWalls.h"
 #include "CVxWall.h"
 #include "CVxWindowSubTypes.h"
 #include "VxGMDraw.h"
@@ -410,4 +411,114 @@ TEST(PartDraw, DoorOnAWallCutsItsGapAndFrame)
     EXPECT_TRUE(Inked(framed, 183, 150));
     EXPECT_TRUE(Inked(framed, 97, 161));
     EXPECT_FALSE(Inked(framed, 97, 166));
+}
+
+TEST(PartDraw, OpeningsTurnedToTheRoomOpenIntoItOnEveryWall)
+{
+    // A room from (40, 40) to (240, 190) with walls 10 thick about their
+    // lines, entered clockwise: the lower and the left wall are stored
+    // reversed.
+    CVxRoomWalls walls;
+    const double ends[4][4] = {
+        {40, 40, 240, 40}, {240, 40, 240, 190}, {240, 190, 40, 190}, {40, 190, 40, 40}};
+    for (const auto& e : ends)
+        walls.GetNewWall()->Set(e[0], e[1], e[2], e[3], CVxWall::ALIGN_CENTER, 10, 250, 250, true, false);
+    ASSERT_EQ(walls.walls[2].angle, 0);
+    ASSERT_EQ(walls.walls[3].angle, 90);
+
+    struct SSide
+    {
+        double x, y;   // the middle of the wall
+        double nx, ny; // towards the room
+        double turn;   // a window facing the room
+    };
+    const SSide sides[4] = {
+        {140, 40, 0, 1, 0}, {240, 115, -1, 0, 90}, {140, 190, 0, -1, 180}, {40, 115, 1, 0, 270}};
+
+    // Dark pixels of the image beside the wall within the window's reach,
+    // 8 to 14 from the wall's line on the room side (or outside with -1).
+    auto darkBeside = [](const QImage& image, const SSide& side, int sense) {
+        int dark = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x) {
+                const double across = ((x + 0.5 - side.x) * side.nx + (y + 0.5 - side.y) * side.ny) * sense;
+                const double along = (x + 0.5 - side.x) * side.ny - (y + 0.5 - side.y) * side.nx;
+                if (across >= 8 && across <= 14 && std::fabs(along) < 45 && Dark(image, x, y))
+                    ++dark;
+            }
+        }
+        return dark;
+    };
+
+    for (int i = 0; i < 4; ++i) {
+        const SSide& side = sides[i];
+        // The casement of a window and the leaf of a library door stand out
+        // of the wall on the side the object faces, whichever way the wall
+        // was entered.
+        for (const int lib : {278, 280}) {
+            for (int away = 0; away < 2; ++away) {
+                CVxPart opening = MakePart(lib == 278 ? ptWindow : ptLibraryObject, 0, 0, 60, 5);
+                opening.libObjID = lib;
+                opening.snapToWall = true;
+                opening.rotation = side.turn + 180 * away;
+                opening.SnapToWall(&walls, side.x, side.y, true, false, false);
+                ASSERT_EQ(opening.snapWall, i);
+                const QImage image = Render(opening, 280);
+                const int sense = away ? -1 : 1;
+                EXPECT_GT(darkBeside(image, side, sense), 5)
+                    << "wall " << i << " lib " << lib << " away " << away;
+                EXPECT_EQ(darkBeside(image, side, -sense), 0)
+                    << "wall " << i << " lib " << lib << " away " << away;
+            }
+        }
+
+        // The plain door shape swings on the side its back is turned to:
+        // facing out of the room, its square lies in the room.
+        CVxPart door = MakePart(ptDoor, 0, 0, 80, 5);
+        door.snapToWall = true;
+        door.rotation = side.turn + 180;
+        door.SnapToWall(&walls, side.x, side.y, true, false, false);
+        ASSERT_EQ(door.snapWall, i);
+        CVxDRect box;
+        door.GetBoundingRect(&box, 1.0);
+        const CVxDPoint centre = box.CenterPoint();
+        EXPECT_NEAR((centre.x - side.x) * side.nx + (centre.y - side.y) * side.ny, 45, 1e-6) << "wall " << i;
+    }
+}
+
+TEST(PartDraw, EnergyLabelWritesTheGradesOnItsBarsAndTurnsThem)
+{
+    // Seven bars of 30 rows each; the letters sit at the left end of the
+    // bars, white on the grade colours.
+    CVxPart label = MakePart(ptEnergyLabel, 60, 40, 150, 210);
+    auto whiteIn = [](const QImage& image, const QTransform& toImage, int row) {
+        int white = 0;
+        for (int v = row * 30 + 5; v < row * 30 + 26; ++v)
+            for (int u = 9; u < 40; ++u) {
+                const QPoint p = toImage.map(QPointF(u + 0.5, v + 0.5)).toPoint();
+                white += Near(image.pixel(p), 0xFFFFFF, 60) ? 1 : 0;
+            }
+        return white;
+    };
+    QTransform straight;
+    straight.translate(60, 40);
+    const QImage image = Render(label);
+    int letters[7];
+    for (int row = 0; row < 7; ++row) {
+        letters[row] = whiteIn(image, straight, row);
+        EXPECT_GT(letters[row], 15) << "row " << row;
+    }
+    // The bar itself keeps its colour past the letter.
+    EXPECT_TRUE(Near(image.pixel(60 + 45, 40 + 15), 0x409600, 0));
+    // "<B" marks the row and shows only its letter: no more ink than "C".
+    EXPECT_LT(letters[1], letters[2] * 3 / 2);
+
+    label.rotation = 90;
+    label.x = 270;
+    const QImage turned = Render(label);
+    QTransform rotated;
+    rotated.translate(270, 40);
+    rotated.rotate(90);
+    for (int row = 0; row < 7; ++row)
+        EXPECT_NEAR(whiteIn(turned, rotated, row), letters[row], letters[row] / 4 + 4) << "row " << row;
 }

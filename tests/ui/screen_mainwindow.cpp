@@ -103,7 +103,9 @@ void ScreenMainWindow::furnishedRoom()
         {L"Desk", 240, 20, 0},
         {L"Office chair", 300, 120, 180},
         {L"Door", 400, 10, 0},
-        {L"Window", 120, 290, 0},
+        // Turned round on the lower wall so that it faces the room; its first
+        // corner is then its right end.
+        {L"Window", 210, 290, 180},
         {L"Window", 60, 10, 0},
     };
     int placed = 0;

@@ -56,7 +56,8 @@ struct SRoom
 };
 
 // Objects by their centre; doors and windows by the point of the wall
-// they hang in.
+// they hang in, turned to face the room they open into: 0 on the upper
+// wall of a room, 90 on its right, 180 on its lower and 270 on its left.
 struct SObject
 {
     const wchar_t* caption;
@@ -125,10 +126,10 @@ SSample Studio()
     AddOutline(f.walls, 650, 480);
     f.rooms = {{L"Studio", 325, 240, kOakFloor}};
     f.objects = {
-        {L"Entrance door", 560, 480, 0},
+        {L"Entrance door", 560, 480, 180},
         {L"Double window", 180, 0, 0},
         {L"Window", 470, 0, 0},
-        {L"Window", 650, 400, 0},
+        {L"Window", 650, 400, 90},
         // Sleeping corner on the left.
         {L"Double bed", 100, 125, 0},
         {L"Bedside table", 203, 35, 0},
@@ -166,7 +167,7 @@ SSample Flat()
         {L"Bathroom", 525, 750, kBathTiles},   {L"Children's room", 825, 750, kWalnutFloor},
     };
     f.objects = {
-        {L"Entrance door", 0, 525, 0},
+        {L"Entrance door", 0, 525, 270},
         {L"Door", 530, 450, 0},
         {L"Door", 680, 450, 0},
         {L"Door", 330, 600, 0},
@@ -174,9 +175,9 @@ SSample Flat()
         {L"Door", 720, 600, 0},
         {L"Double window", 300, 0, 0},
         {L"Window", 800, 0, 0},
-        {L"Window", 200, 900, 0},
-        {L"Small window", 525, 900, 0},
-        {L"Window", 825, 900, 0},
+        {L"Window", 200, 900, 180},
+        {L"Small window", 525, 900, 180},
+        {L"Window", 825, 900, 180},
         // Living room.
         {L"Rug", 250, 230, 0},
         {L"Sofa, three seats", 250, 380, 180},
@@ -232,16 +233,16 @@ SSample House()
         {L"Study", 425, 650, kWalnutFloor},
     };
     ground.objects = {
-        {L"Entrance door", 700, 800, 0},
+        {L"Entrance door", 700, 800, 180},
         {L"Door", 600, 425, 0},
         {L"Door", 600, 560, 0},
         {L"Door", 700, 350, 0},
         {L"Door", 160, 500, 0},
         {L"Double window", 200, 0, 0},
-        {L"Double window", 0, 250, 0},
+        {L"Double window", 0, 250, 270},
         {L"Window", 800, 0, 0},
-        {L"Small window", 125, 800, 0},
-        {L"Window", 425, 800, 0},
+        {L"Small window", 125, 800, 180},
+        {L"Window", 425, 800, 180},
         {L"Stairs", 940, 600, 90},
         // Living and dining.
         {L"Large rug", 230, 260, 0},
@@ -292,9 +293,9 @@ SSample House()
         {L"Door", 450, 700, 0},
         {L"Double window", 300, 0, 0},
         {L"Window", 800, 0, 0},
-        {L"Small window", 0, 500, 0},
-        {L"Window", 0, 700, 0},
-        {L"Window", 725, 800, 0},
+        {L"Small window", 0, 500, 270},
+        {L"Window", 0, 700, 270},
+        {L"Window", 725, 800, 180},
         // Bedroom.
         {L"Double bed", 300, 120, 0},
         {L"Bedside table", 195, 35, 0},
