@@ -5,6 +5,8 @@
 #include "CVxDC.h"
 #include "CVxFloor.h"
 #include "CVxPart.h"
+
+#include "CVxPartPayload.h"
 #include "CVxPicBuf.h"
 #include "CVxStringTokenizer.h"
 #include "IVxAppHelperCallback.h"
@@ -635,6 +637,9 @@ bool CVxPart::LibDrawPartSide(CVxDC* dc, int libId, int side, int units, double 
     }
     const bool grey = (flags & VX_DRAW_BLACK_WHITE) != 0 && dc->GetColorMode() == CVxDC::colorModeGrey;
     const bool front = frontColorEnable && !grey;
+    if (payload &&
+        payload->DrawPartSide(this, dc, static_cast<EVxObjSide>(ownSide), units, c, front, false, flags))
+        return true;
     if (LibDrawPartSide_low(dc, libId, static_cast<EVxObjSide>(ownSide), c, front, false))
         return true;
 

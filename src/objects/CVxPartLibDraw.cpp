@@ -28,18 +28,6 @@ int FillPoints(const SVxLibSym& s, std::initializer_list<double> uv, VxPOINT* ou
     return count;
 }
 
-// Stairs and the made-to-measure wardrobe draw themselves from their own
-// parameters; a payload class without a plan view leaves the symbol to us.
-template <typename Payload>
-bool PayloadDrawsPlan(Payload* payload, CVxPart* part, CVxDC* dc, VxPOINT* corners, CVxDPoint* points,
-                      bool fill)
-{
-    if constexpr (requires { payload->DrawPart(part, dc, corners, points, fill); })
-        return payload && payload->DrawPart(part, dc, corners, points, fill);
-    else
-        return false;
-}
-
 // Number 20, a tall unit: the outline and a V from the front corners to the
 // middle of the back, the mark of a unit that reaches the ceiling.
 void SymTallUnit(const SVxLibSym& s)
@@ -298,7 +286,9 @@ bool CVxPart::LibDrawPart(CVxDC* dc, int libId, int units, int originX, int orig
     VxPOINT* corners = const_cast<VxPOINT*>(GetCachedRect(originX, originY, zoom, points));
     if (!corners)
         return false;
-    if (PayloadDrawsPlan(payload, this, dc, corners, points, front))
+    // Stairs and the made-to-measure wardrobe draw themselves from their own
+    // parameters.
+    if (payload && payload->DrawPart(this, dc, corners, points, front))
         return true;
     const FnLibSym routine = LibSymRoutine(libId);
     if (!routine)

@@ -9,6 +9,12 @@
 
 #include <functional>
 
+class CVxDC;
+class CVxDPoint;
+class CVxPart;
+struct VxPOINT;
+enum EVxObjSide : int;
+
 class CVxPartPayload
 {
 public:
@@ -23,6 +29,21 @@ public:
     virtual CVxStringW SaveToString() const { return CVxStringW(); }
     // False when the text can't be used; the part then goes without payload.
     virtual bool LoadFromString(const CVxStringW& /*text*/) { return true; }
+
+    // The plan symbol on the part's corners (integer and exact); false
+    // leaves the drawing to the part's own symbol.
+    virtual bool DrawPart(CVxPart* /*part*/, CVxDC* /*dc*/, VxPOINT* /*corners*/, CVxDPoint* /*points*/,
+                          bool /*fill*/)
+    {
+        return false;
+    }
+    // The elevation of one side on the quadrilateral of corners; false
+    // leaves it to the part's own side view.
+    virtual bool DrawPartSide(CVxPart* /*part*/, CVxDC* /*dc*/, EVxObjSide /*side*/, int /*units*/,
+                              VxPOINT* /*corners*/, bool /*front*/, bool /*outline*/, int /*flags*/)
+    {
+        return false;
+    }
 
     // Class name, ":" and SaveToString.
     CVxStringW Serialize() const;

@@ -1,5 +1,6 @@
 #include "CVxFloor.h"
 #include "CVxPart.h"
+#include "CVxPartPayload.h"
 #include "CVxQtDC.h"
 #include "CVxRoomWalls.h"
 #include "CVxWall.h"
@@ -521,4 +522,64 @@ TEST(PartDraw, EnergyLabelWritesTheGradesOnItsBarsAndTurnsThem)
     rotated.rotate(90);
     for (int row = 0; row < 7; ++row)
         EXPECT_NEAR(whiteIn(turned, rotated, row), letters[row], letters[row] / 4 + 4) << "row " << row;
+}
+
+namespace {
+// A payload that draws its own plan and elevation: a green square in the
+// middle of the part, or declines and lets the symbol draw.
+class CSquarePayload : public CVxPartPayload
+{
+public:
+    explicit CSquarePayload(bool draws) : m_draws(draws) {}
+    CVxStringW GetClassName() const override { return L"SquarePayload"; }
+    CVxPartPayload* Duplicate() const override { return new CSquarePayload(*this); }
+    bool DrawPart(CVxPart*, CVxDC* dc, VxPOINT* corners, CVxDPoint*, bool) override
+    {
+        return Square(dc, corners);
+    }
+    bool DrawPartSide(CVxPart*, CVxDC* dc, EVxObjSide, int, VxPOINT* corners, bool, bool, int) override
+    {
+        return Square(dc, corners);
+    }
+
+private:
+    bool Square(CVxDC* dc, const VxPOINT* corners)
+    {
+        ++calls;
+        if (!m_draws)
+            return false;
+        const int x = (corners[0].x + corners[2].x) / 2;
+        const int y = (corners[0].y + corners[2].y) / 2;
+        dc->SelectPen(CVxDC::penNull, 0, 0);
+        dc->SelectBrush(CVxDC::brushSolid, 0x00FF00);
+        dc->Rectangle(x - 5, y - 5, x + 5, y + 5);
+        dc->SelectOldBrush();
+        dc->SelectOldPen();
+        return true;
+    }
+    bool m_draws;
+
+public:
+    int calls = 0;
+};
+} // namespace
+
+TEST(PartDrawPayload, APayloadDrawsPlanAndSidesBeforeTheSymbol)
+{
+    for (const bool draws : {true, false}) {
+        SCOPED_TRACE(draws ? "payload draws" : "payload declines");
+        CVxPart stairs = MakePart(ptLibraryObject, 50, 50, 100, 80);
+        stairs.libObjID = 21;
+        auto* payload = new CSquarePayload(draws);
+        stairs.SetPayload(payload);
+        const QImage plan = Render(stairs);
+        EXPECT_EQ(Near(plan.pixel(100, 90), 0x00FF00), draws);
+        EXPECT_EQ(Near(plan.pixel(60, 60), kFill), !draws) << "the symbol's own fill";
+
+        CVxQtDC dc(300, 300, true);
+        stairs.DrawSideToHdc(&dc, 0, 1, 0, 0, 1.0, 0);
+        const QImage side = dc.GetImage()->convertToFormat(QImage::Format_ARGB32);
+        EXPECT_EQ(Near(side.pixel(100, 90), 0x00FF00), draws);
+        EXPECT_EQ(payload->calls, 2);
+    }
 }
