@@ -205,7 +205,7 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
             // Objects outside the repainted area cost a rectangle test; the
             // margin keeps thick pens and captions whole.
             VxRECT box;
-            part.GetCachedDrawingRect(&box, originX, originY, zoom);
+            part.GetCullingRect(&box, originX, originY, zoom);
             if (box.right - box.left < 2 && box.bottom - box.top < 2)
                 continue;
             const VxRECT area{box.left - 10, box.top - 10, box.right + 10, box.bottom + 10};

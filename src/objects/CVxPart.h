@@ -215,6 +215,10 @@ public:
     const VxPOINT* GetCachedRect(double originX, double originY, double zoom, CVxDPoint* out);
     void GetCachedBoundingRect(VxRECT* out, int originX, int originY, double zoom);
     void GetCachedDrawingRect(VxRECT* out, int originX, int originY, double zoom);
+    // The same rectangle from the corners' box at scale 1, kept while the
+    // geometry stays: deciding that an object is out of view at a new zoom
+    // turns no corners.
+    void GetCullingRect(VxRECT* out, int originX, int originY, double zoom);
     bool PtInPart(double x, double y, double zoom, bool plain, double tolerance);
     void SnapToWall(CVxRoomWalls* walls, double px, double py, bool centred, bool keepWall, bool mayMirror);
     CVxDRect GetWallOpeningRect(const CVxRoomWalls* walls, int wallIndex, bool clip) const;
@@ -363,6 +367,18 @@ public:
     double cacheScale;
 
 private:
+    // The corners' box at scale 1 and the fields it was made from.
+    struct SVxModelBox
+    {
+        double key[7] = {};
+        int type = -1;
+        int libObjID = -1;
+        CVxDRect box;
+    };
+    const CVxDRect& UnitScaleBox();
+    void GrowToDrawingRect(VxRECT* out, double zoom) const;
+    SVxModelBox m_modelBox;
+
     // Owned: the part's own font (none: the project's caption font) and its
     // type-specific data. Pictures are shared by reference count.
     CVxFont* font = nullptr;

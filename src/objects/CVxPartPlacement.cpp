@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -198,6 +199,11 @@ void CVxPart::GetCachedDrawingRect(VxRECT* out, int originX, int originY, double
     if (!out)
         return;
     GetCachedBoundingRect(out, originX, originY, zoom);
+    GrowToDrawingRect(out, zoom);
+}
+
+void CVxPart::GrowToDrawingRect(VxRECT* out, double zoom) const
+{
     if (thickness > 0) {
         const int32_t grow = ToPixelLength(thickness * zoom);
         VxInflateRect(out, grow, grow);
@@ -216,6 +222,47 @@ void CVxPart::GetCachedDrawingRect(VxRECT* out, int originX, int originY, double
             out->bottom = out->top + least;
         }
     }
+}
+
+const CVxDRect& CVxPart::UnitScaleBox()
+{
+    // Everything the corners are made from; the tilt counts through the
+    // type and library number that allow it.
+    const double key[7] = {x, y, width, height, zHeight, rotation, rotation3D};
+    if (std::memcmp(key, m_modelBox.key, sizeof(key)) != 0 || m_modelBox.type != type ||
+        m_modelBox.libObjID != libObjID) {
+        CVxDPoint corners[4];
+        GetRect(corners, 1.0, false);
+        CVxDRect box(corners[0].x, corners[0].y, corners[0].x, corners[0].y);
+        for (const CVxDPoint& corner : corners) {
+            box.left = std::min(box.left, corner.x);
+            box.top = std::min(box.top, corner.y);
+            box.right = std::max(box.right, corner.x);
+            box.bottom = std::max(box.bottom, corner.y);
+        }
+        std::memcpy(m_modelBox.key, key, sizeof(key));
+        m_modelBox.type = type;
+        m_modelBox.libObjID = libObjID;
+        m_modelBox.box = box;
+    }
+    return m_modelBox.box;
+}
+
+void CVxPart::GetCullingRect(VxRECT* out, int originX, int originY, double zoom)
+{
+    if (!out)
+        return;
+    // Scaling the box at scale 1 gives the very numbers that the corners
+    // at this zoom would give, so the rectangle is the drawing rectangle.
+    const CVxDRect& box = UnitScaleBox();
+    VxRECT rect{ToPixel(box.left * zoom + originX), ToPixel(box.top * zoom + originY),
+                ToPixel(box.right * zoom + originX), ToPixel(box.bottom * zoom + originY)};
+    if (rect.right == rect.left)
+        ++rect.right;
+    if (rect.bottom == rect.top)
+        ++rect.bottom;
+    *out = rect;
+    GrowToDrawingRect(out, zoom);
 }
 
 bool CVxPart::PtInPart(double px, double py, double zoom, bool plain, double tolerance)

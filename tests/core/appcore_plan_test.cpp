@@ -370,3 +370,49 @@ TEST_F(AppCorePlan, KeptSymbolPicturesLookLikePaintedSymbols)
     }
     EXPECT_LE(worst, 2);
 }
+
+TEST_F(AppCorePlan, AZoomStepTurnsOnlyTheCornersOfObjectsInView)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxFloor* floor = project.GetFloor();
+    for (int i = 0; i < 100; ++i) {
+        CVxPart* part = floor->GetNewObject();
+        part->type = ptRectangle;
+        part->x = (i % 10) * 48.0;
+        part->y = (i / 10) * 28.0;
+        part->width = 30;
+        part->height = 20;
+        part->rotation = 30;
+    }
+    const auto paint = [&](const VxRECT& area) {
+        CVxQtDC dc(area.right, area.bottom, false);
+        core->DrawProject(&dc, 0, 0, area, 0);
+    };
+    core->SetZoom(1);
+    core->RebuildRoom();
+    paint(
+        VxRECT{0, 0, static_cast<int>(project.GetTotalWidth()), static_cast<int>(project.GetTotalHeight())});
+    core->SetZoom(4);
+    core->RebuildRoom();
+    // The top-left corner of the room at four times the size: a few objects.
+    const int left = static_cast<int>(project.m_spaceLeft * 4);
+    const int top = static_cast<int>(project.m_spaceTop * 4);
+    paint(VxRECT{0, 0, left + 150, top + 100});
+    int turned = 0;
+    for (const CVxPart& part : floor->m_objects)
+        turned += part.inUse && part.cacheScale == 4.0;
+    EXPECT_GT(turned, 0);
+    EXPECT_LE(turned, 9);
+    // What the cull uses is the drawing rectangle itself.
+    for (CVxPart& part : floor->m_objects) {
+        if (!part.inUse)
+            continue;
+        VxRECT culled;
+        VxRECT drawn;
+        part.GetCullingRect(&culled, 7, 11, 4.0);
+        part.GetCachedDrawingRect(&drawn, 7, 11, 4.0);
+        EXPECT_TRUE(culled.left == drawn.left && culled.top == drawn.top && culled.right == drawn.right &&
+                    culled.bottom == drawn.bottom);
+    }
+}
