@@ -37,6 +37,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPalette>
+#include <QStyle>
 #include <QTimer>
 #include <QToolBar>
 #include <QUrl>
@@ -271,6 +272,7 @@ void CVxMainWindow::CreateMenus()
         m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
 
     CreateProjectMenu();
+    CreateViewMenu();
     CVxLocalize* loc = VX_GetLoc();
     const int toolbarTable = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
     QAction* exitAction = m_menus[MENU_PROJECT]->addAction(
@@ -351,6 +353,55 @@ void CVxMainWindow::ZoomToBestFit()
     if (zoom > 0)
         core->SetZoom(core->ClampZoom(zoom));
     RebuildRoom();
+    m_helper->DrawRoom(nullptr);
+}
+
+void CVxMainWindow::ZoomToSelectedObjects()
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    if (!m_scrollArea)
+        return;
+    bool any = false;
+    CVxDRect box;
+    for (const CVxPart& part : project.GetFloor()->m_objects) {
+        if (!part.inUse || !part.selected)
+            continue;
+        CVxDRect rect;
+        part.GetBoundingRect(&rect, 1.0);
+        if (!any)
+            box = rect;
+        box.left = std::min(box.left, rect.left);
+        box.top = std::min(box.top, rect.top);
+        box.right = std::max(box.right, rect.right);
+        box.bottom = std::max(box.bottom, rect.bottom);
+        any = true;
+    }
+    if (!any)
+        return;
+    // A quarter of the selection's size stays free on every side.
+    const double width = std::max(box.Width(), 1.0) * 1.5;
+    const double height = std::max(box.Height(), 1.0) * 1.5;
+    // Zoomed in on a part of the plan, both scroll bars show.
+    const int bar = m_scrollArea->style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    QSize view = m_scrollArea->maximumViewportSize() - QSize(bar, bar);
+    const double zoom = std::min(std::min(view.width() / width, view.height() / height), 10000.0);
+    if (!(zoom > 0))
+        return;
+    core->SetZoom(core->ClampZoom(zoom));
+    RebuildRoom();
+    // The selection's centre to the middle of the view; the image never
+    // starts right of or below the view's corner.
+    const double scale = core->GetZoom();
+    const double cx = (box.left + box.right) / 2;
+    const double cy = (box.top + box.bottom) / 2;
+    // The scroll bars that the new size brings take their part of the view.
+    view = m_scrollArea->viewport()->size();
+    const VxPOINT origin{
+        std::min(0, static_cast<int>(view.width() / 2 - (project.m_spaceLeft + cx) * scale)),
+        std::min(0, static_cast<int>(view.height() / 2 - (project.m_spaceTop + cy) * scale))};
+    m_scrollArea->ScrollToOrigin(origin);
+    m_helper->RefreshMainViewStatusBar();
     m_helper->DrawRoom(nullptr);
 }
 
@@ -538,6 +589,29 @@ void CVxMainWindow::CreateProjectMenu()
         m_recentActions[i]->setVisible(false);
     }
     menu->addSeparator();
+}
+
+void CVxMainWindow::CreateViewMenu()
+{
+    CVxLocalize* loc = VX_GetLoc();
+    const int table = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
+    auto text = [loc, table](int row, const wchar_t* english) {
+        return loc->LocalizeDlgString(table, row, english).ToQString();
+    };
+    QMenu* menu = m_menus[MENU_VIEW];
+    QAction* action = menu->addAction(text(32, L"Zoom In"), this, [this] { ZoomIn(false); });
+    action->setShortcuts({QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    action = menu->addAction(text(33, L"Zoom Out"), this, [this] { ZoomOut(false); });
+    action->setShortcut(QKeySequence(QKeySequence::ZoomOut));
+    action = menu->addAction(text(31, L"Zoom 100%"), this, [this] {
+        ZoomStep(VX_GetCore()->GetProject().m_baseZoom * devicePixelRatioF(), false);
+    });
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_1));
+    action = menu->addAction(text(30, L"Best Fit"), this, &CVxMainWindow::ZoomToBestFit);
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    action =
+        menu->addAction(text(34, L"Zoom to Selected Objects"), this, &CVxMainWindow::ZoomToSelectedObjects);
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_2));
 }
 
 void CVxMainWindow::FillSamplesMenu()

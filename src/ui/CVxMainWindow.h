@@ -67,6 +67,9 @@ public:
 
     void RebuildRoom();
     void ZoomToBestFit();
+    // The selected objects of the floor fill the view, with a quarter of
+    // their size around them, centred.
+    void ZoomToSelectedObjects();
     // One rung of the zoom ladder up or down, about the pointer when it is
     // over the plan; nothing at the end of the ladder.
     void ZoomIn(bool atCursor = false);
@@ -109,6 +112,7 @@ private:
     void CreateMenus();
     void CreateDocks();
     void CreateProjectMenu();
+    void CreateViewMenu();
     void FillSamplesMenu();
     void OpenStartFile();
     // The first project file among dropped ones, or empty.

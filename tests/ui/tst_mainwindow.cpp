@@ -30,6 +30,7 @@ private slots:
     void sheetAndShadowArePainted();
     void statusBarShowsZoomAndProject();
     void ctrlWheelZoomsAboutThePointer();
+    void zoomKeysAndZoomToSelection();
     void messageBoxButtonsCarryAccelerators();
     void exitWritesSettingsFile();
 };
@@ -163,6 +164,44 @@ void TestMainWindow::ctrlWheelZoomsAboutThePointer()
                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(area, &scroll);
     QCOMPARE(core->GetZoom(), expected);
+}
+
+void TestMainWindow::zoomKeysAndZoomToSelection()
+{
+    CVxMainWindow window;
+    window.resize(1000, 760);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QTest::qWait(300);
+    CVxAppCore* core = VX_GetCore();
+    const double before = core->GetZoom();
+    double next = 0;
+    QVERIFY(core->GetNextZoom(true, next));
+    QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
+    QCOMPARE(core->GetZoom(), next);
+    QTest::keyClick(&window, Qt::Key_Minus, Qt::ControlModifier);
+    QCOMPARE(core->GetZoom(), before);
+
+    // A small box near the far corner fills the view and sits in its middle.
+    CVxPart* box = core->GetProject().GetFloor()->GetNewObject();
+    box->type = ptRectangle;
+    box->x = 380;
+    box->y = 220;
+    box->width = 40;
+    box->height = 30;
+    box->selected = true;
+    QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+    const double zoom = core->GetZoom();
+    QVERIFY(zoom > 4 * before);
+    const CVxProject& project = core->GetProject();
+    const QSize view = window.GetRenderArea()->size();
+    const double centreX = core->GetViewOrigin().x + (project.m_spaceLeft + 400) * zoom;
+    const double centreY = core->GetViewOrigin().y + (project.m_spaceTop + 235) * zoom;
+    QVERIFY2(qAbs(centreX - view.width() / 2.0) < 3, qPrintable(QString::number(centreX)));
+    QVERIFY2(qAbs(centreY - view.height() / 2.0) < 3, qPrintable(QString::number(centreY)));
+    // The box with a quarter of itself on each side still fits.
+    QVERIFY(40 * 1.5 * zoom <= view.width() + 1 && 30 * 1.5 * zoom <= view.height() + 1);
+    core->InitProject();
 }
 
 void TestMainWindow::statusBarShowsZoomAndProject()
