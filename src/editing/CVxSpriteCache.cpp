@@ -27,31 +27,45 @@ bool CVxSpriteCache::Draw(CVxQtDC& target, const std::function<void(CVxDC&)>& dr
     }
     const size_t key =
         qHashBits(ops.data(), ops.size() * sizeof(int32_t), static_cast<size_t>(width * 65536 + height));
-    std::vector<SEntry>& bucket = m_entries[key];
-    for (const SEntry& entry : bucket) {
+    std::vector<SEntry>* bucket = &m_entries[key];
+    SEntry* found = nullptr;
+    for (SEntry& entry : *bucket) {
         if (entry.ops == ops) {
-            target.DrawSprite(entry.image, bounds.left, bounds.top);
-            target.RestoreAfterReplay(record.GetBkMode(), record.GetBkColor(), record.IsSmoothing());
-            return true;
+            found = &entry;
+            break;
         }
     }
-    QImage image;
-    {
+    if (!found) {
+        // A drawing seen once is only remembered: most drawings that come
+        // once in a repaint come once in the next, and making a picture
+        // costs more than painting.
+        const size_t bytes = ops.size() * sizeof(int32_t);
+        if (m_bytes + bytes > maxBytes) {
+            Clear();
+            bucket = &m_entries[key];
+        }
+        m_bytes += bytes;
+        bucket->push_back(SEntry{std::move(ops), QImage()});
+        CVxRecordingDC::Replay(bucket->back().ops, target, bounds.left, bounds.top);
+        return true;
+    }
+    if (found->image.isNull()) {
         CVxQtDC sprite(width, height, target.IsHighQuality());
-        CVxRecordingDC::Replay(ops, sprite, 0, 0);
-        image = *sprite.GetImage();
+        CVxRecordingDC::Replay(found->ops, sprite, 0, 0);
+        QImage image = *sprite.GetImage();
+        const auto bytes = static_cast<size_t>(image.sizeInBytes());
+        if (m_bytes + bytes > maxBytes) {
+            // Everything goes; this one is painted as it is.
+            Clear();
+            CVxRecordingDC::Replay(record.Normalized(bounds.left, bounds.top), target, bounds.left,
+                                   bounds.top);
+            return true;
+        }
+        found->image = std::move(image);
+        m_bytes += bytes;
+        ++m_count;
     }
-    const auto bytes = static_cast<size_t>(image.sizeInBytes());
-    if (m_bytes + bytes > maxBytes) {
-        Clear();
-        target.DrawSprite(image, bounds.left, bounds.top);
-        m_entries[key].push_back(SEntry{std::move(ops), image});
-    } else {
-        target.DrawSprite(image, bounds.left, bounds.top);
-        bucket.push_back(SEntry{std::move(ops), image});
-    }
-    m_bytes += bytes;
-    ++m_count;
+    target.DrawSprite(found->image, bounds.left, bounds.top);
     target.RestoreAfterReplay(record.GetBkMode(), record.GetBkColor(), record.IsSmoothing());
     return true;
 }

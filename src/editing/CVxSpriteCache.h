@@ -5,7 +5,9 @@
 // painter's cost per shape far outweighs the pixels. A drawing is recorded
 // first; a record equal to one seen before, wherever on the surface it was,
 // is answered by putting the kept picture down at whole-pixel offset, which
-// gives the same pixels as painting it again.
+// gives the same pixels as painting it again. A drawing seen for the first
+// time is painted from its record and only remembered; the picture is made
+// when it comes again.
 
 #include <QImage>
 
@@ -27,6 +29,7 @@ public:
     bool Draw(CVxQtDC& target, const std::function<void(CVxDC&)>& draw);
     void Clear();
     size_t GetBytes() const { return m_bytes; }
+    // The pictures kept; a drawing gets one the second time it comes.
     int GetCount() const { return m_count; }
 
     // Larger drawings are played back onto the target without a picture.
@@ -38,6 +41,7 @@ private:
     struct SEntry
     {
         std::vector<int32_t> ops;
+        // Null until the drawing came a second time.
         QImage image;
     };
     std::unordered_map<size_t, std::vector<SEntry>> m_entries;

@@ -352,13 +352,14 @@ TEST_F(AppCorePlan, KeptSymbolPicturesLookLikePaintedSymbols)
     const QImage painted = render();
     core->EnableSpriteCache(true);
     const QImage cold = render();
+    const QImage second = render();
     const int kept = core->GetSpriteCache().GetCount();
     const QImage warm = render();
     EXPECT_GT(kept, 0);
     EXPECT_LT(kept, 48) << "repeated symbols share a picture";
     EXPECT_EQ(core->GetSpriteCache().GetCount(), kept) << "a repaint finds them all";
     int worst = 0;
-    for (const QImage* image : {&cold, &warm}) {
+    for (const QImage* image : {&cold, &second, &warm}) {
         for (int y = 0; y < height; ++y) {
             for (int x = 0; x < width; ++x) {
                 const QColor a = painted.pixelColor(x, y);

@@ -79,7 +79,10 @@ TEST(CVxSpriteCache, KeptPicturesGiveThePaintedPixelsAnywhere)
     jaggedKept.dc().EnableSmoothing(false);
     Symbol(jagged.dc(), 20, 20);
     ASSERT_TRUE(cache.Draw(jaggedKept.dc(), [](CVxDC& dc) { Symbol(dc, 20, 20); }));
+    EXPECT_EQ(cache.GetCount(), 1) << "a drawing seen once gets no picture yet";
+    ASSERT_TRUE(cache.Draw(jaggedKept.dc(), [](CVxDC& dc) { Symbol(dc, 20, 20); }));
     EXPECT_EQ(cache.GetCount(), 2);
+    Symbol(jagged.dc(), 20, 20);
     EXPECT_EQ(MaxDifference(jagged.Finish(), jaggedKept.Finish()), 0);
 }
 
