@@ -15,6 +15,8 @@
 #include <string>
 #include <vector>
 
+#include <unistd.h>
+
 namespace {
 
 // Pieces of the inflate output; matches what the container's writer uses.
@@ -22,6 +24,8 @@ constexpr size_t s_inflateChunk = 16384;
 // Data blocks at least this long are read past the line buffer, in pieces of
 // up to 16 times as much.
 constexpr uint64_t s_directPiece = 16384;
+// Blocks from this size on are copied by the kernel when the file system can.
+constexpr uint64_t s_kernelCopyMin = 65536;
 // Paths longer than this are taken for paths of another machine: only their
 // tail is looked for.
 constexpr int s_longPath = 200;
@@ -451,8 +455,37 @@ bool CVxIniFileReader::ReadDataBlockToFile(unsigned size, const CVxStringW& path
         return false;
     }
     bool written = true;
-    const bool complete = TakeBytes(size, [&](const char* piece, size_t count) {
-        written = fwrite(piece, 1, count, file) == count;
+    uint64_t left = size;
+    // What the line buffer holds already goes first; a picture of megabytes
+    // then goes from file to file inside the kernel, never through our
+    // memory. A file system that can't do that leaves it to the buffer.
+    const size_t buffered = static_cast<size_t>(std::min<uint64_t>(left, m_bufferLength - m_bufferPos));
+    if (buffered > 0) {
+        written = fwrite(m_buffer + m_bufferPos, 1, buffered, file) == buffered;
+        m_bufferPos += buffered;
+        left -= buffered;
+    }
+    if (written && m_file && left >= s_kernelCopyMin && m_bufferPos >= m_bufferLength &&
+        m_fileSize - m_bytesRead >= static_cast<int64_t>(left) && fflush(file) == 0) {
+        off_t from = static_cast<off_t>(m_bytesRead);
+        uint64_t copied = 0;
+        while (copied < left) {
+            const ssize_t n = copy_file_range(fileno(m_file), &from, fileno(file), nullptr,
+                                              static_cast<size_t>(left - copied), 0);
+            if (n <= 0)
+                break;
+            copied += static_cast<uint64_t>(n);
+        }
+        m_bytesRead += static_cast<int64_t>(copied);
+        left -= copied;
+        if (fseeko(m_file, static_cast<off_t>(m_bytesRead), SEEK_SET) != 0) {
+            EndData();
+            fclose(file);
+            return false;
+        }
+    }
+    const bool complete = TakeBytes(left, [&](const char* piece, size_t count) {
+        written = written && fwrite(piece, 1, count, file) == count;
         return written;
     });
     written = (fclose(file) == 0) && written;
