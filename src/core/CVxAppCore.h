@@ -60,6 +60,9 @@ public:
     // centred in width by height. False when cancel was set meanwhile.
     bool DrawProjectThumb(CVxDC* dc, CVxProject& project, int width, int height, bool cropToObjects,
                           const bool* cancel);
+    // The same on a white ground with smoothing, as previews and thumbnail
+    // files show it.
+    bool DrawProjectThumbOnWhite(CVxDC* dc, CVxProject& project, int width, int height);
     // Drawing stops while any pause is on; pauses nest.
     void PauseDrawing(bool pause);
     bool IsDrawingPaused() const { return m_drawingPaused != 0; }

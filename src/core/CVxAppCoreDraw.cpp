@@ -539,3 +539,14 @@ void CVxAppCore::TranslateCoordLocalToImage(double& x, double& y) const
     if (floor)
         floor->m_localCoords.AddTo(x, y);
 }
+
+bool CVxAppCore::DrawProjectThumbOnWhite(CVxDC* dc, CVxProject& project, int width, int height)
+{
+    dc->EnableSmoothing(true);
+    dc->SelectPen(CVxDC::penNull, 0, 0);
+    dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+    dc->Rectangle(0, 0, width + 1, height + 1);
+    dc->SelectOldBrush();
+    dc->SelectOldPen();
+    return DrawProjectThumb(dc, project, width, height, false, nullptr);
+}

@@ -233,13 +233,7 @@ bool CVxAppHelperHeadless::SaveProjectThumbnailImageToFile(CVxProject* project, 
     bool drawn = false;
     {
         CVxQtDC dc(width, height, true);
-        dc.EnableSmoothing(true);
-        dc.SelectPen(CVxDC::penNull, 0, 0);
-        dc.SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
-        dc.Rectangle(0, 0, width + 1, height + 1);
-        dc.SelectOldBrush();
-        dc.SelectOldPen();
-        drawn = VX_GetCore()->DrawProjectThumb(&dc, *project, width, height, false, nullptr);
+        drawn = VX_GetCore()->DrawProjectThumbOnWhite(&dc, *project, width, height);
         image = dc.GetImage()->convertToFormat(QImage::Format_RGB32);
     }
     return drawn && image.save(path.ToQString(), "PNG");

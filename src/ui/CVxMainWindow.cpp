@@ -60,6 +60,13 @@ public:
     }
 };
 
+// A command's text from the toolbar table of the language file.
+QString ToolbarText(int row, const wchar_t* english)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    return loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), row, english).ToQString();
+}
+
 CVxStringW MainMenuText(int number, const wchar_t* english)
 {
     CVxLocalize* loc = VX_GetLoc();
@@ -560,11 +567,7 @@ void CVxMainWindow::changeEvent(QEvent* event)
 
 void CVxMainWindow::CreateProjectMenu()
 {
-    CVxLocalize* loc = VX_GetLoc();
-    const int table = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
-    auto text = [loc, table](int row, const wchar_t* english) {
-        return loc->LocalizeDlgString(table, row, english).ToQString();
-    };
+    const auto text = ToolbarText;
     QMenu* menu = m_menus[MENU_PROJECT];
     QAction* action = menu->addAction(text(1, L"Start New Project"), this, &CVxMainWindow::StartNewProject);
     action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
@@ -593,11 +596,7 @@ void CVxMainWindow::CreateProjectMenu()
 
 void CVxMainWindow::CreateViewMenu()
 {
-    CVxLocalize* loc = VX_GetLoc();
-    const int table = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
-    auto text = [loc, table](int row, const wchar_t* english) {
-        return loc->LocalizeDlgString(table, row, english).ToQString();
-    };
+    const auto text = ToolbarText;
     QMenu* menu = m_menus[MENU_VIEW];
     QAction* action = menu->addAction(text(32, L"Zoom In"), this, [this] { ZoomIn(false); });
     action->setShortcuts({QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)});

@@ -177,12 +177,6 @@ void CVxMergeProjectDlg::UpdatePreview(int project)
     }
     CVxProject& shown = project == PROJECT_CURRENT ? m_current : m_second;
     CVxQtDC dc(kPreviewWidth, kPreviewHeight, true);
-    dc.EnableSmoothing(true);
-    dc.SelectPen(CVxDC::penNull, 0, 0);
-    dc.SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
-    dc.Rectangle(0, 0, kPreviewWidth + 1, kPreviewHeight + 1);
-    dc.SelectOldBrush();
-    dc.SelectOldPen();
-    VX_GetCore()->DrawProjectThumb(&dc, shown, kPreviewWidth, kPreviewHeight, false, nullptr);
+    VX_GetCore()->DrawProjectThumbOnWhite(&dc, shown, kPreviewWidth, kPreviewHeight);
     label->setPixmap(QPixmap::fromImage(*dc.GetImage()));
 }
