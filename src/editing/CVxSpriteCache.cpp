@@ -56,9 +56,9 @@ bool CVxSpriteCache::Draw(CVxQtDC& target, const std::function<void(CVxDC&)>& dr
         const auto bytes = static_cast<size_t>(image.sizeInBytes());
         if (m_bytes + bytes > maxBytes) {
             // Everything goes; this one is painted as it is.
+            const std::vector<int32_t> kept = std::move(found->ops);
             Clear();
-            CVxRecordingDC::Replay(record.Normalized(bounds.left, bounds.top), target, bounds.left,
-                                   bounds.top);
+            CVxRecordingDC::Replay(kept, target, bounds.left, bounds.top);
             return true;
         }
         found->image = std::move(image);

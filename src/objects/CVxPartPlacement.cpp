@@ -234,12 +234,8 @@ const CVxDRect& CVxPart::UnitScaleBox()
         CVxDPoint corners[4];
         GetRect(corners, 1.0, false);
         CVxDRect box(corners[0].x, corners[0].y, corners[0].x, corners[0].y);
-        for (const CVxDPoint& corner : corners) {
-            box.left = std::min(box.left, corner.x);
-            box.top = std::min(box.top, corner.y);
-            box.right = std::max(box.right, corner.x);
-            box.bottom = std::max(box.bottom, corner.y);
-        }
+        for (const CVxDPoint& corner : corners)
+            box.UnionRect(corner);
         std::memcpy(m_modelBox.key, key, sizeof(key));
         m_modelBox.type = type;
         m_modelBox.libObjID = libObjID;

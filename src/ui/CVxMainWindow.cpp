@@ -376,12 +376,10 @@ void CVxMainWindow::ZoomToSelectedObjects()
             continue;
         CVxDRect rect;
         part.GetBoundingRect(&rect, 1.0);
-        if (!any)
+        if (any)
+            box.UnionRect(rect);
+        else
             box = rect;
-        box.left = std::min(box.left, rect.left);
-        box.top = std::min(box.top, rect.top);
-        box.right = std::max(box.right, rect.right);
-        box.bottom = std::max(box.bottom, rect.bottom);
         any = true;
     }
     if (!any)
