@@ -2,8 +2,8 @@
 
 #include "CVxAppCore.h"
 #include "CVxIniFileReader.h"
+#include "CVxProjectFileCheck.h"
 #include "CVxUnits.h"
-#include "IVxReadIniClient.h"
 #include "VxSafeSave.h"
 
 #include <QFile>
@@ -21,71 +21,6 @@ long long NowMs()
     using namespace std::chrono;
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
-
-// Takes the version from the head of a project file without loading it.
-class CVxCliHeadReader : public IVxReadIniClient
-{
-public:
-    void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader*) override
-    {
-        if (key == "FileVersion")
-            version = CVxIniFileReader::ToInt(value, 0);
-        else if (key == "Compression")
-            compressed = true;
-    }
-    int version = 0;
-    bool compressed = false;
-};
-
-// Walks the entries of a container without unpacking them. The loader takes
-// a cut-off entry as far as it goes, so a container that lost its end would
-// open as a smaller project; a block that ends before its announced size
-// shows the loss.
-class CVxCliEntryCheck : public IVxReadIniClient
-{
-public:
-    void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override
-    {
-        if (key != "DataSize" || !reader)
-            return;
-        const int size = CVxIniFileReader::ToInt(value, -1);
-        if (size < 0 || !reader->SkipDataBlock(static_cast<unsigned>(size)))
-            complete = false;
-        ++entries;
-    }
-    bool complete = true;
-    int entries = 0;
-};
-
-// The run of sections of a plain project: every "Floor" closes with an
-// "EndFloor", and the writer's last section is the picture cache. A file
-// cut anywhere before that would load as a smaller project without a word.
-struct SVxCliPlainRun
-{
-    void Section(const CVxStringA& name)
-    {
-        if (name == "Floor") {
-            if (openFloor)
-                unclosedFloor = true;
-            openFloor = true;
-        } else if (name == "EndFloor") {
-            openFloor = false;
-            ++endFloors;
-        }
-        last = name;
-    }
-    bool IsCutShort(int version) const
-    {
-        // Files of older versions may know neither closing section.
-        if (endFloors > 0 && (openFloor || unclosedFloor))
-            return true;
-        return version >= CVxProject::fileVersion && last != "PictureResizeCache";
-    }
-    CVxStringA last;
-    int endFloors = 0;
-    bool openFloor = false;
-    bool unclosedFloor = false;
-};
 
 bool Refuse(const QString& file, const QString& reason)
 {
@@ -263,56 +198,23 @@ void CVxCliProgress::Step(const char* what)
 
 bool VxCliLoadProject(const QString& path, SVxCliLoaded& loaded)
 {
-    const QFileInfo info(path);
-    if (!info.exists())
-        return Refuse(path, QStringLiteral("no such file"));
-    if (info.isDir())
-        return Refuse(path, QStringLiteral("is a folder, not a project file"));
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        return Refuse(path, QStringLiteral("can't be read: ") + file.errorString());
-    file.close();
-    if (info.size() == 0)
-        return Refuse(path, QStringLiteral("empty file, not a project"));
-
-    // Anything without the project head would load as a new default project;
-    // the head tells a project from any other file before loading starts.
-    {
-        CVxIniFileReader reader{CVxStringW(path), 0};
-        if (!reader.IsOpened())
-            return Refuse(path, QStringLiteral("can't be read"));
-        reader.Start();
-        if (reader.GetSectionName() == "LibSetup")
-            return Refuse(path, QStringLiteral("an object library, not a project"));
-        if (reader.GetSectionName() != "Room")
-            return Refuse(path, QStringLiteral("not a Plaveno project"));
-        CVxCliHeadReader head;
-        reader.ReadSection(&head);
-        loaded.fileVersion = head.version;
-        if (head.compressed) {
-            CVxCliEntryCheck entries;
-            while (!reader.GetSectionName().IsEmpty())
-                reader.ReadSection(reader.GetSectionName() == "File" ? &entries : nullptr);
-            if (!entries.complete || entries.entries == 0)
-                return Refuse(path, QStringLiteral("damaged or incomplete project file (cut short)"));
-        } else {
-            SVxCliPlainRun run;
-            while (!reader.GetSectionName().IsEmpty()) {
-                run.Section(reader.GetSectionName());
-                reader.ReadSection(nullptr);
-            }
-            if (run.IsCutShort(head.version))
-                return Refuse(path, QStringLiteral("damaged or incomplete project file (cut short)"));
-        }
-    }
+    // Anything without the project head would load as a new default
+    // project, and a file that lost its end as a smaller one; a batch tool
+    // takes neither.
+    const CVxProjectFileCheck check = CVxProjectFileCheck::Check(CVxStringW(path));
+    if (check.GetVerdict() != CVxProjectFileCheck::VX_FILE_GOOD)
+        return Refuse(path, QString::fromWCharArray(CVxProjectFileCheck::ReasonText(check.GetReason())));
+    loaded.fileVersion = check.GetFileVersion();
 
     CVxAppCore* core = VX_GetCore();
     core->InitProject();
     CVxProject& project = core->GetProject();
-    if (!project.LoadFromFile(CVxStringW(path), &loaded.missing, nullptr, false,
-                              CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING)) {
+    const bool read = project.LoadFromFile(CVxStringW(path), &loaded.missing, nullptr, false,
+                                           CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING);
+    if (!read || project.WasDamagedOnLoad()) {
         core->InitProject();
-        return Refuse(path, QStringLiteral("damaged or incomplete project file"));
+        return Refuse(path, QString::fromWCharArray(
+                                CVxProjectFileCheck::ReasonText(CVxProjectFileCheck::VX_REASON_CORRUPT)));
     }
     core->SetProjectPath(CVxStringW(path));
     project.RebuildAllFloorsWalls();

@@ -154,6 +154,23 @@ public:
     // through the host; every way of opening a file passes OpenFile.
     bool OpenFile(const CVxStringW& path, bool atStart);
     bool OpenMainProject(const CVxStringW& path, bool atStart);
+
+    enum EVxLoadOutcome
+    {
+        VX_LOAD_OK,
+        // What could be read of a damaged file, taken with the user's consent.
+        VX_LOAD_DAMAGED,
+        VX_LOAD_REFUSED,
+        VX_LOAD_DECLINED,
+    };
+    // Reads a file that the user asked for into `project`, a scratch
+    // project of the caller's: a file that is no project is refused with a
+    // message that names it and says why, and what could be read of a
+    // damaged one is taken only when the user agrees. Every way in (open,
+    // command line, drop, merge, recovery, reload) passes here, so that no
+    // file the program could not fully read is later saved over.
+    static EVxLoadOutcome LoadProjectForUser(const CVxStringW& path, CVxProject* project,
+                                             std::list<CVxMissingFileInfo>* missing, void* parent = nullptr);
     bool OpenRecentFile(int index);
     bool OpenSampleFile(const CVxStringW& path) { return OpenFile(path, false); }
     bool SaveMainProject();
@@ -190,7 +207,10 @@ public:
     CVxStringW AskProjectSaveFileName();
 
     // The second project of a merge, in the unit of `current`.
-    static bool LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second);
+    // The second project of a merge, in the unit of `current`, under the
+    // opening rules of LoadProjectForUser.
+    static bool LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second,
+                                    void* parent = nullptr);
     // `merged`, a copy of the project, takes `second` in (see
     // CVxProject::MergeProject) and becomes the project; `second` is reset.
     void MergeProjects(CVxProject* merged, CVxProject* second, const CVxDPoint& shift,

@@ -8,6 +8,7 @@
 #include "CVxFloor.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
+#include "CVxProjectFileCheck.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
@@ -42,6 +43,11 @@ CVxStringW ProjectFileFilter()
 CVxStringA Utf8(const CVxStringW& text)
 {
     return VX_StringToUTF8(text);
+}
+
+CVxStringW NativePath(const CVxStringW& path)
+{
+    return CVxStringW(QDir::toNativeSeparators(path.ToQString()));
 }
 
 } // namespace
@@ -176,12 +182,9 @@ bool CVxAppCore::OpenFile(const CVxStringW& requested, bool atStart)
 
     host->SetMainViewPaintable(false);
     if (!OpenMainProject(path, atStart)) {
-        // The project stayed as it was, so it may be drawn again.
+        // The project stayed as it was, so it may be drawn again. The
+        // loader told the user why, unless the user declined.
         host->SetMainViewPaintable(true);
-        host->HideSplashScreen();
-        host->MsgBox(Msg(28, L"Cannot open file") + L"\n" +
-                         CVxStringW(QDir::toNativeSeparators(path.ToQString())),
-                     Msg(34, L"Error"), VX_MB_ICON_CRITICAL);
         return false;
     }
     // Adding an opened object file to the user library waits for the library.
@@ -207,7 +210,8 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
     std::list<CVxMissingFileInfo> missing;
     // Read beside the open project, which a damaged file must not spoil.
     CVxProject loaded;
-    if (!loaded.LoadFromFile(path, &missing, nullptr, false, 0)) {
+    const EVxLoadOutcome outcome = LoadProjectForUser(path, &loaded, &missing);
+    if (outcome != VX_LOAD_OK && outcome != VX_LOAD_DAMAGED) {
         loaded.RemoveTempFiles();
         return false;
     }
@@ -222,7 +226,12 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
     m_missingFiles.assign(missing.begin(), missing.end());
 
     m_fileMonitor.StopMonitoring();
-    if (IsAutoSaveFile(path)) {
+    if (outcome == VX_LOAD_DAMAGED) {
+        // Untitled, so that saving asks for a name and never replaces the
+        // damaged original; modified, so that closing asks first.
+        m_projectPath.Empty();
+        m_project.m_modified = true;
+    } else if (IsAutoSaveFile(path)) {
         m_projectPath.Empty();
     } else if (IsInSamplesFolder(path)) {
         // A sample opens unnamed, so that saving can't overwrite it.
@@ -252,6 +261,48 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
     }
     VxTrace("Opening project file done updating UI\n");
     return true;
+}
+
+CVxAppCore::EVxLoadOutcome CVxAppCore::LoadProjectForUser(const CVxStringW& path, CVxProject* project,
+                                                          std::list<CVxMissingFileInfo>* missing,
+                                                          void* parent)
+{
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (!project)
+        return VX_LOAD_REFUSED;
+    auto refuse = [&](CVxProjectFileCheck::EReason reason) {
+        VxTrace("Refused to open %s: %ls\n", Utf8(path).c_str(), CVxProjectFileCheck::ReasonText(reason));
+        if (host) {
+            host->HideSplashScreen();
+            host->MsgBox(Msg(28, L"Cannot open file") + L"\n" + NativePath(path) + L"\n\n" +
+                             CVxProjectFileCheck::LocalizedReason(reason),
+                         Msg(34, L"Error"), VX_MB_ICON_CRITICAL, parent);
+        }
+        return VX_LOAD_REFUSED;
+    };
+    const CVxProjectFileCheck check = CVxProjectFileCheck::Check(path);
+    if (check.IsRefused())
+        return refuse(check.GetReason());
+    if (!project->LoadFromFile(path, missing, nullptr, false, 0))
+        return refuse(CVxProjectFileCheck::VX_REASON_CORRUPT);
+    const bool damaged = check.IsDamaged() || project->WasDamagedOnLoad();
+    if (!damaged)
+        return VX_LOAD_OK;
+    const CVxProjectFileCheck::EReason reason =
+        check.IsDamaged() ? check.GetReason() : CVxProjectFileCheck::VX_REASON_CORRUPT;
+    // A file cut within its head reads as an empty project: nothing to offer.
+    if (project->HoldsNothing())
+        return refuse(reason);
+    if (!host)
+        return VX_LOAD_DECLINED;
+    host->HideSplashScreen();
+    const int answer =
+        host->MsgBox(Msg(909, L"The file is damaged; open what could be read?") + L"\n\n" + NativePath(path) +
+                         L"\n" + CVxProjectFileCheck::LocalizedReason(reason),
+                     Msg(33, L"Warning"), VX_MB_YES | VX_MB_NO | VX_MB_ICON_WARNING, parent, VX_MB_YES);
+    VxTrace("Damaged file %s: %ls, %s\n", Utf8(path).c_str(), CVxProjectFileCheck::ReasonText(reason),
+            answer == VX_MBR_YES ? "opened" : "declined");
+    return answer == VX_MBR_YES ? VX_LOAD_DAMAGED : VX_LOAD_DECLINED;
 }
 
 void CVxAppCore::LibCheckFillMissingProjectFiles(std::list<CVxMissingFileInfo>* missing)
@@ -415,9 +466,11 @@ bool CVxAppCore::ResolveMissingFiles(const std::vector<CVxMissingFileInfo>& deci
     return OpenMainProject(path, false);
 }
 
-bool CVxAppCore::LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second)
+bool CVxAppCore::LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second,
+                                     void* parent)
 {
-    if (!second || !second->LoadFromFile(path, nullptr, nullptr, false, 0))
+    const EVxLoadOutcome outcome = LoadProjectForUser(path, second, nullptr, parent);
+    if (outcome != VX_LOAD_OK && outcome != VX_LOAD_DAMAGED)
         return false;
     second->RebuildAllFloorsWalls();
     if (second->m_unit != current.m_unit && CVxUnits::IsValid(second->m_unit) &&
@@ -471,9 +524,11 @@ void CVxAppCore::RevertProjectToSaved()
         if (answer != VX_MBR_YES)
             return;
     }
+    const bool wasModified = m_project.m_modified;
     m_project.m_modified = false;
     const CVxStringW path = m_projectPath;
-    OpenFile(path, false);
+    if (!OpenFile(path, false))
+        m_project.m_modified = wasModified;
 }
 
 void CVxAppCore::InitProjectAsCopy(CVxProject* source)
@@ -550,8 +605,14 @@ bool CVxAppCore::OnOpenedFileChangedOnDisk()
                          path.ExtractFileTitle(),
                      Msg(33, L"Warning"), VX_MB_YES | VX_MB_NO | VX_MB_ICON_QUESTION, nullptr, VX_MB_YES);
     if (answer == VX_MBR_YES) {
+        // The question about unsaved work was just answered; a reload that
+        // fails leaves the project, its flag and the watch as they were.
+        const bool wasModified = m_project.m_modified;
         m_project.m_modified = false;
-        OpenFile(path, false);
+        if (!OpenFile(path, false)) {
+            m_project.m_modified = wasModified;
+            m_fileMonitor.StartMonitoring(path);
+        }
     } else {
         m_fileMonitor.StartMonitoring(path);
     }

@@ -147,9 +147,17 @@ bool CVxAutoSave::AskAndRecover(const CVxStringW& file, bool atStart, const Open
 bool CVxAutoSave::LoadRecoveredProject(const CVxStringW& file)
 {
     VxTrace("Opening project file %s\n", VX_StringToUTF8(file).c_str());
-    CVxProject& project = m_core->GetProject();
-    if (!project.LoadFromFile(file, nullptr, nullptr, false, 0))
+    // Read beside the open project: an auto-save file cut short by a crash
+    // is refused or taken only when the user agrees.
+    CVxProject recovered;
+    const CVxAppCore::EVxLoadOutcome outcome = CVxAppCore::LoadProjectForUser(file, &recovered, nullptr);
+    if (outcome != CVxAppCore::VX_LOAD_OK && outcome != CVxAppCore::VX_LOAD_DAMAGED) {
+        recovered.RemoveTempFiles();
         return false;
+    }
+    CVxProject& project = m_core->GetProject();
+    project.RemoveTempFiles();
+    recovered.CopyTo(&project);
     project.RebuildAllFloorsWalls();
     m_core->UpdateFloorPlan();
     project.ResnapAllParts();

@@ -46,26 +46,27 @@ void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStr
         if (size < 0) {
             // No block can be that long: the rest of the container is lost.
             reader->SkipDataBlock(CVxIniFileReader::VX_INI_DATA_TO_END);
+            m_damaged = true;
             return;
         }
         m_dataSize = static_cast<unsigned>(size);
         if (m_dataSize == 0)
             return;
         if (m_name.IsEmpty()) {
-            reader->SkipDataBlock(m_dataSize);
+            m_damaged = !reader->SkipDataBlock(m_dataSize);
             return;
         }
         const CVxStringW path = m_folder + m_name;
         if (m_name.ExtractFileExt() == m_mainExt)
             m_mainFile = path;
         else if (reader->HasFlag(CVxIniFileReader::VX_READ_UNPACK_MAIN_FILE_ONLY)) {
-            reader->SkipDataBlock(m_dataSize);
+            m_damaged = !reader->SkipDataBlock(m_dataSize);
             return;
         }
         if (m_uncompressedSize != 0)
-            reader->UncompressDataBlockToFile(m_dataSize, path,
-                                              std::min(m_uncompressedSize, maxUncompressedSize));
+            m_damaged = !reader->UncompressDataBlockToFile(m_dataSize, path,
+                                                           std::min(m_uncompressedSize, maxUncompressedSize));
         else
-            reader->ReadDataBlockToFile(m_dataSize, path);
+            m_damaged = !reader->ReadDataBlockToFile(m_dataSize, path);
     }
 }

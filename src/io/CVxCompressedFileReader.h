@@ -26,6 +26,9 @@ public:
 
     // The unpacked main file; empty when this entry was none.
     const CVxStringW& GetMainFile() const { return m_mainFile; }
+    // The entry's data ended early, its stream was broken, or it unpacked
+    // to another size than announced: what was written is not the file.
+    bool IsDamaged() const { return m_damaged; }
 
     // The bare file name under which an entry may be unpacked, or an empty
     // string when `name` can't be one. Folders, drive letters and the
@@ -39,4 +42,5 @@ private:
     unsigned m_uncompressedSize = 0;
     unsigned m_dataSize = 0;
     CVxStringW m_mainFile;
+    bool m_damaged = false;
 };

@@ -551,7 +551,9 @@ bool CVxIniFileReader::UncompressDataBlockToFile(unsigned size, const CVxStringW
     const bool complete = TakeBytes(blockSize, inflatePiece);
     inflateEnd(&stream);
     const bool closed = fclose(file) == 0;
-    return complete && finished && !failed && closed;
+    // A stream that ends before the stated size is as broken as one that
+    // runs past it.
+    return complete && finished && !failed && closed && written == uncompressedSize;
 }
 
 bool CVxIniFileReader::WriteDataToFile(const void* buffer, unsigned size, const CVxStringW& path)

@@ -95,7 +95,8 @@ public:
     // Inflates a zlib or gzip stream of `size` bytes (VX_INI_DATA_TO_END: up to the
     // end of the file) into a new file, never writing more than
     // `uncompressedSize` bytes. The reader's position is set by `size`
-    // whatever the stream holds; a bad stream leaves the file as far as
+    // whatever the stream holds; a bad stream, or one that inflates to
+    // another size than `uncompressedSize`, leaves the file as far as
     // written and gives false.
     bool UncompressDataBlockToFile(unsigned size, const CVxStringW& path, unsigned uncompressedSize);
     // Writes `size` bytes to a new file in pieces of 2048.

@@ -120,6 +120,7 @@ void CVxProject::Reset()
     m_captionFont = CVxFont(options->m_defCaptionFont);
     m_captionPrintFont = CVxFont(options->m_defCaptionPrintFont);
     m_modified = false;
+    m_damagedOnLoad = false;
     m_groundPosZ = 0;
     m_groundAppear.Reset();
     m_groundAppear.SetColor(kGroundColor);
@@ -1001,6 +1002,15 @@ bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileIn
     return true;
 }
 
+bool CVxProject::HoldsNothing() const
+{
+    for (const CVxFloor* floor : m_floors)
+        if (floor->m_walls.GetWallCount() > 0 || floor->m_walls.GetHoleCount() > 0 ||
+            floor->CountUsedObjects() > 0)
+            return false;
+    return true;
+}
+
 bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxMissingFileInfo>* missingFiles,
                                         int flags, const CVxStringW& sourceFolder)
 {
@@ -1009,12 +1019,14 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     if (m_storagePath.IsEmpty())
         return false;
     CVxStringW mainFile;
+    bool damaged = false;
     while (!reader->GetSectionName().IsEmpty()) {
         if (reader->GetSectionName() == "File") {
             CVxCompressedFileReader entry(m_storagePath, CVxStringW(L".pvp"));
             reader->ReadSection(&entry);
             if (!entry.GetMainFile().IsEmpty())
                 mainFile = entry.GetMainFile();
+            damaged = damaged || entry.IsDamaged();
         } else {
             reader->ReadSection(nullptr);
         }
@@ -1022,7 +1034,11 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     if (mainFile.IsEmpty())
         return false;
     const CVxStringW folder = sourceFolder;
-    return LoadFromFile(mainFile, missingFiles, &folder, true,
-                        flags | CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING |
-                            CVxIniFileReader::VX_READ_INNER_COMPRESSED_FILE);
+    const bool loaded = LoadFromFile(mainFile, missingFiles, &folder, true,
+                                     flags | CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING |
+                                         CVxIniFileReader::VX_READ_INNER_COMPRESSED_FILE);
+    // The inner load starts from a reset project, so the finding is kept
+    // only now.
+    m_damagedOnLoad = damaged;
+    return loaded;
 }

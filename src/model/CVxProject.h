@@ -103,6 +103,12 @@ public:
     CVxFloor* GetSafeFloor(int index);
     int GetFloorCount() const { return static_cast<int>(m_floors.size()); }
     bool IsModified() const { return m_modified; }
+    // The last load met a container entry that could not be unpacked whole:
+    // the project holds what could be read, not what was saved.
+    bool WasDamagedOnLoad() const { return m_damagedOnLoad; }
+    // Nothing worth keeping came in: no floor holds a wall, a floor opening
+    // or an object.
+    bool HoldsNothing() const;
 
     // The sheet: the room rectangle with the space around it.
     double GetTotalWidth() const { return m_width + m_spaceLeft + m_spaceRight; }
@@ -195,6 +201,7 @@ public:
     CVxStringW m_comments;
     // Folder of this project's unpacked files.
     CVxStringW m_storagePath;
+    bool m_damagedOnLoad = false;
     CVxStringW m_thumbnailPath;
     // Source path and stored path of each file kept in the project.
     std::list<std::pair<CVxStringW, CVxStringW>> m_storedFiles;

@@ -115,7 +115,7 @@ bool CVxMergeProjectDlg::LoadSecondProject(const CVxStringW& path)
 {
     if (m_loaded)
         m_second.RemoveTempFiles();
-    m_loaded = CVxAppCore::LoadProjectForMerge(path, m_current, &m_second);
+    m_loaded = CVxAppCore::LoadProjectForMerge(path, m_current, &m_second, this);
     if (!m_loaded)
         m_second.Reset();
     UpdatePreview(PROJECT_MERGE);
@@ -132,9 +132,8 @@ void CVxMergeProjectDlg::OnBrowse()
                                                          VX_GetOptions()->m_lastOpenFolder);
     if (path.IsEmpty())
         return;
-    if (!LoadSecondProject(path))
-        host->MsgBox(VX_GetLoc()->LocalizeMessage(28, L"Cannot open file") + L"\n" + path,
-                     VX_GetLoc()->LocalizeMessage(34, L"Error"), VX_MB_ICON_CRITICAL, this);
+    // A file that can't be merged was explained by the loader.
+    LoadSecondProject(path);
 }
 
 void CVxMergeProjectDlg::Align(int edge)

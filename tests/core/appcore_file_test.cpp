@@ -4,18 +4,24 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperHeadless.h"
+#include "CVxAutoSave.h"
 #include "CVxFloor.h"
 #include "CVxOptions.h"
+#include "CVxProjectFileCheck.h"
 #include "CVxUnits.h"
 #include "VxContainerTestUtil.h"
 #include "VxTestEnv.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <functional>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -362,4 +368,190 @@ TEST_F(AppCoreFile, MergedProjectIsScaledToTheUnitAndBecomesTheModifiedProject)
     core->MergeProjects(&merged, &second, CVxDPoint(0, 0), CVxDPoint(0, 0), false);
     EXPECT_EQ(core->GetProject().GetFloor()->m_walls.GetWallCount(), walls + 4);
     EXPECT_TRUE(core->GetProject().IsModified());
+}
+
+// Files that are no project, or lost part of themselves, through every way
+// in. None of them may change the file on disk, and a refused one leaves the
+// open project, its name and the recent list as they were.
+class AppCoreOpenSafety : public AppCoreFile
+{
+protected:
+    void SetUp() override
+    {
+        AppCoreFile::SetUp();
+        const QByteArray house = ReadAll(CVxStringW(QStringLiteral(PLAVENO_SOURCE_DIR "/samples/House.pvp")));
+        ASSERT_GT(house.size(), 3000);
+        QByteArray random(4096, '\0');
+        quint32 seed = 12345;
+        for (char& byte : random) {
+            seed = seed * 1103515245u + 12345u;
+            byte = static_cast<char>(seed >> 24);
+        }
+        QByteArray shortSize = house;
+        // The main text claims fewer bytes than its stream holds.
+        ASSERT_TRUE(shortSize.contains("UncpSize=29631"));
+        shortSize.replace("UncpSize=29631", "UncpSize=20000");
+        QByteArray corrupt = house;
+        for (int i = 2400; i < 2440; ++i)
+            corrupt[i] = static_cast<char>(corrupt[i] ^ 0x5A);
+
+        refused = {{L"random.pvp", random},
+                   {L"empty.pvp", QByteArray()},
+                   {L"head.pvp", house.left(20)},
+                   {L"library.pvp", "[LibSetup]\r\nFileVersion=1020\r\nLibName=Mine\r\n"},
+                   {L"text.pvp", "Dear Sir,\nplease find the plans attached.\n"}};
+        damaged = {{L"cut.pvp", house.left(1500)}, {L"short.pvp", shortSize}, {L"corrupt.pvp", corrupt}};
+        for (const auto& [name, bytes] : refused)
+            WriteAll(m_folder + name, bytes);
+        for (const auto& [name, bytes] : damaged)
+            WriteAll(m_folder + name, bytes);
+        QDir().mkpath((m_folder + L"folder.pvp").ToQString());
+        ASSERT_EQ(mkfifo(QFile::encodeName((m_folder + L"fifo.pvp").ToQString()).constData(), 0600), 0);
+
+        // The open project: named, saved, then changed.
+        current = SaveProject(L"current.pvp", 640);
+        core->GetProject().m_width = 777;
+        core->GetProject().m_modified = true;
+        recent0 = VX_GetOptions()->m_recent[0];
+        m_host.texts.clear();
+    }
+
+    void ExpectUntouched(const CVxStringW& file, const QByteArray& bytes)
+    {
+        SCOPED_TRACE(file.ToQString().toStdString());
+        // Reading the pipe here would block the test itself.
+        if (QFileInfo((m_folder + file).ToQString()).isFile()) {
+            EXPECT_EQ(ReadAll(m_folder + file), bytes);
+        }
+        EXPECT_DOUBLE_EQ(core->GetProject().m_width, 777);
+        EXPECT_TRUE(core->GetProject().IsModified());
+        EXPECT_EQ(core->GetProjectPath(), current);
+        EXPECT_EQ(VX_GetOptions()->m_recent[0], recent0);
+    }
+
+    // Every refused kind, the folder and the pipe included, through `open`;
+    // each gives one message that names the file.
+    void ExpectAllRefused(const std::function<bool(const CVxStringW&)>& open)
+    {
+        std::vector<std::pair<CVxStringW, QByteArray>> all = refused;
+        all.push_back({L"folder.pvp", QByteArray()});
+        all.push_back({L"fifo.pvp", QByteArray()});
+        for (const auto& [name, bytes] : all) {
+            m_host.texts.clear();
+            m_host.answers = {VX_MBR_NO, VX_MBR_NO};
+            EXPECT_FALSE(open(m_folder + name)) << name.ToQString().toStdString();
+            ExpectUntouched(name, bytes);
+            ASSERT_FALSE(m_host.texts.empty()) << name.ToQString().toStdString();
+            EXPECT_TRUE(m_host.texts.back().Find(name) >= 0) << m_host.texts.back().ToQString().toStdString();
+        }
+        // A damaged file whose question is declined changes nothing either.
+        for (const auto& [name, bytes] : damaged) {
+            m_host.texts.clear();
+            m_host.answers = {VX_MBR_NO, VX_MBR_NO};
+            EXPECT_FALSE(open(m_folder + name)) << name.ToQString().toStdString();
+            ExpectUntouched(name, bytes);
+        }
+    }
+
+    std::vector<std::pair<CVxStringW, QByteArray>> refused;
+    std::vector<std::pair<CVxStringW, QByteArray>> damaged;
+    CVxStringW current;
+    CVxStringW recent0;
+};
+
+TEST_F(AppCoreOpenSafety, TheLookTellsKindsApart)
+{
+    using Check = CVxProjectFileCheck;
+    for (const auto& [name, bytes] : refused) {
+        if (name == L"head.pvp")
+            continue;
+        EXPECT_TRUE(Check::Check(m_folder + name).IsRefused()) << name.ToQString().toStdString();
+    }
+    // A head alone is a project cut short; the load then finds nothing in it.
+    EXPECT_TRUE(Check::Check(m_folder + L"head.pvp").IsDamaged());
+    EXPECT_EQ(Check::Check(m_folder + L"random.pvp").GetReason(), Check::VX_REASON_NOT_PROJECT);
+    EXPECT_EQ(Check::Check(m_folder + L"empty.pvp").GetReason(), Check::VX_REASON_EMPTY);
+    EXPECT_EQ(Check::Check(m_folder + L"library.pvp").GetReason(), Check::VX_REASON_LIBRARY);
+    EXPECT_EQ(Check::Check(m_folder + L"folder.pvp").GetReason(), Check::VX_REASON_FOLDER);
+    EXPECT_EQ(Check::Check(m_folder + L"fifo.pvp").GetReason(), Check::VX_REASON_SPECIAL);
+    EXPECT_EQ(Check::Check(m_folder + L"cut.pvp").GetVerdict(), Check::VX_FILE_DAMAGED);
+    EXPECT_EQ(Check::Check(current).GetVerdict(), Check::VX_FILE_GOOD);
+    // The library loader asks the same question the other way round.
+    EXPECT_EQ(Check::Check(m_folder + L"library.pvp", Check::VX_EXPECT_LIBRARY).GetVerdict(),
+              Check::VX_FILE_GOOD);
+    EXPECT_EQ(Check::Check(current, Check::VX_EXPECT_LIBRARY).GetReason(), Check::VX_REASON_NOT_LIBRARY);
+    EXPECT_TRUE(Check::Check(m_folder + L"random.pvp", Check::VX_EXPECT_LIBRARY).IsRefused());
+    // What only unpacking shows is reported by the load.
+    for (const wchar_t* name : {L"short.pvp", L"corrupt.pvp"}) {
+        CVxProject project;
+        project.LoadFromFile(m_folder + name, nullptr, nullptr, false, 0);
+        EXPECT_TRUE(project.WasDamagedOnLoad()) << name;
+        project.RemoveTempFiles();
+    }
+    CVxProject whole;
+    ASSERT_TRUE(whole.LoadFromFile(current, nullptr, nullptr, false, 0));
+    EXPECT_FALSE(whole.WasDamagedOnLoad());
+    whole.RemoveTempFiles();
+}
+
+TEST_F(AppCoreOpenSafety, OpenAndCommandLineRefuseAndAsk)
+{
+    // The save question comes first and is answered "Don't save".
+    for (const bool atStart : {false, true}) {
+        ExpectAllRefused([&](const CVxStringW& path) {
+            m_host.answers.push_front(VX_MBR_NO);
+            return core->OpenFile(path, atStart);
+        });
+    }
+    // Taken: the project opens untitled and modified, and saving asks for
+    // a name; cancelling that leaves the damaged original alone.
+    for (const auto& [name, bytes] : damaged) {
+        SCOPED_TRACE(name.ToQString().toStdString());
+        core->GetProject().m_modified = false;
+        m_host.texts.clear();
+        m_host.answers = {VX_MBR_YES};
+        ASSERT_TRUE(core->OpenFile(m_folder + name, false));
+        EXPECT_EQ(m_host.texts.size(), 1u);
+        EXPECT_TRUE(m_host.texts[0].StartsWith(CVxStringW(L"The file is damaged; open what could be read?")));
+        EXPECT_TRUE(core->GetProjectPath().IsEmpty());
+        EXPECT_TRUE(core->GetProject().IsModified());
+        EXPECT_FALSE(core->GetProject().HoldsNothing());
+        EXPECT_FALSE(core->GetFileMonitor().IsActive());
+        EXPECT_EQ(VX_GetOptions()->m_recent[0], recent0);
+        m_host.savePath = CVxStringW();
+        EXPECT_FALSE(core->DoProjectSave());
+        EXPECT_EQ(ReadAll(m_folder + name), bytes);
+    }
+}
+
+TEST_F(AppCoreOpenSafety, MergeRecoveryAndReloadFollowTheSameRules)
+{
+    CVxProject merged;
+    core->GetProject().CopyTo(&merged);
+    ExpectAllRefused([&](const CVxStringW& path) {
+        CVxProject second;
+        const bool loaded = CVxAppCore::LoadProjectForMerge(path, merged, &second);
+        second.RemoveTempFiles();
+        return loaded;
+    });
+    // Recovery: "load it?" is answered Yes, the damaged question No.
+    ExpectAllRefused([&](const CVxStringW& path) {
+        m_host.answers.push_front(VX_MBR_YES);
+        return VX_GetAutoSave()->AskAndRecover(path, false);
+    });
+    // Reload: the open file is replaced by each kind, and the reload question
+    // is answered Yes. The project keeps its changes, name and watch.
+    const QByteArray saved = ReadAll(current);
+    for (const auto& [name, bytes] : refused) {
+        SCOPED_TRACE(name.ToQString().toStdString());
+        WriteAll(current, bytes);
+        m_host.answers = {VX_MBR_YES, VX_MBR_NO};
+        core->OnOpenedFileChangedOnDisk();
+        EXPECT_EQ(ReadAll(current), bytes);
+        EXPECT_DOUBLE_EQ(core->GetProject().m_width, 777);
+        EXPECT_TRUE(core->GetProject().IsModified());
+        EXPECT_EQ(core->GetProjectPath(), current);
+        EXPECT_TRUE(core->GetFileMonitor().IsActive());
+    }
+    WriteAll(current, saved);
 }

@@ -32,8 +32,15 @@ public:
         ++asked;
         return savePath;
     }
+    int MsgBox(const CVxStringW& text, const CVxStringW& /*caption*/, unsigned /*flags*/, void* /*parent*/,
+               EVxMsgButton /*defaultButton*/, EVxMsgButton /*escapeButton*/) override
+    {
+        lastMessage = text;
+        return VX_MBR_YES;
+    }
     int asked = 0;
     CVxStringW savePath;
+    CVxStringW lastMessage;
 };
 
 int Resolution(QTableWidget* table, int row)
@@ -126,7 +133,13 @@ void TestProjectDialogs::mergeTakesTheSecondProjectAsNewFloor()
     CVxMergeProjectDlg dialog(&window);
     QVERIFY(!dialog.GetPreview(CVxMergeProjectDlg::PROJECT_CURRENT).isNull());
     QVERIFY(dialog.GetPreview(CVxMergeProjectDlg::PROJECT_MERGE).isNull());
+    // A file that can't be merged is explained, naming it.
+    CVxNamingHelper helper;
+    IVxAppHelperCallback* previous = VX_GetAppHelper();
+    VX_SetAppHelperCallback(&helper);
     QVERIFY(!dialog.LoadSecondProject(CVxStringW(g_home->Path() + QStringLiteral("/none.pvp"))));
+    VX_SetAppHelperCallback(previous);
+    QVERIFY(helper.lastMessage.ToQString().contains(QStringLiteral("none.pvp")));
     QVERIFY(dialog.LoadSecondProject(CVxStringW(path)));
     const QImage preview = dialog.GetPreview(CVxMergeProjectDlg::PROJECT_MERGE);
     QVERIFY(!preview.isNull());

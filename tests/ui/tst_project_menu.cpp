@@ -289,6 +289,28 @@ void TestProjectMenu::droppedProjectFileOpens()
     QApplication::sendEvent(&window, &drop);
     QTRY_COMPARE(VX_GetCore()->GetProjectPath().ToQString(), path);
     QCOMPARE(VX_GetCore()->GetProject().m_width, 612.0);
+
+    // A dropped file that is no project is refused with a message naming
+    // it; neither the project nor the file changes.
+    const QString junk = m_projects + QStringLiteral("junk.pvp");
+    QFile file(junk);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("not a plan at all");
+    file.close();
+    CVxAnsweringHelper helper;
+    CVxHelperScope scope(&helper);
+    QMimeData junkData;
+    junkData.setUrls({QUrl::fromLocalFile(junk)});
+    QDragEnterEvent junkEnter(QPoint(10, 10), Qt::CopyAction, &junkData, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &junkEnter);
+    QDropEvent junkDrop(QPointF(10, 10), Qt::CopyAction, &junkData, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&window, &junkDrop);
+    QTRY_COMPARE(helper.asked, 1);
+    QVERIFY(helper.lastText.ToQString().contains(QStringLiteral("junk.pvp")));
+    QCOMPARE(VX_GetCore()->GetProjectPath().ToQString(), path);
+    QCOMPARE(VX_GetCore()->GetProject().m_width, 612.0);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), QByteArray("not a plan at all"));
 }
 
 int main(int argc, char** argv)
