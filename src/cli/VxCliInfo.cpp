@@ -16,14 +16,6 @@
 
 namespace {
 
-// Unit names as the tool's options spell them, by unit index.
-const char* const kUnitNames[CVxUnits::UNIT_COUNT] = {"mm", "cm", "in", "dm", "ft", "yd", "m", "km"};
-
-const char* UnitName(int unit)
-{
-    return CVxUnits::IsValid(unit) ? kUnitNames[unit] : "?";
-}
-
 struct SVxRoomInfo
 {
     QString name;
@@ -162,11 +154,12 @@ int VxCliInfo(const std::vector<std::string>& args)
     if (!parsed.Has("--json")) {
         out += QStringLiteral("File:           %1\n").arg(path);
         out += QStringLiteral("File version:   %1\n").arg(loaded.fileVersion);
-        out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(UnitName(unit)));
-        out += QStringLiteral("Size:           %1 x %2 %3\n")
-                   .arg(Number(project.m_width), Number(project.m_height), QLatin1String(UnitName(unit)));
+        out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(VxCliUnitName(unit)));
+        out +=
+            QStringLiteral("Size:           %1 x %2 %3\n")
+                .arg(Number(project.m_width), Number(project.m_height), QLatin1String(VxCliUnitName(unit)));
         out += QStringLiteral("Floors:         %1\n").arg(floors.size());
-        const QString areaUnit = QLatin1String(UnitName(statUnit));
+        const QString areaUnit = QLatin1String(VxCliUnitName(statUnit));
         for (size_t i = 0; i < floors.size(); ++i) {
             const SVxFloorInfo& floor = floors[i];
             out += QStringLiteral("Floor %1: %2 walls, %3 floor openings, %4 rooms\n")
@@ -221,10 +214,10 @@ int VxCliInfo(const std::vector<std::string>& args)
         out += QStringLiteral("{\n");
         out += QStringLiteral("  \"file\": %1,\n").arg(JsonString(path));
         out += QStringLiteral("  \"fileVersion\": %1,\n").arg(loaded.fileVersion);
-        out += QStringLiteral("  \"unit\": \"%1\",\n").arg(QLatin1String(UnitName(unit)));
+        out += QStringLiteral("  \"unit\": \"%1\",\n").arg(QLatin1String(VxCliUnitName(unit)));
         out += QStringLiteral("  \"size\": {\"width\": %1, \"height\": %2},\n")
                    .arg(Number(project.m_width), Number(project.m_height));
-        out += QStringLiteral("  \"statisticalUnit\": \"%1\",\n").arg(QLatin1String(UnitName(statUnit)));
+        out += QStringLiteral("  \"statisticalUnit\": \"%1\",\n").arg(QLatin1String(VxCliUnitName(statUnit)));
         out += QStringLiteral("  \"floors\": %1,\n").arg(JsonList(floorItems, QStringLiteral("  ")));
         out += QStringLiteral("  \"embeddedFiles\": %1,\n").arg(JsonList(storedItems, QStringLiteral("  ")));
         out += QStringLiteral("  \"missingFiles\": %1\n").arg(JsonList(missingItems, QStringLiteral("  ")));
