@@ -4,7 +4,6 @@
 #include "VxCli.h"
 
 #include "CVxAppCore.h"
-#include "CVxQtDC.h"
 #include "CVxQtDCPaintDevice.h"
 #include "CVxUnits.h"
 
@@ -151,13 +150,18 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
         return output.Commit() ? kVxCliOk : kVxCliFailed;
     }
 
-    QImage image;
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return VxCliFail(settings.input, QStringLiteral("not enough memory for the image"));
+    // The sheet is its margins and the room each cut to whole pixels, so it
+    // may end a pixel or two short of the picture; the ground goes on to the
+    // picture's edges.
+    image.fill(settings.flags & CVxAppCore::drawNoGround ? Qt::transparent : Qt::white);
     {
-        CVxQtDC dc(width, height, true);
-        if (!dc.GetImage() || dc.GetImage()->isNull())
-            return VxCliFail(settings.input, QStringLiteral("not enough memory for the image"));
-        core->DrawProject(&dc, 0, 0, all, settings.flags);
-        image = *dc.GetImage();
+        CVxQtDCPaintDevice device(&image, true);
+        if (!device.IsActive())
+            return VxCliFail(settings.input, QStringLiteral("the image can't be drawn"));
+        core->DrawProject(device.GetDC(), 0, 0, all, settings.flags);
     }
     progress.Step("writing");
     const bool jpeg = settings.format != QLatin1String("png");

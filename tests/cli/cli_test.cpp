@@ -278,6 +278,26 @@ TEST(Cli, RenderPngShowsWallsRoomsAndObjects)
     EXPECT_GT(dark, 50) << "walls in the thumbnail";
 }
 
+TEST(Cli, RenderedPicturesAreOpaqueToTheirEdges)
+{
+    const QString house = SaveHouse("edges.pvp", true);
+    const QString png = Temp("edges.png");
+    // Widths at which the sheet's size in pixels is not a whole number.
+    for (const char* width : {"777", "1001", "1600"}) {
+        SCOPED_TRACE(width);
+        ASSERT_EQ(RunCli({"render", house, "-o", png, "--width", width}).exitCode, 0);
+        const QImage image(png);
+        ASSERT_FALSE(image.isNull());
+        int seeThrough = 0;
+        for (int x = 0; x < image.width(); ++x)
+            seeThrough += qAlpha(image.pixel(x, 0)) < 255 || qAlpha(image.pixel(x, image.height() - 1)) < 255;
+        for (int y = 0; y < image.height(); ++y)
+            seeThrough += qAlpha(image.pixel(0, y)) < 255 || qAlpha(image.pixel(image.width() - 1, y)) < 255;
+        EXPECT_EQ(seeThrough, 0);
+        EXPECT_EQ(Rgb(image, image.width() - 1, image.height() - 1), 0xFFFFFFu);
+    }
+}
+
 TEST(Cli, RenderSvgAndPdfAreVector)
 {
     const QString house = SaveHouse("vector.pvp", true);
