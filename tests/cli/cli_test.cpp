@@ -351,6 +351,12 @@ TEST(Cli, PdfAtScaleTilesPagesThatThePlanNeeds)
     ASSERT_EQ(RunCli({"render", house, "-o", many, "--scale", "1:10"}).exitCode, 0);
     EXPECT_GE(pages(ReadAll(many)), 6);
     EXPECT_LE(pages(ReadAll(many)), 9);
+    // The sheet's margins hold only the grid and need no page of their own:
+    // the two-storey sample with its margins is over 25 by 21 cm at 1:50,
+    // the house itself 21 by 17.
+    const QString sample = QStringLiteral(PLAVENO_SOURCE_DIR "/samples/House.pvp");
+    ASSERT_EQ(RunCli({"render", sample, "-o", one, "--scale", "1:50"}).exitCode, 0);
+    EXPECT_EQ(pages(ReadAll(one)), 1);
     ExpectFileError(RunCli({"render", house, "-o", Temp("huge.pdf"), "--scale", "1:1"}), house);
     EXPECT_FALSE(QFile::exists(Temp("huge.pdf")));
 }
