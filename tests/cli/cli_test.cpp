@@ -207,9 +207,21 @@ TEST(Cli, InfoJsonDescribesTheHouse)
     EXPECT_LT(text.indexOf("\"file\""), text.indexOf("\"fileVersion\""));
     EXPECT_LT(text.indexOf("\"size\""), text.indexOf("\"floors\""));
     EXPECT_LT(text.indexOf("\"embeddedFiles\""), text.indexOf("\"missingFiles\""));
-    const SRun plain = RunCli({"info", house});
-    EXPECT_EQ(plain.exitCode, 0);
-    EXPECT_TRUE(plain.out.contains("Living")) << plain.out.toStdString();
+}
+
+TEST(Cli, InfoTextCountsAndMeasuresAsTheProgramDoes)
+{
+    const QString house = SaveHouse("info-text.pvp", true);
+    const SRun run = RunCli({"info", house});
+    EXPECT_EQ(run.exitCode, 0);
+    const QString text = QString::fromUtf8(run.out);
+    EXPECT_TRUE(text.contains("Size:           600 cm x 300 cm\n")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Floor 1: 5 walls, 0 floor openings, 2 rooms\n")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Floor 2: 4 walls, 0 floor openings, 1 room\n")) << text.toStdString();
+    // Areas to the decimals their size calls for, lengths to the project's
+    // hundredths, each with its unit.
+    EXPECT_TRUE(text.contains(QString::fromUtf8("  Room Living: 11.9 m\u00B2, perimeter 13.9 m\n")))
+        << text.toStdString();
 }
 
 TEST(Cli, InfoListsStoredAndMissingFiles)
