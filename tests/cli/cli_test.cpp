@@ -457,6 +457,32 @@ TEST(Cli, ConvertPlainToCompressedKeepsTheHouseAndScalesUnits)
     ExpectFileError(RunCli({"info", library}), library);
 }
 
+TEST(Cli, ConvertTakesEveryUnitAndComesBackToTheSameSize)
+{
+    // The studio's walls are centred 10 cm inside its room rectangle.
+    const QString studio = QStringLiteral(PLAVENO_SOURCE_DIR "/samples/Studio.pvp");
+    const struct
+    {
+        const char* name;
+        double cm;
+    } units[] = {{"mm", 0.1},   {"in", 2.54}, {"dm", 10},    {"ft", 30.48},
+                 {"yd", 91.44}, {"m", 100},   {"km", 100000}};
+    const QString converted = Temp("studio-unit.pvp");
+    const QString back = Temp("studio-back.pvp");
+    for (const auto& unit : units) {
+        SCOPED_TRACE(unit.name);
+        ASSERT_EQ(RunCli({"convert", studio, converted, "--unit", unit.name}).exitCode, 0);
+        const QJsonObject info = InfoJson(converted);
+        EXPECT_EQ(info["unit"].toString(), unit.name);
+        EXPECT_NEAR(info["size"]["width"].toDouble(), 670 / unit.cm, 1e-4);
+        EXPECT_NEAR(info["size"]["height"].toDouble(), 500 / unit.cm, 1e-4);
+        ASSERT_EQ(RunCli({"convert", converted, back, "--unit", "cm"}).exitCode, 0);
+        const QJsonObject again = InfoJson(back);
+        EXPECT_DOUBLE_EQ(again["size"]["width"].toDouble(), 670);
+        EXPECT_DOUBLE_EQ(again["size"]["height"].toDouble(), 500);
+    }
+}
+
 TEST(Cli, DamagedMissingAndEmptyFilesAreOneLineErrors)
 {
     const QString house = SaveHouse("whole.pvp", true);
