@@ -3,7 +3,10 @@
 #include "CVxAppCore.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
+#include "CVxUnits.h"
+#include "VxEps.h"
 
+#include <algorithm>
 #include <charconv>
 #include <climits>
 #include <clocale>
@@ -176,6 +179,9 @@ const wchar_t* GlyphFraction(int thirtySeconds)
     }
 }
 
+// More decimals than a double holds would only print noise.
+constexpr int kMaxAreaDecimals = 10;
+
 int ResolveUnit(int unit)
 {
     return unit < 0 ? VX_GetCore()->GetProject().m_unit : unit;
@@ -230,6 +236,23 @@ CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int un
     if (inchMark)
         text += L'"';
     return text;
+}
+
+CVxStringW VX_DblFormatAreaValue(double value, int unit)
+{
+    // A set number of decimals, or by default as many as the size of the
+    // area and its unit make worth reading.
+    const int decimals = VX_GetOptions()->m_areaLabelsDecimalPrec;
+    double m = 1;
+    if (decimals >= 0)
+        m = std::pow(10.0, std::min(decimals, kMaxAreaDecimals));
+    else if (unit >= CVxUnits::UNIT_FT && unit <= CVxUnits::UNIT_M)
+        m = value < 0.1 - EPS ? 1000 : value < 1 - EPS ? 100 : 10;
+    else if (unit >= CVxUnits::UNIT_KM)
+        m = value < 0.1 - EPS ? 1000 : 100;
+    else
+        m = value < 0.1 - EPS ? 1000 : value < 1 - EPS ? 100 : value < 10 - EPS ? 10 : 1;
+    return CVxStringW(std::round(value * m) / m) + L" " + CVxUnits::GetAreaUnitText(unit);
 }
 
 double VX_DblReadText(const CVxStringW& text, double def, bool* ok, int unit)

@@ -33,3 +33,5 @@ double DblRound2x(double value);
 
 CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int unit = -1);
 double VX_DblReadText(const CVxStringW& text, double def, bool* ok, int unit = -1);
+// An area with its unit's text, to the decimals that the options ask for.
+CVxStringW VX_DblFormatAreaValue(double value, int unit);

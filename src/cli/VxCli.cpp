@@ -65,15 +65,16 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  -h, --help        show this help\n",
          VxCliRender},
         {"convert", "load and save a project again, in the compressed form",
-         "Usage: plaveno-cli convert IN OUT [--unit mm|cm|in|ft|m]\n"
+         "Usage: plaveno-cli convert IN OUT [--unit UNIT]\n"
          "\n"
          "Loads a project of either form and saves it in the compressed form with\n"
          "the files it uses. An OUT ending in .pvo writes a single-object file, an\n"
          "ordinary project that object libraries take in.\n"
          "\n"
          "Options:\n"
-         "  --unit U    convert every length to the unit first\n"
-         "  -h, --help  show this help\n",
+         "  --unit UNIT  convert every length to the unit first: mm, cm, in, dm,\n"
+         "               ft, yd, m or km\n"
+         "  -h, --help   show this help\n",
          VxCliConvert},
         {"thumbnail", "draw the small picture of a project to PNG",
          "Usage: plaveno-cli thumbnail FILE -o OUT.png [--size N]\n"
@@ -263,17 +264,23 @@ QString VxCliExtension(const QString& path)
     return QFileInfo(path).suffix().toLower();
 }
 
+namespace {
+
+// Unit names as the tool spells them, by unit index; inches are "in" where
+// files use the inch mark.
+const char* const kUnitNames[CVxUnits::UNIT_COUNT] = {"mm", "cm", "in", "dm", "ft", "yd", "m", "km"};
+
+} // namespace
+
+const char* VxCliUnitName(int unit)
+{
+    return CVxUnits::IsValid(unit) ? kUnitNames[unit] : "?";
+}
+
 int VxCliUnitFromName(const std::string& name)
 {
-    if (name == "mm")
-        return CVxUnits::UNIT_MM;
-    if (name == "cm")
-        return CVxUnits::UNIT_CM;
-    if (name == "in")
-        return CVxUnits::UNIT_INCH;
-    if (name == "ft")
-        return CVxUnits::UNIT_FT;
-    if (name == "m")
-        return CVxUnits::UNIT_M;
+    for (int unit = 0; unit < CVxUnits::UNIT_COUNT; ++unit)
+        if (name == kUnitNames[unit])
+            return unit;
     return -1;
 }

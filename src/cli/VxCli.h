@@ -113,5 +113,8 @@ private:
 
 // Lower-case extension of a path without the dot.
 QString VxCliExtension(const QString& path);
-// The unit index of "mm", "cm", "in", "ft" or "m"; -1 for anything else.
+// The tool's name of a unit index: "mm", "cm", "in", "dm", "ft", "yd", "m"
+// or "km"; "?" for anything else.
+const char* VxCliUnitName(int unit);
+// The unit index of one of those names; -1 for anything else.
 int VxCliUnitFromName(const std::string& name);

@@ -19,7 +19,7 @@ int VxCliConvert(const std::vector<std::string>& args)
     if (parsed.Has("--unit")) {
         unit = VxCliUnitFromName(parsed.Value("--unit"));
         if (unit < 0)
-            return VxCliUsageError("convert", "--unit needs mm, cm, in, ft or m");
+            return VxCliUsageError("convert", "--unit needs mm, cm, in, dm, ft, yd, m or km");
     }
     const QString input = QString::fromLocal8Bit(parsed.Positional()[0].c_str());
     const QString output = QString::fromLocal8Bit(parsed.Positional()[1].c_str());

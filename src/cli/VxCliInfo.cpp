@@ -6,6 +6,7 @@
 #include "CVxFloorPlan.h"
 #include "CVxPart.h"
 #include "CVxUnits.h"
+#include "VxNumbers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,14 +16,6 @@
 #include <map>
 
 namespace {
-
-// Unit names as the tool's options spell them, by unit index.
-const char* const kUnitNames[CVxUnits::UNIT_COUNT] = {"mm", "cm", "in", "dm", "ft", "yd", "m", "km"};
-
-const char* UnitName(int unit)
-{
-    return CVxUnits::IsValid(unit) ? kUnitNames[unit] : "?";
-}
 
 struct SVxRoomInfo
 {
@@ -73,6 +66,25 @@ QString Number(double value)
         return QStringLiteral("null");
     const double rounded = std::round(value * 10000) / 10000;
     return QString::number(rounded == 0 ? 0.0 : rounded, 'g', 15);
+}
+
+// A length for people: to the project's decimals, as the program writes
+// lengths on screen (feet and inches where the project asks for them), with
+// its unit.
+QString Length(double value, int unit, const CVxProject& project)
+{
+    const double factor = project.m_decimalPrecision == 1 ? 10 : 100;
+    CVxStringW text = VX_DblFormat(std::round(value * factor) / factor, VX_DF_FEET, true, unit);
+    if (unit != CVxUnits::UNIT_INCH)
+        text += L" ";
+    if (!text.EndsWith(L"\""))
+        text += CVxUnits::GetUnitText(unit);
+    return text.ToQString();
+}
+
+QString Count(int count, const char* one, const char* many)
+{
+    return QStringLiteral("%1 %2").arg(count).arg(QLatin1String(count == 1 ? one : many));
 }
 
 QString JsonString(const QString& text)
@@ -162,22 +174,22 @@ int VxCliInfo(const std::vector<std::string>& args)
     if (!parsed.Has("--json")) {
         out += QStringLiteral("File:           %1\n").arg(path);
         out += QStringLiteral("File version:   %1\n").arg(loaded.fileVersion);
-        out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(UnitName(unit)));
-        out += QStringLiteral("Size:           %1 x %2 %3\n")
-                   .arg(Number(project.m_width), Number(project.m_height), QLatin1String(UnitName(unit)));
+        out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(VxCliUnitName(unit)));
+        out += QStringLiteral("Size:           %1 x %2\n")
+                   .arg(Length(project.m_width, unit, project), Length(project.m_height, unit, project));
         out += QStringLiteral("Floors:         %1\n").arg(floors.size());
-        const QString areaUnit = QLatin1String(UnitName(statUnit));
         for (size_t i = 0; i < floors.size(); ++i) {
             const SVxFloorInfo& floor = floors[i];
-            out += QStringLiteral("Floor %1: %2 walls, %3 floor openings, %4 rooms\n")
+            out += QStringLiteral("Floor %1: %2, %3, %4\n")
                        .arg(i + 1)
-                       .arg(floor.walls)
-                       .arg(floor.openings)
-                       .arg(floor.rooms.size());
+                       .arg(Count(floor.walls, "wall", "walls"),
+                            Count(floor.openings, "floor opening", "floor openings"),
+                            Count(static_cast<int>(floor.rooms.size()), "room", "rooms"));
             for (const SVxRoomInfo& room : floor.rooms)
-                out += QStringLiteral("  Room %1: %2 %3^2, perimeter %4 %3\n")
+                out += QStringLiteral("  Room %1: %2, perimeter %3\n")
                            .arg(room.name.isEmpty() ? QStringLiteral("(unnamed)") : room.name,
-                                Number(room.area), areaUnit, Number(room.perimeter));
+                                VX_DblFormatAreaValue(room.area, statUnit).ToQString(),
+                                Length(room.perimeter, statUnit, project));
             for (const auto& [type, count] : floor.objects)
                 out += QStringLiteral("  Objects %1: %2\n").arg(type).arg(count);
         }
@@ -221,10 +233,10 @@ int VxCliInfo(const std::vector<std::string>& args)
         out += QStringLiteral("{\n");
         out += QStringLiteral("  \"file\": %1,\n").arg(JsonString(path));
         out += QStringLiteral("  \"fileVersion\": %1,\n").arg(loaded.fileVersion);
-        out += QStringLiteral("  \"unit\": \"%1\",\n").arg(QLatin1String(UnitName(unit)));
+        out += QStringLiteral("  \"unit\": \"%1\",\n").arg(QLatin1String(VxCliUnitName(unit)));
         out += QStringLiteral("  \"size\": {\"width\": %1, \"height\": %2},\n")
                    .arg(Number(project.m_width), Number(project.m_height));
-        out += QStringLiteral("  \"statisticalUnit\": \"%1\",\n").arg(QLatin1String(UnitName(statUnit)));
+        out += QStringLiteral("  \"statisticalUnit\": \"%1\",\n").arg(QLatin1String(VxCliUnitName(statUnit)));
         out += QStringLiteral("  \"floors\": %1,\n").arg(JsonList(floorItems, QStringLiteral("  ")));
         out += QStringLiteral("  \"embeddedFiles\": %1,\n").arg(JsonList(storedItems, QStringLiteral("  ")));
         out += QStringLiteral("  \"missingFiles\": %1\n").arg(JsonList(missingItems, QStringLiteral("  ")));

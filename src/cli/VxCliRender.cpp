@@ -4,7 +4,6 @@
 #include "VxCli.h"
 
 #include "CVxAppCore.h"
-#include "CVxQtDC.h"
 #include "CVxQtDCPaintDevice.h"
 #include "CVxUnits.h"
 
@@ -62,6 +61,43 @@ struct SVxRenderSettings
     QPageSize::PageSizeId paper = QPageSize::A4;
 };
 
+// What the current floor draws, in pixels at zoom from the sheet's corner:
+// walls with all their thickness and the boxes of the objects on visible
+// layers. Doors swing into the rooms that the walls hold. The sheet's
+// margins hold only the grid and are left out; a floor with nothing on it
+// gives the room rectangle.
+CVxDRect ContentRect(CVxProject& project, double zoom)
+{
+    const int originX = static_cast<int>(project.m_spaceLeft * zoom);
+    const int originY = static_cast<int>(project.m_spaceTop * zoom);
+    CVxDRect content(0, 0, project.m_width, project.m_height);
+    bool any = false;
+    const auto add = [&](const CVxDRect& rect) {
+        if (any)
+            content.UnionRect(rect);
+        else
+            content = rect;
+        any = true;
+    };
+    CVxFloor* floor = project.GetFloor();
+    for (const CVxWall& wall : floor->m_walls.walls) {
+        CVxDRect bounds;
+        wall.GetBoundingRect(bounds);
+        bounds.InflateRect(wall.thickness, wall.thickness);
+        add(bounds);
+    }
+    content = content * zoom;
+    content.OffsetRect(originX, originY);
+    for (CVxPart& part : floor->m_objects) {
+        if (!part.inUse || !floor->m_layers.IsLayerVisible(part.layer))
+            continue;
+        VxRECT rect;
+        part.GetCachedBoundingRect(&rect, originX, originY, zoom);
+        add(CVxDRect(rect.left, rect.top, rect.right, rect.bottom));
+    }
+    return content;
+}
+
 int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
 {
     CVxAppCore* core = VX_GetCore();
@@ -79,31 +115,41 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
         writer.setCreator(QStringLiteral("plaveno-cli"));
         writer.setResolution(kPdfResolution);
         writer.setPageSize(QPageSize(settings.paper));
-        writer.setPageOrientation(totalWidth > totalHeight ? QPageLayout::Landscape : QPageLayout::Portrait);
+        // At a scale one unit of the plan is its length in centimetres
+        // divided by N on paper, and the pages cover what the floor holds;
+        // otherwise the whole sheet fills one page.
+        const double scaleZoom =
+            settings.scale > 0 ? CVxUnits::GetUnitCal(project.m_unit) / settings.scale / 2.54 * kPdfResolution
+                               : 0;
+        CVxDRect area(0, 0, totalWidth, totalHeight);
+        if (scaleZoom > 0) {
+            core->SetZoom(scaleZoom);
+            core->RebuildRoom();
+            area = ContentRect(project, scaleZoom);
+        }
+        writer.setPageOrientation(area.Width() > area.Height() ? QPageLayout::Landscape
+                                                               : QPageLayout::Portrait);
         writer.setPageMargins(QMarginsF(10, 10, 10, 10), QPageLayout::Millimeter);
         const int pageWidth = writer.width();
         const int pageHeight = writer.height();
-        // At a scale one unit of the plan is its length in centimetres
-        // divided by N on paper; otherwise the sheet fills the page.
         const double zoom =
-            settings.scale > 0 ? CVxUnits::GetUnitCal(project.m_unit) / settings.scale / 2.54 * kPdfResolution
-                               : std::min(pageWidth / totalWidth, pageHeight / totalHeight);
-        core->SetZoom(zoom);
-        core->RebuildRoom();
-        const double exactWidth = totalWidth * zoom;
-        const double exactHeight = totalHeight * zoom;
+            scaleZoom > 0 ? scaleZoom : std::min(pageWidth / totalWidth, pageHeight / totalHeight);
+        if (scaleZoom <= 0) {
+            core->SetZoom(zoom);
+            core->RebuildRoom();
+            area = CVxDRect(0, 0, totalWidth * zoom, totalHeight * zoom);
+        }
         // A plan larger than the paper at its scale is tiled over pages, left
-        // to right and then down, each showing its own piece of the plan.
-        const double columns = std::ceil(exactWidth / pageWidth);
-        const double rows = std::ceil(exactHeight / pageHeight);
+        // to right and then down, each showing its own piece of the plan; the
+        // pages together are centred on it.
+        const double columns = std::max(1.0, std::ceil(area.Width() / pageWidth));
+        const double rows = std::max(1.0, std::ceil(area.Height() / pageHeight));
         if (!(columns * rows <= kMaxPages))
             return VxCliFail(
                 settings.input,
                 QStringLiteral("at this scale the plan would need %1 pages").arg(columns * rows, 0, 'f', 0));
-        const int width = static_cast<int>(std::lround(exactWidth));
-        const int height = static_cast<int>(std::lround(exactHeight));
-        const int x = std::max(0, (pageWidth - width) / 2);
-        const int y = std::max(0, (pageHeight - height) / 2);
+        const int x = static_cast<int>(std::lround((columns * pageWidth - area.Width()) / 2 - area.left));
+        const int y = static_cast<int>(std::lround((rows * pageHeight - area.Height()) / 2 - area.top));
         CVxQtDCPaintDevice device(&writer, true);
         if (!device.IsActive())
             return VxCliFail(settings.output, QStringLiteral("can't be created"));
@@ -151,13 +197,18 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
         return output.Commit() ? kVxCliOk : kVxCliFailed;
     }
 
-    QImage image;
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return VxCliFail(settings.input, QStringLiteral("not enough memory for the image"));
+    // The sheet is its margins and the room each cut to whole pixels, so it
+    // may end a pixel or two short of the picture; the ground goes on to the
+    // picture's edges.
+    image.fill(settings.flags & CVxAppCore::drawNoGround ? Qt::transparent : Qt::white);
     {
-        CVxQtDC dc(width, height, true);
-        if (!dc.GetImage() || dc.GetImage()->isNull())
-            return VxCliFail(settings.input, QStringLiteral("not enough memory for the image"));
-        core->DrawProject(&dc, 0, 0, all, settings.flags);
-        image = *dc.GetImage();
+        CVxQtDCPaintDevice device(&image, true);
+        if (!device.IsActive())
+            return VxCliFail(settings.input, QStringLiteral("the image can't be drawn"));
+        core->DrawProject(device.GetDC(), 0, 0, all, settings.flags);
     }
     progress.Step("writing");
     const bool jpeg = settings.format != QLatin1String("png");

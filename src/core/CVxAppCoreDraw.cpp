@@ -229,7 +229,10 @@ bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
     if (!(flags & drawNoGround)) {
         dc->SelectPen(CVxDC::penNull, 0, 0);
         dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
-        dc->Rectangle(clipX, clipY, clipX + width + 1, clipY + height + 1);
+        // A shape's edges fall between pixels and come out half covered; the
+        // ground reaches a pixel beyond the sheet on every side and the clip
+        // trims it to the sheet, whole pixels to the edge.
+        dc->Rectangle(clipX - 1, clipY - 1, clipX + width + 1, clipY + height + 1);
         dc->SelectOldBrush();
         dc->SelectOldPen();
     }

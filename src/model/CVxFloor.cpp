@@ -18,6 +18,8 @@
 namespace {
 constexpr unsigned kDefaultWallsContour = 0x404040;
 constexpr unsigned kWhite = 0xFFFFFF;
+// The most object slots that a floor's count may reserve ahead of loading.
+constexpr int kPartCountReserveLimit = 4096;
 
 CVxStringW RectToString(const CVxDRect& rect)
 {
@@ -138,7 +140,12 @@ void CVxFloor::ClearBkgScan()
 
 void CVxFloor::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader)
 {
-    if (key == "FloorAppear") {
+    if (key == "PartCount") {
+        // Only a hint for the vector; a damaged count must not size memory.
+        const int count = CVxIniFileReader::ToInt(value, 0);
+        if (count > 0)
+            m_objects.reserve(static_cast<size_t>(std::min(count, kPartCountReserveLimit)));
+    } else if (key == "FloorAppear") {
         m_floorAppear.LoadFromString(value, reader);
     } else if (key == "CeilingAppear") {
         m_ceilingAppear.LoadFromString(value, reader);
@@ -187,6 +194,7 @@ void CVxFloor::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CV
 void CVxFloor::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
 {
     writer->StartSection(section);
+    writer->WriteInteger("PartCount", CountUsedObjects());
     writer->WriteString("FloorAppear", m_floorAppear.SaveToString(writer));
     writer->WriteString("CeilingAppear", m_ceilingAppear.SaveToString(writer));
     writer->WriteString("WallsColor", ColorToString(m_wallsColor));
@@ -211,15 +219,15 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer) const
     m_layers.SaveToFile(writer, "ViewLayers");
     m_localCoords.SaveToFile(writer, "LocalCoords");
     m_annotations.SaveToFile(writer, "Annotations");
-    int number = 0;
     CVxStringA section;
     for (size_t i = 0; i < m_objects.size(); ++i) {
         const CVxPart& part = m_objects[i];
         if (!part.inUse)
             continue;
-        // A group names itself by its slot, so that its members find it.
+        // Sections are numbered by slot, free slots leaving gaps; a group
+        // names itself by its slot too, so that its members find it.
         const int32_t groupID = part.type == ptComplexObject ? static_cast<int32_t>(i) + 1 : 0;
-        section.sprintf("Part%d", number++);
+        section.sprintf("Part%d", static_cast<int>(i));
         if (part.groupID == groupID) {
             part.SaveToFile(writer, section, false, nullptr);
         } else {

@@ -500,9 +500,12 @@ void CVxProject::ScaleAllObjects(double sx, double sy, double sz, bool keepDefau
     m_viewpoints.Scale(sx, sy, sz);
 
     m_attachments.Scale(sx, sy);
+    // The room rectangle scales with the plan. Taking it from the walls
+    // instead would cut off what lies outside their reference lines, such as
+    // the outer half of centred walls, and a conversion there and back would
+    // not give the same room.
     m_width *= sx;
     m_height *= sy;
-    SizeToWalls();
     if (keepDefaults)
         return;
     m_gridSize *= sx;

@@ -187,3 +187,24 @@ TEST(Units, LocalizeWithoutLanguageKeepsEnglish)
     EXPECT_EQ(CVxUnits::wsUnitText[CVxUnits::UNIT_M], L"m");
     EXPECT_EQ(CVxUnits::wsAreaUnitText[CVxUnits::UNIT_M], L"m\u00B2");
 }
+
+TEST(AreaFormat, DecimalsByTheOptionOrBySizeAndUnit)
+{
+    CVxOptions* options = VX_GetOptions();
+    const int saved = options->m_areaLabelsDecimalPrec;
+    options->m_areaLabelsDecimalPrec = -1;
+    // Automatic: metres and feet keep one decimal from 1 up, three below 0.1.
+    EXPECT_EQ(VX_DblFormatAreaValue(28.9789, CVxUnits::UNIT_M), CVxStringW(29.0) + L" m\u00B2");
+    EXPECT_EQ(VX_DblFormatAreaValue(311.7594, CVxUnits::UNIT_FT), CVxStringW(311.8) + L" ft\u00B2");
+    EXPECT_EQ(VX_DblFormatAreaValue(0.5432, CVxUnits::UNIT_M), CVxStringW(0.54) + L" m\u00B2");
+    EXPECT_EQ(VX_DblFormatAreaValue(0.05, CVxUnits::UNIT_M), CVxStringW(0.05) + L" m\u00B2");
+    EXPECT_EQ(VX_DblFormatAreaValue(0.04321, CVxUnits::UNIT_KM), CVxStringW(0.043) + L" km\u00B2");
+    // Small units count whole ones from 10 up.
+    EXPECT_EQ(VX_DblFormatAreaValue(12345.6, CVxUnits::UNIT_CM), CVxStringW(12346.0) + L" cm\u00B2");
+    EXPECT_EQ(VX_DblFormatAreaValue(5.56, CVxUnits::UNIT_CM), CVxStringW(5.6) + L" cm\u00B2");
+    options->m_areaLabelsDecimalPrec = 2;
+    EXPECT_EQ(VX_DblFormatAreaValue(28.9789, CVxUnits::UNIT_M), CVxStringW(28.98) + L" m\u00B2");
+    options->m_areaLabelsDecimalPrec = 1000;
+    EXPECT_EQ(VX_DblFormatAreaValue(1.5, CVxUnits::UNIT_M), CVxStringW(1.5) + L" m\u00B2");
+    options->m_areaLabelsDecimalPrec = saved;
+}

@@ -207,9 +207,21 @@ TEST(Cli, InfoJsonDescribesTheHouse)
     EXPECT_LT(text.indexOf("\"file\""), text.indexOf("\"fileVersion\""));
     EXPECT_LT(text.indexOf("\"size\""), text.indexOf("\"floors\""));
     EXPECT_LT(text.indexOf("\"embeddedFiles\""), text.indexOf("\"missingFiles\""));
-    const SRun plain = RunCli({"info", house});
-    EXPECT_EQ(plain.exitCode, 0);
-    EXPECT_TRUE(plain.out.contains("Living")) << plain.out.toStdString();
+}
+
+TEST(Cli, InfoTextCountsAndMeasuresAsTheProgramDoes)
+{
+    const QString house = SaveHouse("info-text.pvp", true);
+    const SRun run = RunCli({"info", house});
+    EXPECT_EQ(run.exitCode, 0);
+    const QString text = QString::fromUtf8(run.out);
+    EXPECT_TRUE(text.contains("Size:           600 cm x 300 cm\n")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Floor 1: 5 walls, 0 floor openings, 2 rooms\n")) << text.toStdString();
+    EXPECT_TRUE(text.contains("Floor 2: 4 walls, 0 floor openings, 1 room\n")) << text.toStdString();
+    // Areas to the decimals their size calls for, lengths to the project's
+    // hundredths, each with its unit.
+    EXPECT_TRUE(text.contains(QString::fromUtf8("  Room Living: 11.9 m\u00B2, perimeter 13.9 m\n")))
+        << text.toStdString();
 }
 
 TEST(Cli, InfoListsStoredAndMissingFiles)
@@ -278,6 +290,26 @@ TEST(Cli, RenderPngShowsWallsRoomsAndObjects)
     EXPECT_GT(dark, 50) << "walls in the thumbnail";
 }
 
+TEST(Cli, RenderedPicturesAreOpaqueToTheirEdges)
+{
+    const QString house = SaveHouse("edges.pvp", true);
+    const QString png = Temp("edges.png");
+    // Widths at which the sheet's size in pixels is not a whole number.
+    for (const char* width : {"777", "1001", "1600"}) {
+        SCOPED_TRACE(width);
+        ASSERT_EQ(RunCli({"render", house, "-o", png, "--width", width}).exitCode, 0);
+        const QImage image(png);
+        ASSERT_FALSE(image.isNull());
+        int seeThrough = 0;
+        for (int x = 0; x < image.width(); ++x)
+            seeThrough += qAlpha(image.pixel(x, 0)) < 255 || qAlpha(image.pixel(x, image.height() - 1)) < 255;
+        for (int y = 0; y < image.height(); ++y)
+            seeThrough += qAlpha(image.pixel(0, y)) < 255 || qAlpha(image.pixel(image.width() - 1, y)) < 255;
+        EXPECT_EQ(seeThrough, 0);
+        EXPECT_EQ(Rgb(image, image.width() - 1, image.height() - 1), 0xFFFFFFu);
+    }
+}
+
 TEST(Cli, RenderSvgAndPdfAreVector)
 {
     const QString house = SaveHouse("vector.pvp", true);
@@ -331,6 +363,12 @@ TEST(Cli, PdfAtScaleTilesPagesThatThePlanNeeds)
     ASSERT_EQ(RunCli({"render", house, "-o", many, "--scale", "1:10"}).exitCode, 0);
     EXPECT_GE(pages(ReadAll(many)), 6);
     EXPECT_LE(pages(ReadAll(many)), 9);
+    // The sheet's margins hold only the grid and need no page of their own:
+    // the two-storey sample with its margins is over 25 by 21 cm at 1:50,
+    // the house itself 21 by 17.
+    const QString sample = QStringLiteral(PLAVENO_SOURCE_DIR "/samples/House.pvp");
+    ASSERT_EQ(RunCli({"render", sample, "-o", one, "--scale", "1:50"}).exitCode, 0);
+    EXPECT_EQ(pages(ReadAll(one)), 1);
     ExpectFileError(RunCli({"render", house, "-o", Temp("huge.pdf"), "--scale", "1:1"}), house);
     EXPECT_FALSE(QFile::exists(Temp("huge.pdf")));
 }
@@ -417,6 +455,32 @@ TEST(Cli, ConvertPlainToCompressedKeepsTheHouseAndScalesUnits)
     const QString library = Temp("library.pvo");
     WriteAll(library, "[LibSetup]\r\nFileVersion=1020\r\nLibName=Mine\r\n[Part0]\r\nType=1\r\n");
     ExpectFileError(RunCli({"info", library}), library);
+}
+
+TEST(Cli, ConvertTakesEveryUnitAndComesBackToTheSameSize)
+{
+    // The studio's walls are centred 10 cm inside its room rectangle.
+    const QString studio = QStringLiteral(PLAVENO_SOURCE_DIR "/samples/Studio.pvp");
+    const struct
+    {
+        const char* name;
+        double cm;
+    } units[] = {{"mm", 0.1},   {"in", 2.54}, {"dm", 10},    {"ft", 30.48},
+                 {"yd", 91.44}, {"m", 100},   {"km", 100000}};
+    const QString converted = Temp("studio-unit.pvp");
+    const QString back = Temp("studio-back.pvp");
+    for (const auto& unit : units) {
+        SCOPED_TRACE(unit.name);
+        ASSERT_EQ(RunCli({"convert", studio, converted, "--unit", unit.name}).exitCode, 0);
+        const QJsonObject info = InfoJson(converted);
+        EXPECT_EQ(info["unit"].toString(), unit.name);
+        EXPECT_NEAR(info["size"]["width"].toDouble(), 670 / unit.cm, 1e-4);
+        EXPECT_NEAR(info["size"]["height"].toDouble(), 500 / unit.cm, 1e-4);
+        ASSERT_EQ(RunCli({"convert", converted, back, "--unit", "cm"}).exitCode, 0);
+        const QJsonObject again = InfoJson(back);
+        EXPECT_DOUBLE_EQ(again["size"]["width"].toDouble(), 670);
+        EXPECT_DOUBLE_EQ(again["size"]["height"].toDouble(), 500);
+    }
 }
 
 TEST(Cli, DamagedMissingAndEmptyFilesAreOneLineErrors)

@@ -11,6 +11,8 @@
 #include <QColor>
 #include <QImage>
 
+#include <utility>
+
 #include <gtest/gtest.h>
 
 class AppCorePlan : public ::testing::Test
@@ -82,6 +84,33 @@ TEST_F(AppCorePlan, DrawProjectPaintsFloorWallsAndSpaceAround)
     EXPECT_EQ(wall.rgb() & 0xFFFFFF, 0x202020u) << wall.name().toStdString();
     const QColor ground = image->pixelColor(3, 3);
     EXPECT_EQ(ground.rgb() & 0xFFFFFF, 0xFFFFFFu) << ground.name().toStdString();
+}
+
+TEST_F(AppCorePlan, TheWhiteGroundCoversTheSheetToItsEdgePixels)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    core->SetZoom(1);
+    core->RebuildRoom();
+    const int width = static_cast<int>(project.GetTotalWidth());
+    const int height = static_cast<int>(project.GetTotalHeight());
+    // A surface larger than the sheet: the sheet ends where it ends.
+    for (int flags : {0, CVxAppCore::drawNoGround}) {
+        SCOPED_TRACE(flags);
+        CVxQtDC dc(width + 4, height + 4, true);
+        core->DrawProject(&dc, 0, 0, VxRECT{0, 0, width + 4, height + 4}, flags);
+        const QImage* image = dc.GetImage();
+        ASSERT_NE(image, nullptr);
+        const int ground = flags ? 0 : 255;
+        for (const auto& [x, y] : {std::pair{0, 0},
+                                   {0, height / 2},
+                                   {width / 2, 0},
+                                   {width - 1, height - 1},
+                                   {width - 1, 5},
+                                   {5, height - 1}})
+            EXPECT_EQ(qAlpha(image->pixel(x, y)), ground) << x << "," << y;
+        EXPECT_EQ(qAlpha(image->pixel(width, height / 2)), 0) << "beyond the sheet";
+    }
 }
 
 TEST_F(AppCorePlan, ZoomLadderStepsToRungsAndStopsAtItsEnds)

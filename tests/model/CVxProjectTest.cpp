@@ -233,6 +233,36 @@ TEST_F(Project, ConvertUnitScalesTheDefaults)
     EXPECT_DOUBLE_EQ(project.GetFloor()->m_floorThickness, 0.3);
 }
 
+TEST_F(Project, ConvertUnitKeepsTheRoomRectangleThereAndBack)
+{
+    // Centred walls 20 thick whose outer faces touch the room rectangle, so
+    // their reference lines lie 10 inside it on every side.
+    CVxProject project;
+    project.m_width = 670;
+    project.m_height = 500;
+    CVxRoomWalls& walls = project.GetFloor()->m_walls;
+    walls.RemoveAll();
+    const double lines[4][4] = {
+        {10, 10, 660, 10}, {660, 10, 660, 490}, {660, 490, 10, 490}, {10, 490, 10, 10}};
+    for (const auto& line : lines)
+        walls.GetNewWall()->Set(line[0], line[1], line[2], line[3], CVxWall::ALIGN_CENTER, 20, 265, 265, true,
+                                false);
+    walls.RebuildWalls();
+
+    for (int unit = 0; unit < CVxUnits::UNIT_COUNT; ++unit) {
+        if (unit == CVxUnits::UNIT_CM)
+            continue;
+        SCOPED_TRACE(unit);
+        const double factor = CVxUnits::GetUnitCal(CVxUnits::UNIT_CM) / CVxUnits::GetUnitCal(unit);
+        project.ConvertUnit(CVxUnits::UNIT_CM, unit, nullptr);
+        EXPECT_NEAR(project.m_width, 670 * factor, 1e-9 * factor);
+        EXPECT_NEAR(project.m_height, 500 * factor, 1e-9 * factor);
+        project.ConvertUnit(unit, CVxUnits::UNIT_CM, nullptr);
+        EXPECT_NEAR(project.m_width, 670, 1e-9);
+        EXPECT_NEAR(project.m_height, 500, 1e-9);
+    }
+}
+
 TEST_F(Project, CopyIsDeepAndIndependent)
 {
     CVxProject source;
