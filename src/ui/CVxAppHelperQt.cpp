@@ -13,7 +13,6 @@
 #include <QCursor>
 #include <QDesktopServices>
 #include <QDir>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPalette>
@@ -307,13 +306,6 @@ void CVxAppHelperQt::SetMainViewPaintable(bool paintable)
     CVxMainWindow* window = CVxMainWindow::GetInstance();
     if (window && window->GetRenderArea())
         window->GetRenderArea()->SetPaintable(paintable);
-}
-
-void CVxAppHelperQt::ShowLayersWindow()
-{
-    CVxMainWindow* window = CVxMainWindow::GetInstance();
-    if (window && window->GetDock(CVxMainWindow::DOCK_LAYERS))
-        window->GetDock(CVxMainWindow::DOCK_LAYERS)->show();
 }
 
 void CVxAppHelperQt::ShowMissingFilesDlgLater()

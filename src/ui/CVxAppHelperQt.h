@@ -33,7 +33,6 @@ public:
     CVxStringW GetSaveProjectFileName(const CVxStringW& title, const CVxStringW& filter,
                                       const CVxStringW& suggested) override;
     void SetMainViewPaintable(bool paintable) override;
-    void ShowLayersWindow() override;
     void ShowMissingFilesDlgLater() override;
     void BuildRecentMenu() override;
 

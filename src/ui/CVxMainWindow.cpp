@@ -14,6 +14,7 @@
 #include "CVxOptions.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
+#include "VxSessionSignals.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
 
@@ -124,9 +125,14 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
 
     if (options->m_language == 1) {
         m_firstStart = true;
-    } else if (loc->SelectLanguageID(options->m_language) && loc->IsRightToLeft()) {
-        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+        // Chosen before any widget takes its text, so that the first start
+        // already speaks the user's language.
+        ChooseLanguageAtFirstStart();
+    } else {
+        loc->SelectLanguageID(options->m_language);
     }
+    if (loc->IsRightToLeft())
+        QGuiApplication::setLayoutDirection(Qt::RightToLeft);
 
     CVxUnits::LocalizeUnits();
     CVxUtils::AcquireInstanceLock();
@@ -201,13 +207,17 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_helper->RefreshMainViewCaption();
     m_helper->UpdateHomeEditPicker(CVxStringW(), CVxStringW());
     m_helper->UpdateCommentsView();
+    VX_CallOnSessionEndSignals(this, [this] { OnSessionEnd(); });
 }
 
 CVxMainWindow::~CVxMainWindow()
 {
     CVxAppCore* core = VX_GetCore();
     core->SetAppExiting();
-    CVxAutoSave::DeleteAutoSaveFile();
+    // After a session end the file holds the work that nobody could save,
+    // or a recovery that nobody could answer.
+    if (!m_sessionEnding)
+        CVxAutoSave::DeleteAutoSaveFile();
 
     CVxOptions* options = VX_GetOptions();
     options->m_lastVersion = 1034;
@@ -243,7 +253,10 @@ void CVxMainWindow::ParseCommandLine(const QStringList& arguments, CVxStringW& a
             // A developer's layout: the data lies four folders above the binary.
             appFolder += L"../../../../";
         } else if (argument == QStringLiteral("-log")) {
-            CVxLogFile::SetLogFile(m_helper->GetUserDocsPath() + L"pverrlog.txt");
+            // A fresh account has no documents folder of the program yet.
+            const CVxStringW folder = m_helper->GetUserDocsPath();
+            m_helper->CreateFolder(folder);
+            CVxLogFile::SetLogFile(folder + L"pverrlog.txt");
         } else if (argument == QStringLiteral("-installer")) {
             m_startedByInstaller = true;
         } else if (argument == QStringLiteral("-newinstance")) {
@@ -496,8 +509,6 @@ void CVxMainWindow::OnStartTimer()
     m_docks[DOCK_LAYERS]->setMaximumHeight(16777215);
     m_docks[DOCK_COMMENTS]->setMaximumHeight(16777215);
 
-    if (m_firstStart)
-        ChooseLanguageAtFirstStart();
     VxTrace("StartTimer - after localizing application\n");
 
     CVxOptions* writable = VX_GetOptions();
@@ -529,7 +540,7 @@ void CVxMainWindow::ChooseLanguageAtFirstStart()
 
 void CVxMainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!VX_GetCore()->AskToSaveModifiedProject()) {
+    if (!m_sessionEnding && !VX_GetCore()->AskToSaveModifiedProject()) {
         event->ignore();
         return;
     }
@@ -539,6 +550,19 @@ void CVxMainWindow::closeEvent(QCloseEvent* event)
     if (m_docks[DOCK_LISTING]->isVisible())
         options->m_rightDockWidth = m_docks[DOCK_LISTING]->width();
     event->accept();
+}
+
+void CVxMainWindow::OnSessionEnd()
+{
+    if (m_sessionEnding)
+        return;
+    m_sessionEnding = true;
+    VxTrace("Session end\n");
+    if (VX_GetCore()->GetProject().IsModified())
+        VX_GetAutoSave()->SaveProjectToAutoSaveFile(m_lastAutoSaveTick);
+    close();
+    // A question on the screen runs an event loop of its own; it goes too.
+    QCoreApplication::exit(0);
 }
 
 bool CVxMainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -585,6 +609,7 @@ void CVxMainWindow::CreateProjectMenu()
         samples.chop(1);
     m_samplesMenu = menu->addMenu(samples);
     m_recentSeparator = menu->addSeparator();
+    menu->setToolTipsVisible(true);
     for (int i = 0; i < 4; ++i) {
         m_recentActions[i] = menu->addAction(QString(), this, [this, i] { OpenRecentFile(i); });
         m_recentActions[i]->setVisible(false);
@@ -637,8 +662,13 @@ void CVxMainWindow::BuildRecentMenu()
         if (path.IsEmpty())
             continue;
         any = true;
-        m_recentActions[i]->setText(
-            QStringLiteral("&%1 %2").arg(i + 1).arg(QDir::toNativeSeparators(path.ToQString())));
+        // The name says which project it is; where it lies is a hint away.
+        const QString name =
+            QFileInfo(path.ToQString()).fileName().replace(QLatin1Char('&'), QStringLiteral("&&"));
+        const QString full = QDir::toNativeSeparators(path.ToQString());
+        m_recentActions[i]->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(name));
+        m_recentActions[i]->setToolTip(full);
+        m_recentActions[i]->setStatusTip(full);
     }
     if (m_recentSeparator)
         m_recentSeparator->setVisible(any);

@@ -97,6 +97,10 @@ public slots:
     void OnShowMissingFilesDlg();
     void OnMergeProjects();
     void OnOpenSampleFileClicked();
+    // The desktop session ends: nobody is there to answer, so unsaved work
+    // goes to the auto-save file for the next start to offer, and the
+    // window closes.
+    void OnSessionEnd();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -146,4 +150,5 @@ private:
     bool m_firstShow = true;
     bool m_darkScheme = false;
     bool m_blockSchemeChanges = true;
+    bool m_sessionEnding = false;
 };

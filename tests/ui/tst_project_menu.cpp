@@ -9,6 +9,8 @@
 #include "VxUiTestEnv.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QDockWidget>
 #include <QFile>
 #include <QMenu>
 #include <QMessageBox>
@@ -97,6 +99,7 @@ private slots:
     void cleanup();
     void itemsAndShortcuts();
     void samplesOpenUntitledAndEnterTheRecentList();
+    void projectWithLayersShowsNoEmptyLayersDock();
     void firstStartOpensTheSampleUntitled();
     void closeOfAModifiedProjectAsks();
     void closeQuestionInARealMessageBox();
@@ -166,14 +169,38 @@ void TestProjectMenu::samplesOpenUntitledAndEnterTheRecentList()
     QVERIFY(core->GetProjectPath().IsEmpty());
     QCOMPARE(window.windowTitle(), QStringLiteral("Plaveno - [untitled]"));
     QCOMPARE(VX_GetOptions()->m_recent[0].ToQString(), QStringLiteral("$SAMPLE$/Demo.pvp"));
-    // The recent entry shows the expanded path and opens it again.
+    // The recent entry shows the file's name, its place as a hint, and opens
+    // it again.
     QMenu* menu = window.GetMenu(CVxMainWindow::MENU_PROJECT);
-    const QString recentText = QStringLiteral("1 ") + m_samples + QStringLiteral("Demo.pvp");
-    QAction* recent = FindItem(menu, recentText);
+    QAction* recent = FindItem(menu, QStringLiteral("1 Demo.pvp"));
     QVERIFY2(recent && recent->isVisible(), qPrintable(ItemTexts(menu).join(QLatin1Char('|'))));
+    QCOMPARE(recent->toolTip(), QDir::toNativeSeparators(m_samples + QStringLiteral("Demo.pvp")));
+    QCOMPARE(recent->statusTip(), recent->toolTip());
     core->InitProject();
     recent->trigger();
     QCOMPARE(core->GetProject().m_width, 432.0);
+
+    // A project of the user's comes first, by its name as well.
+    const QString own = m_projects + QStringLiteral("R&D.pvp");
+    QVERIFY(core->SaveMainProjectToFile(CVxStringW(own)));
+    QVERIFY(window.OpenFile(CVxStringW(own), false));
+    QCOMPARE(ItemTexts(menu).mid(ItemTexts(menu).size() - 3, 2),
+             (QStringList{QStringLiteral("1 RD.pvp"), QStringLiteral("2 Demo.pvp")}));
+    QCOMPARE(FindItem(menu, QStringLiteral("1 RD.pvp"))->text(), QStringLiteral("&1 R&&D.pvp"));
+}
+
+void TestProjectMenu::projectWithLayersShowsNoEmptyLayersDock()
+{
+    CVxMainWindow window;
+    window.show();
+    CVxAppCore* core = VX_GetCore();
+    core->GetProject().GetFloor()->m_layers.AddLayer(CVxStringW(L"Furniture"));
+    const QString path = m_projects + QStringLiteral("Layers.pvp");
+    QVERIFY(core->SaveMainProjectToFile(CVxStringW(path)));
+    ResetProject();
+    QVERIFY(window.OpenFile(CVxStringW(path), false));
+    QCOMPARE(core->GetProject().GetFloor()->m_layers.GetLayerCount(), 2);
+    QVERIFY(!window.GetDock(CVxMainWindow::DOCK_LAYERS)->isVisible());
 }
 
 void TestProjectMenu::firstStartOpensTheSampleUntitled()
