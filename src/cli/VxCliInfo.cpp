@@ -105,6 +105,22 @@ QString JsonString(const QString& text)
     return out + QLatin1Char('"');
 }
 
+// Text from a project as a terminal shows it: control characters, which
+// could move the cursor, retitle the window or hide lines, are shown as
+// escapes instead of being sent.
+QString Printable(const QString& text)
+{
+    QString out;
+    for (const QChar c : text) {
+        const char16_t code = c.unicode();
+        if (code < 0x20 || (code >= 0x7F && code < 0xA0))
+            out += QStringLiteral("\\x%1").arg(static_cast<unsigned>(code), 2, 16, QLatin1Char('0'));
+        else
+            out += c;
+    }
+    return out;
+}
+
 QString JsonList(const QStringList& items, const QString& indent)
 {
     if (items.isEmpty())
@@ -160,7 +176,7 @@ int VxCliInfo(const std::vector<std::string>& args)
 
     QString out;
     if (!parsed.Has("--json")) {
-        out += QStringLiteral("File:           %1\n").arg(path);
+        out += QStringLiteral("File:           %1\n").arg(Printable(path));
         out += QStringLiteral("File version:   %1\n").arg(loaded.fileVersion);
         out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(UnitName(unit)));
         out += QStringLiteral("Size:           %1 x %2 %3\n")
@@ -176,17 +192,17 @@ int VxCliInfo(const std::vector<std::string>& args)
                        .arg(floor.rooms.size());
             for (const SVxRoomInfo& room : floor.rooms)
                 out += QStringLiteral("  Room %1: %2 %3^2, perimeter %4 %3\n")
-                           .arg(room.name.isEmpty() ? QStringLiteral("(unnamed)") : room.name,
+                           .arg(room.name.isEmpty() ? QStringLiteral("(unnamed)") : Printable(room.name),
                                 Number(room.area), areaUnit, Number(room.perimeter));
             for (const auto& [type, count] : floor.objects)
                 out += QStringLiteral("  Objects %1: %2\n").arg(type).arg(count);
         }
         out += QStringLiteral("Embedded files: %1\n").arg(stored.size());
         for (const QString& name : stored)
-            out += QStringLiteral("  %1\n").arg(name);
+            out += QStringLiteral("  %1\n").arg(Printable(name));
         out += QStringLiteral("Missing files:  %1\n").arg(missing.size());
         for (const QString& name : missing)
-            out += QStringLiteral("  %1\n").arg(name);
+            out += QStringLiteral("  %1\n").arg(Printable(name));
     } else {
         QStringList floorItems;
         for (size_t i = 0; i < floors.size(); ++i) {

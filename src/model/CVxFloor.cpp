@@ -9,6 +9,7 @@
 #include "CVxUnits.h"
 #include "VxAngle.h"
 #include "VxNumbers.h"
+#include "VxTrace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -199,7 +200,8 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
     writer->WriteString("PrintArea", RectToString(m_printArea) + (m_printAreaSet ? L"|1" : L"|0"));
     if (HasBkgScan()) {
         CVxStringW path = m_bkgScanFile;
-        writer->WriteString("BkgScan", RectToString(m_bkgScanRect) + L"|" + writer->MakeRelativePath(path));
+        writer->WriteString("BkgScan", RectToString(m_bkgScanRect) + L"|" +
+                                           writer->MakeRelativePathAs(path, EVxFileRole::Picture));
     }
 }
 
@@ -236,6 +238,13 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 {
     Reset(project);
     CVxPartVectorGrouper grouper(m_objects);
+    // Objects of the floors read before this one count against the limit.
+    size_t objectsRead = 0;
+    if (project)
+        for (const CVxFloor* floor : project->m_floors)
+            if (floor != this)
+                objectsRead += floor->m_objects.size();
+    bool traced = false;
     while (!reader->GetSectionName().IsEmpty()) {
         const CVxStringA section = reader->GetSectionName();
         if (section == "Floor") {
@@ -268,6 +277,15 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
             reader->ReadSection(&m_annotations);
         } else if (section.Left(4) == "Part" &&
                    !(reader->GetFlags() & CVxIniFileReader::VX_READ_SKIP_FLOOR_OBJECTS)) {
+            if (++objectsRead > maxProjectObjects) {
+                // No home holds this many; a file that claims more only
+                // wants the memory.
+                if (!traced)
+                    VxTrace("Too many objects, the rest are left out: more than %zu\n", maxProjectObjects);
+                traced = true;
+                reader->ReadSection(nullptr);
+                continue;
+            }
             CVxPart part;
             part.LoadFromSection(reader);
             if (!m_layers.IsValidLayer(part.layer))

@@ -13,6 +13,7 @@
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
+#include "VxReferencedFile.h"
 #include "VxSafeSave.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -94,6 +95,7 @@ void CVxProject::Reset()
 {
     const CVxOptions* options = VX_GetOptions();
     DeleteFloors();
+    m_refusedFiles.clear();
     m_currentFloor = 0;
     m_viewpoints.Reset();
     m_attachments.Reset();
@@ -157,6 +159,7 @@ void CVxProject::CopyTo(CVxProject* target) const
     target->m_viewpoints = m_viewpoints;
 
     target->m_attachments = m_attachments;
+    target->m_refusedFiles = m_refusedFiles;
 
     target->m_walls3DStyle = m_walls3DStyle;
     target->m_width = m_width;
@@ -363,7 +366,7 @@ void CVxProject::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) con
         if (path->IsEmpty())
             continue;
         CVxStringW stored = *path;
-        writer->WriteString(key, writer->MakeRelativePath(stored));
+        writer->WriteString(key, writer->MakeRelativePathAs(stored, EVxFileRole::Picture));
     }
     writer->WriteInteger("SubUnitMoves", m_subUnitMoves ? 1 : 0);
     writer->WriteInteger("DecimalPrecision", m_decimalPrecision);
@@ -786,7 +789,8 @@ CVxStringW CVxProject::AddFileToProject(const CVxStringW& path)
         return path;
     VerifyStoragePathExists();
     IVxAppHelperCallback* host = Host();
-    if (!host || m_storagePath.IsEmpty() || CVxUtils::ContainsPath(path, m_storagePath) || !FileExists(path))
+    if (!host || m_storagePath.IsEmpty() || CVxUtils::ContainsPath(path, m_storagePath) ||
+        !FileExists(path) || !MayEmbed(path) || !VX_IsPlainFile(path))
         return path;
     for (const auto& [source, stored] : m_storedFiles)
         if (source == path && CVxUtils::CheckTwoFilesIdentical(path, stored))
@@ -810,6 +814,11 @@ CVxStringW CVxProject::AddFileToProject(const CVxStringW& path)
     if (!listed)
         m_storedFiles.emplace_back(path, target);
     return target;
+}
+
+bool CVxProject::MayEmbed(const CVxStringW& path) const
+{
+    return std::find(m_refusedFiles.begin(), m_refusedFiles.end(), path) == m_refusedFiles.end();
 }
 
 bool CVxProject::OnPathTransformToAbsolute(CVxStringW& result, const CVxStringW& path,
@@ -847,6 +856,10 @@ bool CVxProject::SaveToFile(const CVxStringW& path, bool compressed,
     // Everything goes to a file beside the target, which replaces the
     // target only once it is complete and on the disk.
     const CVxStringW temp = VX_SafeSaveTempPath(path);
+    if (!VX_SafeSaveCreateTemp(path)) {
+        VxTrace("Error opening file for writing: %s\n", Utf8(path).c_str());
+        return false;
+    }
     CVxStringW textPath;
     std::unique_ptr<CVxIniWriter> writer;
     CVxCompressIniWriter* container = nullptr;
@@ -997,6 +1010,7 @@ bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileIn
     }
     if (missingFiles)
         *missingFiles = reader.GetMissingFiles();
+    m_refusedFiles = reader.GetRefusedFiles();
     m_modified = false;
     return true;
 }
@@ -1009,6 +1023,9 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     if (m_storagePath.IsEmpty())
         return false;
     CVxStringW mainFile;
+    IVxAppHelperCallback* host = Host();
+    reader->SetUnpackBudget(
+        CVxCompressedFileReader::UnpackBudgetFor(host ? host->FileSize(reader->GetPath()) : 0));
     while (!reader->GetSectionName().IsEmpty()) {
         if (reader->GetSectionName() == "File") {
             CVxCompressedFileReader entry(m_storagePath, CVxStringW(L".pvp"));

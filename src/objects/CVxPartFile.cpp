@@ -89,10 +89,10 @@ CVxStringW AbsolutePath(CVxIniFileReader* reader, const CVxStringW& path)
     return reader ? reader->MakeAbsolutePath(path) : path;
 }
 
-CVxStringW RelativePath(CVxIniWriter* writer, const CVxStringW& path)
+CVxStringW RelativePath(CVxIniWriter* writer, const CVxStringW& path, EVxFileRole role)
 {
     CVxStringW copy = path;
-    return writer->MakeRelativePath(copy);
+    return writer->MakeRelativePathAs(copy, role);
 }
 
 void RepairCoordinate(double& value)
@@ -345,12 +345,12 @@ void CVxPart::SaveToFile(CVxIniWriter* writer, const CVxStringA& section, bool f
     }
 
     writer->WriteString("FileLink", fileLink);
-    writer->WriteString("SoundClip", RelativePath(writer, soundClip));
+    writer->WriteString("SoundClip", RelativePath(writer, soundClip, EVxFileRole::Sound));
     if (appTag != 0)
         writer->WriteInteger("AppTag", static_cast<int>(appTag));
     if (HasCap(capHandle))
         writer->WriteBool("Opened", opened);
-    writer->WriteString("OverlayTexture", RelativePath(writer, overlayTexture));
+    writer->WriteString("OverlayTexture", RelativePath(writer, overlayTexture, EVxFileRole::Picture));
     if (price != 0)
         writer->WriteInteger("Price", price);
     writer->WriteString("CustomID", customID);
@@ -363,11 +363,11 @@ void CVxPart::SaveToFile(CVxIniWriter* writer, const CVxStringA& section, bool f
     if (lib3DImgIdx != -1) {
         writer->WriteInteger("Lib3DImgIdx", lib3DImgIdx);
         if (!lib3DImgPng.IsEmpty())
-            writer->WriteString("Lib3DImgPng", RelativePath(writer, lib3DImgPng));
+            writer->WriteString("Lib3DImgPng", RelativePath(writer, lib3DImgPng, EVxFileRole::Picture));
     }
 
     if (!wrlProto.IsEmpty()) {
-        writer->WriteString("WrlProto", RelativePath(writer, wrlProto));
+        writer->WriteString("WrlProto", RelativePath(writer, wrlProto, EVxFileRole::Model));
         writer->WriteString("WrlPrototype", wrlPrototype);
         writer->WriteBool("WrlProtoStd", wrlProtoStd);
         if (wrlProtoWidth != 1.0f)
@@ -497,8 +497,10 @@ void CVxPart::RepairAfterLoad(CVxIniFileReader* reader)
     }
 
     // 7.
-    if (!overlayTexture.IsEmpty())
+    if (!overlayTexture.IsEmpty()) {
         overlayTexture = CVxUtils::MakeFullPath(overlayTexture, reader->GetFolder());
+        reader->AcceptReference(overlayTexture);
+    }
     lib3DImgPng = AbsolutePath(reader, lib3DImgPng);
     wrlProto = AbsolutePath(reader, wrlProto);
     soundClip = AbsolutePath(reader, soundClip);
