@@ -264,7 +264,7 @@ void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom
                                    int clipY, int flags)
 {
     const double step = m_project.m_gridSize * zoom;
-    if (!(flags & drawGrid) || step < 3)
+    if (!(flags & drawGrid) || !std::isfinite(step) || step < 3)
         return;
     int style = CVxDC::penSolid;
     if (m_project.m_gridLineStyle == 1)
@@ -275,19 +275,26 @@ void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom
     // Lines are tied to the room's origin and fill the whole sheet.
     const double x0 = x - clipX;
     const double y0 = y - clipY;
-    for (int i = static_cast<int>(std::trunc(-x0 / step));; ++i) {
-        const int px = static_cast<int>(i * step + x0);
-        if (px >= width - 1)
+    // Lines at least 3 pixels apart: never more of them than the sheet has
+    // room for, whatever the zoom and the origin.
+    const long long maxLines = static_cast<long long>(std::max(width, height) / 3) + 2;
+    const double firstX = std::trunc(-x0 / step);
+    for (long long n = 0; n < maxLines; ++n) {
+        const double px = (firstX + static_cast<double>(n)) * step + x0;
+        if (!(px < width - 1))
             break;
         if (px >= 1)
-            dc->Line(clipX + px, clipY + 1, clipX + px, clipY + height - 1);
+            dc->Line(clipX + static_cast<int>(px), clipY + 1, clipX + static_cast<int>(px),
+                     clipY + height - 1);
     }
-    for (int i = static_cast<int>(std::trunc(-y0 / step));; ++i) {
-        const int py = static_cast<int>(i * step + y0);
-        if (py >= height - 1)
+    const double firstY = std::trunc(-y0 / step);
+    for (long long n = 0; n < maxLines; ++n) {
+        const double py = (firstY + static_cast<double>(n)) * step + y0;
+        if (!(py < height - 1))
             break;
         if (py >= 1)
-            dc->Line(clipX + 1, clipY + py, clipX + width - 1, clipY + py);
+            dc->Line(clipX + 1, clipY + static_cast<int>(py), clipX + width - 1,
+                     clipY + static_cast<int>(py));
     }
     dc->SelectOldPen();
 }
@@ -359,7 +366,8 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
     if ((flags & (drawGrid | drawGridLabels)) != (drawGrid | drawGridLabels))
         return;
     const double step = m_project.m_gridSize * zoom;
-    if (step < 3)
+    if (!std::isfinite(step) || step < 3 || !std::isfinite(m_project.m_spaceLeft) ||
+        !std::isfinite(m_project.m_spaceTop))
         return;
     CVxFont font;
     font.m_size = 8;
@@ -379,9 +387,13 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
     const double startX = x + m_project.m_spaceLeft * zoom - firstColumn * step;
     const double startY = y + m_project.m_spaceTop * zoom - firstRow * step;
 
+    // One label per cell the sheet shows, however the numbers came.
+    const long long maxLabels = static_cast<long long>(std::max(width, height) / 3) + 2;
+    // A cell wider than the sheet is as good as the sheet.
+    const int cellSize = static_cast<int>(std::min(step, static_cast<double>(std::max(width, height)) + 1));
     int lastEnd = x - static_cast<int>(100 * zoom);
-    for (long long i = 0;; ++i) {
-        const double left = startX + i * step;
+    for (long long i = 0; i < maxLabels; ++i) {
+        const double left = startX + static_cast<double>(i) * step;
         if (left > x + width)
             break;
         const CVxStringW name = ColumnName(i);
@@ -391,21 +403,21 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
         if (cellLeft <= lastEnd)
             continue;
         const bool wide = step > size.cx;
-        VxRECT rect{cellLeft, y + unit, cellLeft + static_cast<int>(step), y + unit + letter.cy};
+        VxRECT rect{cellLeft, y + unit, cellLeft + cellSize, y + unit + letter.cy};
         dc->DrawText(name, rect, (wide ? CVxDC::dtCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,
                      colour);
-        lastEnd = wide ? cellLeft + static_cast<int>(step) : cellLeft + size.cx;
+        lastEnd = wide ? cellLeft + cellSize : cellLeft + size.cx;
     }
     int lastBottom = y - letter.cy;
-    for (long long i = 0;; ++i) {
-        const double top = startY + i * step;
+    for (long long i = 0; i < maxLabels; ++i) {
+        const double top = startY + static_cast<double>(i) * step;
         if (top > y + height)
             break;
         const int cellTop = static_cast<int>(top);
         if (cellTop - lastBottom <= letter.cy)
             continue;
         const bool tall = step > letter.cy;
-        VxRECT rect{x + 3 * unit, cellTop, x + 50 * unit, cellTop + static_cast<int>(step)};
+        VxRECT rect{x + 3 * unit, cellTop, x + 50 * unit, cellTop + cellSize};
         CVxStringW number;
         number.sprintf(L"%lld", i + 1);
         dc->DrawText(number, rect, (tall ? CVxDC::dtVCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,

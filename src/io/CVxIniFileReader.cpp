@@ -236,13 +236,13 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
     const auto known = m_foundPaths.find(path.Std());
     if (known != m_foundPaths.end())
         return known->second;
-    // The transformer copies the file into the project: it sees only files
-    // that a project may take in.
+    // The transformer copies the file into the project: a file that the
+    // project may not take in never reaches it.
+    const CVxStringW direct = CVxUtils::MakeFullPath(path, m_folder);
+    const bool refused = FileExists(direct) && !IsTrustedReference(direct);
     CVxStringW result;
-    const bool transformed = m_pathTransformer &&
-                             IsTrustedReference(CVxUtils::MakeFullPath(path, m_folder)) &&
-                             m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder);
-    if (!transformed)
+    if (refused || !m_pathTransformer ||
+        !m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder))
         result = CVxUtils::MakeFullPath(path, BaseFolder());
     if (result.IsEmpty())
         return result;
@@ -287,14 +287,12 @@ bool CVxIniFileReader::ToBool(const CVxStringW& value, bool def)
     return value.ToBoolDef(def);
 }
 
-namespace {
-void TraceOutOfRange(const char* key, const CVxStringW& value)
+void CVxIniFileReader::TraceOutOfRange(const char* key, const CVxStringW& value)
 {
     static std::set<std::string> traced;
     if (key && traced.insert(key).second)
         VxTrace("Value out of range, default used: %s=%s\n", key, VX_StringToUTF8(value.Left(40)).c_str());
 }
-} // namespace
 
 double CVxIniFileReader::ToDoubleInRange(const CVxStringW& value, double def, double low, double high,
                                          const char* key)

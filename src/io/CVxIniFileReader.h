@@ -94,6 +94,8 @@ public:
     static double ToDoubleInRange(const CVxStringW& value, double def, double low, double high,
                                   const char* key);
     static int ToIntInRange(const CVxStringW& value, int def, int low, int high, const char* key);
+    // Traces the first value out of range of each key.
+    static void TraceOutOfRange(const char* key, const CVxStringW& value);
 
     // Data blocks: `size` bytes that start behind the line end of the key
     // being delivered. Each leaves the reader at the line that follows the

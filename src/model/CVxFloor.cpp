@@ -18,6 +18,22 @@
 
 namespace {
 constexpr unsigned kDefaultWallsContour = 0x404040;
+
+// Parts with all their members, however deep.
+size_t CountAllParts(const std::vector<CVxPart>& parts)
+{
+    size_t count = 0;
+    std::vector<const std::vector<CVxPart>*> pending{&parts};
+    while (!pending.empty()) {
+        const std::vector<CVxPart>* level = pending.back();
+        pending.pop_back();
+        count += level->size();
+        for (const CVxPart& part : *level)
+            if (!part.subParts.empty())
+                pending.push_back(&part.subParts);
+    }
+    return count;
+}
 constexpr unsigned kWhite = 0xFFFFFF;
 
 CVxStringW RectToString(const CVxDRect& rect)
@@ -237,13 +253,15 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer) const
 bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 {
     Reset(project);
-    CVxPartVectorGrouper grouper(m_objects);
-    // Objects of the floors read before this one count against the limit.
+    // The objects, members and table cells of the floors read before this
+    // one count against the limits of the whole project.
     size_t objectsRead = 0;
     if (project)
         for (const CVxFloor* floor : project->m_floors)
             if (floor != this)
-                objectsRead += floor->m_objects.size();
+                objectsRead += CountAllParts(floor->m_objects);
+    CVxPartVectorGrouper grouper(m_objects, std::max<int64_t>(0, CVxPartVectorGrouper::maxTableCellsPerRun -
+                                                                     static_cast<int64_t>(objectsRead)));
     bool traced = false;
     while (!reader->GetSectionName().IsEmpty()) {
         const CVxStringA section = reader->GetSectionName();

@@ -29,7 +29,7 @@ class CVxFloor : public IVxReadIniClient
 public:
     // Object sections, members included, that loading a project takes over
     // all its floors; the rest of a file that holds more is left out.
-    static constexpr size_t maxProjectObjects = 100000;
+    static constexpr size_t maxProjectObjects = 50000;
 
     CVxFloor();
     CVxFloor(const CVxFloor&) = default;

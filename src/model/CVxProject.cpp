@@ -28,6 +28,12 @@ constexpr unsigned kGroundColor = 0xD2C6C4;
 constexpr unsigned kWhite = 0xFFFFFF;
 // Inch fractions finer than 1/65536 are no fractions a plan can show.
 constexpr int kMaxInchesPrecision = 16;
+// Digits and fractions that a file may ask for.
+constexpr int kMaxPrecision = kMaxInchesPrecision;
+// No room of a plan, in any unit, comes near this size.
+constexpr double kMaxRoomSize = 1e9;
+// The finest grid a file may set; finer cells are never drawn anyway.
+constexpr double kMinGridSize = 1e-4;
 
 CVxStringW ColorToString(unsigned colour)
 {
@@ -235,13 +241,15 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
     } else if (key == "Compression") {
         m_compressed = value == L"zlib";
     } else if (key == "Width") {
-        m_width = CVxIniFileReader::ToDouble(value, m_width);
+        m_width = CVxIniFileReader::ToDoubleInRange(value, m_width, -kMaxRoomSize, kMaxRoomSize, "Width");
     } else if (key == "Height") {
-        m_height = CVxIniFileReader::ToDouble(value, m_height);
+        m_height = CVxIniFileReader::ToDoubleInRange(value, m_height, -kMaxRoomSize, kMaxRoomSize, "Height");
     } else if (key == "GridColor") {
         m_gridColor = ReadColor(value, m_gridColor);
     } else if (key == "GridSize") {
-        m_gridSize = CVxIniFileReader::ToDouble(value, m_gridSize);
+        // The grid is drawn and labelled cell by cell.
+        m_gridSize =
+            CVxIniFileReader::ToDoubleInRange(value, m_gridSize, kMinGridSize, kMaxRoomSize, "GridSize");
     } else if (key == "GridLineStyle") {
         m_gridLineStyle = CVxIniFileReader::ToInt(value, m_gridLineStyle);
     } else if (key == "GroundPosZ") {
@@ -261,9 +269,11 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
     } else if (key == "SubUnitMoves") {
         m_subUnitMoves = CVxIniFileReader::ToInt(value, 0) > 0;
     } else if (key == "DecimalPrecision") {
-        m_decimalPrecision = CVxIniFileReader::ToInt(value, m_decimalPrecision);
+        m_decimalPrecision =
+            CVxIniFileReader::ToIntInRange(value, m_decimalPrecision, 0, kMaxPrecision, "DecimalPrecision");
     } else if (key == "InchesPrecision") {
-        m_inchesPrecision = CVxIniFileReader::ToInt(value, m_inchesPrecision);
+        m_inchesPrecision =
+            CVxIniFileReader::ToIntInRange(value, m_inchesPrecision, 0, kMaxPrecision, "InchesPrecision");
     } else if (key == "UserCoord") {
         m_userCoord = CVxIniFileReader::ToInt(value, 0) > 0;
     } else if (key == "BkgScanVisible") {
@@ -281,7 +291,13 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
         double space[4] = {0, 0, 0, 0};
         const int read =
             swscanf(value.c_str(), L"%lf|%lf|%lf|%lf", &space[0], &space[1], &space[2], &space[3]);
-        if (read >= 4) {
+        // The margins place the grid's labels, counted in cells.
+        const bool sane = std::all_of(space, space + std::max(read, 0), [](double margin) {
+            return std::isfinite(margin) && std::fabs(margin) <= kMaxRoomSize;
+        });
+        if (!sane) {
+            CVxIniFileReader::TraceOutOfRange("SpaceAround", value);
+        } else if (read >= 4) {
             m_spaceLeft = space[0];
             m_spaceTop = space[1];
             m_spaceRight = space[2];
@@ -827,7 +843,7 @@ bool CVxProject::OnPathTransformToAbsolute(CVxStringW& result, const CVxStringW&
     if (path.IsEmpty())
         return false;
     const CVxStringW full = CVxUtils::MakeFullPath(path, baseFolder);
-    if (!FileExists(full))
+    if (!FileExists(full) || !VX_IsPlainFile(full))
         return false;
     result = AddFileToProject(full);
     return true;

@@ -27,6 +27,7 @@ constexpr double kEps = 1e-7;
 constexpr unsigned kDefaultShininess = 20;
 // Beyond this a coordinate or size can only come from a damaged file.
 constexpr double kMaxCoordinate = 1e11;
+constexpr double kMaxLineThick = 1000;
 // Room reserved for announced members; the rest grows as members arrive.
 constexpr int64_t kMaxReservedMembers = 256;
 // Old door symbols, from before doors hung in walls.
@@ -666,7 +667,9 @@ void CVxPart::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVx
         lineEnds = CVxIniFileReader::ToInt(value, lineEnds);
         break;
     case EVxPartKey::kLineThick:
-        lineThick = ReadFloat(value, lineThick);
+        // Pens are drawn this many pixels wide, times the zoom.
+        lineThick = static_cast<float>(
+            CVxIniFileReader::ToDoubleInRange(value, lineThick, 0, kMaxLineThick, "LineThick"));
         break;
     case EVxPartKey::kFillStyle:
         fillStyle = CVxIniFileReader::ToInt(value, fillStyle);

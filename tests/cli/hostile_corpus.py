@@ -85,10 +85,10 @@ def generate(folder):
         corpus["grid_" + name] = write(
             folder, "grid_%s.pvp" % name,
             plain(room="GridSize=%s\r\nSpaceAround=%s\r\nCaptionFont=Sans|%s|1|0|0\r\n" % (value, value, value),
-                  parts=["Type=7\r\nCaption=T\r\nPosX=10\r\nPosY=10\r\nWidth=%s\r\nLineThick=%s\r\n"
+                  parts=["Type=Label\r\nCaption=T\r\nPosX=10\r\nPosY=10\r\nWidth=%s\r\nLineThick=%s\r\n"
                          "Font=Sans|%s|1|0|0" % (value, value, value)]))
     corpus["tables"] = write(folder, "tables.pvp",
-                             plain(parts=["Type=18\r\nSubType=-1\r\nPosX=10\r\nPosY=10\r\nWidth=50\r\nHeight=50"]
+                             plain(parts=["Type=Table\r\nSubType=-1\r\nPosX=10\r\nPosY=10\r\nWidth=50\r\nHeight=50"]
                                    * 3000))
     corpus["empty_parts"] = write(folder, "empty_parts.pvp",
                                   plain(parts=[]).replace(b"[EndFloor]", b"[Part0]\r\n" * 1000000 + b"[EndFloor]"))
