@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 // Openings in the floor show as a pale red cross hatch.
@@ -29,6 +30,13 @@ unsigned DarkerBy20(unsigned colour)
         result |= channel << shift;
     }
     return result;
+}
+// A length of the sheet in pixels. A huge room at a deep zoom is as good
+// as a sheet of a few hundred million pixels, and sums of these stay ints.
+int SheetPixels(double pixels)
+{
+    constexpr double limit = 4e8;
+    return static_cast<int>(std::isfinite(pixels) ? std::clamp(pixels, -limit, limit) : 0.0);
 }
 } // namespace
 
@@ -56,14 +64,14 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
         dc->SetColorMode(CVxDC::colorModeGrey);
 
     const double zoom = m_zoom;
-    const int marginLeft = static_cast<int>(m_project.m_spaceLeft * zoom);
-    const int marginTop = static_cast<int>(m_project.m_spaceTop * zoom);
-    const int marginRight = static_cast<int>(m_project.m_spaceRight * zoom);
-    const int marginBottom = static_cast<int>(m_project.m_spaceBottom * zoom);
+    const int marginLeft = SheetPixels(m_project.m_spaceLeft * zoom);
+    const int marginTop = SheetPixels(m_project.m_spaceTop * zoom);
+    const int marginRight = SheetPixels(m_project.m_spaceRight * zoom);
+    const int marginBottom = SheetPixels(m_project.m_spaceBottom * zoom);
     const int originX = x + marginLeft;
     const int originY = y + marginTop;
-    const int width = static_cast<int>(m_project.m_width * zoom) + marginLeft + marginRight;
-    const int height = static_cast<int>(m_project.m_height * zoom) + marginTop + marginBottom;
+    const int width = SheetPixels(m_project.m_width * zoom) + marginLeft + marginRight;
+    const int height = SheetPixels(m_project.m_height * zoom) + marginTop + marginBottom;
     const int clipX = std::max(x, 0);
     const int clipY = std::max(y, 0);
     const VxRECT clip{clipX, clipY, x + width, y + height};
@@ -73,7 +81,7 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
     dc->SetBkMode(CVxDC::bkTransparent);
     CVxPictureLoadCache::ResetDrawnFlags();
 
-    const bool scanShown = DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
+    const bool scanShown = DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags, updateRect);
     DrawRoomWalls(dc, zoom, originX, originY, flags, scanShown);
     if (m_activeEditor)
         m_activeEditor->OnDrawBackground(dc, zoom, originX, originY, clip, flags, 2);
@@ -223,7 +231,7 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
 }
 
 bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
-                               int clipY, int flags)
+                               int clipY, int flags, const VxRECT& visible)
 {
     dc->SetBkColor(0xFFFFFF, 255);
     if (!(flags & drawNoGround)) {
@@ -244,7 +252,7 @@ bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
         // textures it goes over the room colours and under the walls.
         gridUnder = (flags & drawFloorTextures) && m_floorPlan.IsFloorTexturePresent();
         if (gridUnder)
-            DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+            DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags, visible);
         dc->SelectPen(CVxDC::penNull, 0, 0);
         m_floorPlan.DrawRegions(dc, x, y, zoom, flags);
         dc->SelectOldPen();
@@ -256,12 +264,12 @@ bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
             m_activeEditor->OnDrawBackground(dc, zoom, x, y, clip, flags, 1);
     }
     if (!gridUnder)
-        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags, visible);
     return scanShown;
 }
 
 void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
-                                   int clipY, int flags)
+                                   int clipY, int flags, const VxRECT& visible)
 {
     const double step = m_project.m_gridSize * zoom;
     if (!(flags & drawGrid) || !std::isfinite(step) || step < 3)
@@ -275,27 +283,23 @@ void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom
     // Lines are tied to the room's origin and fill the whole sheet.
     const double x0 = x - clipX;
     const double y0 = y - clipY;
-    // Lines at least 3 pixels apart: never more of them than the sheet has
-    // room for, whatever the zoom and the origin.
-    const long long maxLines = static_cast<long long>(std::max(width, height) / 3) + 2;
-    const double firstX = std::trunc(-x0 / step);
-    for (long long n = 0; n < maxLines; ++n) {
-        const double px = (firstX + static_cast<double>(n)) * step + x0;
-        if (!(px < width - 1))
-            break;
-        if (px >= 1)
-            dc->Line(clipX + static_cast<int>(px), clipY + 1, clipX + static_cast<int>(px),
-                     clipY + height - 1);
-    }
-    const double firstY = std::trunc(-y0 / step);
-    for (long long n = 0; n < maxLines; ++n) {
-        const double py = (firstY + static_cast<double>(n)) * step + y0;
-        if (!(py < height - 1))
-            break;
-        if (py >= 1)
-            dc->Line(clipX + 1, clipY + static_cast<int>(py), clipX + width - 1,
-                     clipY + static_cast<int>(py));
-    }
+    // Lines only where the device shows them: never more than its pixels
+    // hold, whatever the zoom and the origin.
+    const auto drawLines = [&](double origin, int from, int to, const std::function<void(int)>& line) {
+        const double first = std::ceil((from - origin) / step);
+        const long long maxLines = static_cast<long long>(std::max(0, to - from) / 3) + 2;
+        for (long long n = 0; n < maxLines; ++n) {
+            const double at = (first + static_cast<double>(n)) * step + origin;
+            if (!(at < to))
+                break;
+            if (at >= from)
+                line(static_cast<int>(at));
+        }
+    };
+    drawLines(x0, std::max(1, visible.left - clipX), std::min(width - 1, visible.right - clipX),
+              [&](int px) { dc->Line(clipX + px, clipY + 1, clipX + px, clipY + height - 1); });
+    drawLines(y0, std::max(1, visible.top - clipY), std::min(height - 1, visible.bottom - clipY),
+              [&](int py) { dc->Line(clipX + 1, clipY + py, clipX + width - 1, clipY + py); });
     dc->SelectOldPen();
 }
 

@@ -241,13 +241,15 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
     const CVxStringW direct = CVxUtils::MakeFullPath(path, m_folder);
     const bool refused = FileExists(direct) && !IsTrustedReference(direct);
     CVxStringW result;
-    if (refused || !m_pathTransformer ||
-        !m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder))
+    // What the transformer answers is the project's own copy.
+    const bool transformed =
+        !refused && m_pathTransformer && m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder);
+    if (!transformed)
         result = CVxUtils::MakeFullPath(path, BaseFolder());
     if (result.IsEmpty())
         return result;
     if (FileExists(result)) {
-        if (!AcceptReference(result))
+        if (!transformed && !AcceptReference(result))
             return result;
         m_foundPaths.emplace(path.Std(), result);
         return result;
