@@ -105,7 +105,9 @@ def generate(folder):
     fifo = os.path.join(folder, "pipe.wav")
     os.mkfifo(fifo)
     corpus["fifo_ref"] = write(folder, "fifo_ref.pvp",
-                               plain(room="SkyBoxTop=pipe.wav\r\n", parts=["Type=0\r\nSoundClip=pipe.wav"]))
+                               plain(room="SkyBoxTop=pipe.wav\r\n", floor="BkgScan=0|0|100|100|pipe.wav\r\n",
+                                     parts=["Type=0\r\nSoundClip=pipe.wav",
+                                            "Type=Logo\r\nWidth=50\r\nHeight=50\r\nAppearFill=pipe.wav||0|0"]))
     corpus["fifo_input"] = os.path.join(folder, "input_fifo.pvp")
     os.mkfifo(corpus["fifo_input"])
     return corpus, secret
