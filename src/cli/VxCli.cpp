@@ -241,6 +241,10 @@ bool VxCliCheckOutput(const QString& path)
 CVxCliOutput::CVxCliOutput(const QString& target)
     : m_target(target), m_temp(VX_SafeSaveTempPath(CVxStringW(target)).ToQString())
 {
+    // Writers open the temporary by its name; it must be a fresh file of
+    // ours, not a link planted there.
+    if (!VX_SafeSaveCreateTemp(CVxStringW(target)))
+        m_temp.clear();
 }
 
 CVxCliOutput::~CVxCliOutput()
@@ -252,7 +256,7 @@ CVxCliOutput::~CVxCliOutput()
 bool CVxCliOutput::Commit()
 {
     m_done = true;
-    if (!QFileInfo::exists(m_temp))
+    if (m_temp.isEmpty() || !QFileInfo::exists(m_temp))
         return Refuse(m_target, QStringLiteral("could not be written"));
     if (!VX_SafeSaveCommit(CVxStringW(m_temp), CVxStringW(m_target)))
         return Refuse(m_target, QStringLiteral("could not be renamed into place"));

@@ -117,6 +117,22 @@ QString JsonString(const QString& text)
     return out + QLatin1Char('"');
 }
 
+// Text from a project as a terminal shows it: control characters, which
+// could move the cursor, retitle the window or hide lines, are shown as
+// escapes instead of being sent.
+QString Printable(const QString& text)
+{
+    QString out;
+    for (const QChar c : text) {
+        const char16_t code = c.unicode();
+        if (code < 0x20 || (code >= 0x7F && code < 0xA0))
+            out += QStringLiteral("\\x%1").arg(static_cast<unsigned>(code), 2, 16, QLatin1Char('0'));
+        else
+            out += c;
+    }
+    return out;
+}
+
 QString JsonList(const QStringList& items, const QString& indent)
 {
     if (items.isEmpty())
@@ -172,7 +188,7 @@ int VxCliInfo(const std::vector<std::string>& args)
 
     QString out;
     if (!parsed.Has("--json")) {
-        out += QStringLiteral("File:           %1\n").arg(path);
+        out += QStringLiteral("File:           %1\n").arg(Printable(path));
         out += QStringLiteral("File version:   %1\n").arg(loaded.fileVersion);
         out += QStringLiteral("Unit:           %1\n").arg(QLatin1String(VxCliUnitName(unit)));
         out += QStringLiteral("Size:           %1 x %2\n")
@@ -187,7 +203,7 @@ int VxCliInfo(const std::vector<std::string>& args)
                             Count(static_cast<int>(floor.rooms.size()), "room", "rooms"));
             for (const SVxRoomInfo& room : floor.rooms)
                 out += QStringLiteral("  Room %1: %2, perimeter %3\n")
-                           .arg(room.name.isEmpty() ? QStringLiteral("(unnamed)") : room.name,
+                           .arg(room.name.isEmpty() ? QStringLiteral("(unnamed)") : Printable(room.name),
                                 VX_DblFormatAreaValue(room.area, statUnit).ToQString(),
                                 Length(room.perimeter, statUnit, project));
             for (const auto& [type, count] : floor.objects)
@@ -195,10 +211,10 @@ int VxCliInfo(const std::vector<std::string>& args)
         }
         out += QStringLiteral("Embedded files: %1\n").arg(stored.size());
         for (const QString& name : stored)
-            out += QStringLiteral("  %1\n").arg(name);
+            out += QStringLiteral("  %1\n").arg(Printable(name));
         out += QStringLiteral("Missing files:  %1\n").arg(missing.size());
         for (const QString& name : missing)
-            out += QStringLiteral("  %1\n").arg(name);
+            out += QStringLiteral("  %1\n").arg(Printable(name));
     } else {
         QStringList floorItems;
         for (size_t i = 0; i < floors.size(); ++i) {

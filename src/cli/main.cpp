@@ -4,6 +4,7 @@
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperHeadless.h"
+#include "CVxUtils.h"
 
 #include <QByteArray>
 #include <QCoreApplication>
@@ -13,6 +14,8 @@
 #include <clocale>
 #include <cstdio>
 #include <cstring>
+
+#include <sys/stat.h>
 
 namespace {
 
@@ -52,6 +55,25 @@ void QuietQtMessages(QtMsgType type, const QMessageLogContext&, const QString& m
         fprintf(stderr, "%s\n", message.toLocal8Bit().constData());
 }
 
+// A FIFO or device named as a project or an output would hold the tool in
+// open() until someone writes to it, or feed it without end; only regular
+// files and folders are worked on (a folder gets its own message).
+bool RefuseSpecialFiles(const std::vector<std::string>& args)
+{
+    for (const std::string& arg : args) {
+        struct stat info
+        {
+        };
+        if (arg.empty() || arg[0] == '-' || ::stat(arg.c_str(), &info) != 0)
+            continue;
+        if (!S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode)) {
+            VxCliFail(QString::fromLocal8Bit(arg.c_str()), QStringLiteral("not a regular file"));
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -77,6 +99,8 @@ int main(int argc, char* argv[])
     const std::vector<std::string> args(argv + 2, argv + argc);
     if (VxCliWantsHelp(args, verb->name))
         return kVxCliOk;
+    if (RefuseSpecialFiles(args))
+        return kVxCliFailed;
 
     // Fonts and images need a GUI application; the tool must run where no
     // display is, so it picks the offscreen platform whatever the session has.
@@ -89,7 +113,10 @@ int main(int argc, char* argv[])
 
     // Settings and unpacked project files go to a private folder that ends
     // with the run: a batch job neither reads nor changes the user's settings.
-    QTemporaryDir appData;
+    // Folders that killed runs left behind go first; this run's own folder
+    // carries its process id, so that a later run can tell it is dead.
+    CVxUtils::RemoveTempFoldersOfDeadRuns();
+    QTemporaryDir appData(CVxUtils::GetRunTempFolderTemplate().ToQString());
     if (!appData.isValid()) {
         fprintf(stderr, "plaveno-cli: can't create a temporary folder: %s\n",
                 appData.errorString().toLocal8Bit().constData());

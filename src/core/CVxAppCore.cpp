@@ -5,6 +5,7 @@
 #include "CVxOptions.h"
 #include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
+#include "VxReferencedFile.h"
 #include "VxTrace.h"
 #include "VxZoomLadder.h"
 
@@ -31,6 +32,12 @@ void CVxAppCore::SetAppFolder(const CVxStringW& folder)
     // The colour catalogues lie beside the program; the colour dialog reads
     // them when it first opens.
     VX_GetColorSwatchLibrary()->SetDataFolder(m_appFolder);
+    // Projects may use the files that come with the program and those of
+    // the user's own libraries; nothing else outside their folders.
+    std::vector<CVxStringW> trusted{m_appFolder};
+    if (IVxAppHelperCallback* host = VX_GetAppHelper())
+        trusted.push_back(host->GetUserDocsPath());
+    VX_SetTrustedDataFolders(trusted);
 }
 
 void CVxAppCore::SetAppExiting()

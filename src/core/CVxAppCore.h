@@ -230,10 +230,12 @@ private:
     const CVxFloor* LocalCoordsFloor() const;
     // True when the background scan was drawn.
     bool DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
-                       int flags);
+                       int flags, const VxRECT& visible);
     void DrawRoomWalls(CVxDC* dc, double zoom, int x, int y, int flags, bool scanShown);
+    // Lines only where `visible`, the part of the device being drawn, shows
+    // them.
     void DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX, int clipY,
-                           int flags);
+                           int flags, const VxRECT& visible);
     void DrawObjects(CVxDC* dc, double zoom, int originX, int originY, const VxRECT& updateRect, int flags);
     void DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags);
 

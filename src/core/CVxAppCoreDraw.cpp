@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace {
 // Openings in the floor show as a pale red cross hatch.
@@ -29,6 +30,13 @@ unsigned DarkerBy20(unsigned colour)
         result |= channel << shift;
     }
     return result;
+}
+// A length of the sheet in pixels. A huge room at a deep zoom is as good
+// as a sheet of a few hundred million pixels, and sums of these stay ints.
+int SheetPixels(double pixels)
+{
+    constexpr double limit = 4e8;
+    return static_cast<int>(std::isfinite(pixels) ? std::clamp(pixels, -limit, limit) : 0.0);
 }
 } // namespace
 
@@ -56,14 +64,14 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
         dc->SetColorMode(CVxDC::colorModeGrey);
 
     const double zoom = m_zoom;
-    const int marginLeft = static_cast<int>(m_project.m_spaceLeft * zoom);
-    const int marginTop = static_cast<int>(m_project.m_spaceTop * zoom);
-    const int marginRight = static_cast<int>(m_project.m_spaceRight * zoom);
-    const int marginBottom = static_cast<int>(m_project.m_spaceBottom * zoom);
+    const int marginLeft = SheetPixels(m_project.m_spaceLeft * zoom);
+    const int marginTop = SheetPixels(m_project.m_spaceTop * zoom);
+    const int marginRight = SheetPixels(m_project.m_spaceRight * zoom);
+    const int marginBottom = SheetPixels(m_project.m_spaceBottom * zoom);
     const int originX = x + marginLeft;
     const int originY = y + marginTop;
-    const int width = static_cast<int>(m_project.m_width * zoom) + marginLeft + marginRight;
-    const int height = static_cast<int>(m_project.m_height * zoom) + marginTop + marginBottom;
+    const int width = SheetPixels(m_project.m_width * zoom) + marginLeft + marginRight;
+    const int height = SheetPixels(m_project.m_height * zoom) + marginTop + marginBottom;
     const int clipX = std::max(x, 0);
     const int clipY = std::max(y, 0);
     const VxRECT clip{clipX, clipY, x + width, y + height};
@@ -73,7 +81,7 @@ void CVxAppCore::DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, 
     dc->SetBkMode(CVxDC::bkTransparent);
     CVxPictureLoadCache::ResetDrawnFlags();
 
-    const bool scanShown = DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags);
+    const bool scanShown = DrawRoomFloor(dc, width, height, zoom, originX, originY, x, y, flags, updateRect);
     DrawRoomWalls(dc, zoom, originX, originY, flags, scanShown);
     if (m_activeEditor)
         m_activeEditor->OnDrawBackground(dc, zoom, originX, originY, clip, flags, 2);
@@ -223,7 +231,7 @@ void CVxAppCore::DrawObjects(CVxDC* dc, double zoom, int originX, int originY, c
 }
 
 bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
-                               int clipY, int flags)
+                               int clipY, int flags, const VxRECT& visible)
 {
     dc->SetBkColor(0xFFFFFF, 255);
     if (!(flags & drawNoGround)) {
@@ -247,7 +255,7 @@ bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
         // textures it goes over the room colours and under the walls.
         gridUnder = (flags & drawFloorTextures) && m_floorPlan.IsFloorTexturePresent();
         if (gridUnder)
-            DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+            DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags, visible);
         dc->SelectPen(CVxDC::penNull, 0, 0);
         m_floorPlan.DrawRegions(dc, x, y, zoom, flags);
         dc->SelectOldPen();
@@ -259,15 +267,15 @@ bool CVxAppCore::DrawRoomFloor(CVxDC* dc, int width, int height, double zoom, in
             m_activeEditor->OnDrawBackground(dc, zoom, x, y, clip, flags, 1);
     }
     if (!gridUnder)
-        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags);
+        DrawRoomFloorGrid(dc, width, height, zoom, x, y, clipX, clipY, flags, visible);
     return scanShown;
 }
 
 void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom, int x, int y, int clipX,
-                                   int clipY, int flags)
+                                   int clipY, int flags, const VxRECT& visible)
 {
     const double step = m_project.m_gridSize * zoom;
-    if (!(flags & drawGrid) || step < 3)
+    if (!(flags & drawGrid) || !std::isfinite(step) || step < 3)
         return;
     int style = CVxDC::penSolid;
     if (m_project.m_gridLineStyle == 1)
@@ -278,20 +286,23 @@ void CVxAppCore::DrawRoomFloorGrid(CVxDC* dc, int width, int height, double zoom
     // Lines are tied to the room's origin and fill the whole sheet.
     const double x0 = x - clipX;
     const double y0 = y - clipY;
-    for (int i = static_cast<int>(std::trunc(-x0 / step));; ++i) {
-        const int px = static_cast<int>(i * step + x0);
-        if (px >= width - 1)
-            break;
-        if (px >= 1)
-            dc->Line(clipX + px, clipY + 1, clipX + px, clipY + height - 1);
-    }
-    for (int i = static_cast<int>(std::trunc(-y0 / step));; ++i) {
-        const int py = static_cast<int>(i * step + y0);
-        if (py >= height - 1)
-            break;
-        if (py >= 1)
-            dc->Line(clipX + 1, clipY + py, clipX + width - 1, clipY + py);
-    }
+    // Lines only where the device shows them: never more than its pixels
+    // hold, whatever the zoom and the origin.
+    const auto drawLines = [&](double origin, int from, int to, const std::function<void(int)>& line) {
+        const double first = std::ceil((from - origin) / step);
+        const long long maxLines = static_cast<long long>(std::max(0, to - from) / 3) + 2;
+        for (long long n = 0; n < maxLines; ++n) {
+            const double at = (first + static_cast<double>(n)) * step + origin;
+            if (!(at < to))
+                break;
+            if (at >= from)
+                line(static_cast<int>(at));
+        }
+    };
+    drawLines(x0, std::max(1, visible.left - clipX), std::min(width - 1, visible.right - clipX),
+              [&](int px) { dc->Line(clipX + px, clipY + 1, clipX + px, clipY + height - 1); });
+    drawLines(y0, std::max(1, visible.top - clipY), std::min(height - 1, visible.bottom - clipY),
+              [&](int py) { dc->Line(clipX + 1, clipY + py, clipX + width - 1, clipY + py); });
     dc->SelectOldPen();
 }
 
@@ -362,7 +373,8 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
     if ((flags & (drawGrid | drawGridLabels)) != (drawGrid | drawGridLabels))
         return;
     const double step = m_project.m_gridSize * zoom;
-    if (step < 3)
+    if (!std::isfinite(step) || step < 3 || !std::isfinite(m_project.m_spaceLeft) ||
+        !std::isfinite(m_project.m_spaceTop))
         return;
     CVxFont font;
     font.m_size = 8;
@@ -382,9 +394,13 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
     const double startX = x + m_project.m_spaceLeft * zoom - firstColumn * step;
     const double startY = y + m_project.m_spaceTop * zoom - firstRow * step;
 
+    // One label per cell the sheet shows, however the numbers came.
+    const long long maxLabels = static_cast<long long>(std::max(width, height) / 3) + 2;
+    // A cell wider than the sheet is as good as the sheet.
+    const int cellSize = static_cast<int>(std::min(step, static_cast<double>(std::max(width, height)) + 1));
     int lastEnd = x - static_cast<int>(100 * zoom);
-    for (long long i = 0;; ++i) {
-        const double left = startX + i * step;
+    for (long long i = 0; i < maxLabels; ++i) {
+        const double left = startX + static_cast<double>(i) * step;
         if (left > x + width)
             break;
         const CVxStringW name = ColumnName(i);
@@ -394,21 +410,21 @@ void CVxAppCore::DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width,
         if (cellLeft <= lastEnd)
             continue;
         const bool wide = step > size.cx;
-        VxRECT rect{cellLeft, y + unit, cellLeft + static_cast<int>(step), y + unit + letter.cy};
+        VxRECT rect{cellLeft, y + unit, cellLeft + cellSize, y + unit + letter.cy};
         dc->DrawText(name, rect, (wide ? CVxDC::dtCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,
                      colour);
-        lastEnd = wide ? cellLeft + static_cast<int>(step) : cellLeft + size.cx;
+        lastEnd = wide ? cellLeft + cellSize : cellLeft + size.cx;
     }
     int lastBottom = y - letter.cy;
-    for (long long i = 0;; ++i) {
-        const double top = startY + i * step;
+    for (long long i = 0; i < maxLabels; ++i) {
+        const double top = startY + static_cast<double>(i) * step;
         if (top > y + height)
             break;
         const int cellTop = static_cast<int>(top);
         if (cellTop - lastBottom <= letter.cy)
             continue;
         const bool tall = step > letter.cy;
-        VxRECT rect{x + 3 * unit, cellTop, x + 50 * unit, cellTop + static_cast<int>(step)};
+        VxRECT rect{x + 3 * unit, cellTop, x + 50 * unit, cellTop + cellSize};
         CVxStringW number;
         number.sprintf(L"%lld", i + 1);
         dc->DrawText(number, rect, (tall ? CVxDC::dtVCenter : 0u) | CVxDC::dtSingleLine | CVxDC::dtNoClip,

@@ -2,6 +2,7 @@
 
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
+#include "VxReferencedFile.h"
 
 #include <zlib.h>
 
@@ -74,20 +75,28 @@ bool CVxCompressIniWriter::IsCompressedExtension(const CVxStringW& ext)
 
 CVxStringW CVxCompressIniWriter::MakeRelativePath(CVxStringW& path)
 {
+    return MakeRelativePathAs(path, VX_FileRoleFromName(path));
+}
+
+CVxStringW CVxCompressIniWriter::MakeRelativePathAs(CVxStringW& path, EVxFileRole role)
+{
     if (path.IsEmpty())
         return path;
-    const auto known = m_resolved.find(path.Std());
+    std::wstring key = path.Std();
+    key += static_cast<wchar_t>(L'0' + static_cast<int>(role));
+    const auto known = m_resolved.find(key);
     if (known != m_resolved.end())
         return known->second;
-    const CVxStringW result = ResolveAndEmbed(path);
-    m_resolved.emplace(path.Std(), result);
+    const CVxStringW result = ResolveAndEmbed(path, role);
+    m_resolved.emplace(std::move(key), result);
     return result;
 }
 
-CVxStringW CVxCompressIniWriter::ResolveAndEmbed(const CVxStringW& path)
+CVxStringW CVxCompressIniWriter::ResolveAndEmbed(const CVxStringW& path, EVxFileRole role)
 {
     CVxStringW source = path;
-    if (m_missingFiles && !FileExists(source)) {
+    const bool refused = m_owner && !m_owner->MayEmbed(source);
+    if (m_missingFiles && (refused || !FileExists(source))) {
         // The user decided about this file after the project was opened.
         for (const CVxMissingFileInfo& missing : *m_missingFiles) {
             if (missing.filePath != source)
@@ -100,14 +109,17 @@ CVxStringW CVxCompressIniWriter::ResolveAndEmbed(const CVxStringW& path)
             break;
         }
     }
+    // Every byte that goes into the container passes here: a file that the
+    // text named outside the project's folders, or whose content does not
+    // fit its use, stays a reference.
+    if ((m_owner && !m_owner->MayEmbed(source)) || !VX_IsEmbeddableFile(source, role))
+        return CVxUtils::MakeRelativePath(source, m_outputFolder);
     if (m_owner)
         source = m_owner->AddFileToProject(source);
     const CVxStringW name = source.FromWinPath().ExtractFileTitle();
     if (std::find(m_embedded.begin(), m_embedded.end(), source) != m_embedded.end())
         return name;
-    IVxAppHelperCallback* host = VX_GetAppHelper();
-    // A folder opens as a stream on this system but has no bytes to give.
-    FILE* file = FileExists(source) ? host->OpenFile(source, VX_OPEN_READ) : nullptr;
+    FILE* file = VX_OpenPlainFileForReading(source);
     if (!file)
         return CVxUtils::MakeRelativePath(source, m_outputFolder);
     const int64_t size = StreamSize(file);

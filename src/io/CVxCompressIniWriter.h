@@ -34,6 +34,9 @@ public:
     // The path of the owner's own copy of a file it refers to; the copy is
     // what gets embedded.
     virtual CVxStringW AddFileToProject(const CVxStringW& path) = 0;
+    // Whether the file may become part of the container at all; a file
+    // that the owner's text named outside its folders may not.
+    virtual bool MayEmbed(const CVxStringW& /*path*/) const { return true; }
 };
 
 class CVxCompressIniWriter : public CVxIniWriter
@@ -52,6 +55,10 @@ public:
     // Embeds the file and returns its bare name. A file that can't be read
     // keeps its reference, relative to the container's folder.
     CVxStringW MakeRelativePath(CVxStringW& path) override;
+    // Embeds the file only when it is a plain file whose content fits
+    // `role`; MakeRelativePath takes the role from the file's extension.
+    // Anything else keeps its reference and is not embedded.
+    CVxStringW MakeRelativePathAs(CVxStringW& path, EVxFileRole role) override;
 
     // Writes one entry from `source`, deflated or raw by the extension of
     // `path`. False when the container could not take it.
@@ -66,7 +73,7 @@ public:
 
 private:
     // MakeRelativePath for a path met for the first time in this save.
-    CVxStringW ResolveAndEmbed(const CVxStringW& path);
+    CVxStringW ResolveAndEmbed(const CVxStringW& path, EVxFileRole role);
     bool CompressFile(FILE* source, uint64_t& written);
     bool CopyRaw(FILE* source, int64_t size);
 

@@ -1,6 +1,8 @@
 #include "CVxCompressedFileReader.h"
 
 #include "CVxIniFileReader.h"
+#include "VxTrace.h"
+#include "VxUtf8.h"
 
 #include <algorithm>
 
@@ -15,6 +17,12 @@ constexpr int s_maxNameLength = 200;
 CVxCompressedFileReader::CVxCompressedFileReader(const CVxStringW& folder, const CVxStringW& mainExt)
     : m_folder(folder), m_mainExt(mainExt)
 {
+}
+
+uint64_t CVxCompressedFileReader::UnpackBudgetFor(int64_t fileSize)
+{
+    const uint64_t size = fileSize > 0 ? static_cast<uint64_t>(fileSize) : 0;
+    return std::min(size * maxUnpackRatio, maxUnpackedTotal);
 }
 
 CVxStringW CVxCompressedFileReader::SafeEntryName(const CVxStringW& name)
@@ -63,9 +71,23 @@ void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStr
             m_damaged = !reader->SkipDataBlock(m_dataSize);
             return;
         }
+        // A few kilobytes of a container can claim gigabytes: what all
+        // entries unpack together is bounded, and an entry that does not fit
+        // is left out whole.
+        const unsigned unpacked =
+            m_uncompressedSize != 0 ? std::min(m_uncompressedSize, maxUncompressedSize) : m_dataSize;
+        if (unpacked > reader->GetUnpackBudget()) {
+            VxTrace("Container entry left out, unpacked size beyond the limit: %s\n",
+                    VX_StringToUTF8(m_name).c_str());
+            if (m_mainFile == path)
+                m_mainFile.Empty();
+            reader->SkipDataBlock(m_dataSize);
+            m_damaged = true;
+            return;
+        }
+        reader->TakeFromUnpackBudget(unpacked);
         if (m_uncompressedSize != 0)
-            m_damaged = !reader->UncompressDataBlockToFile(m_dataSize, path,
-                                                           std::min(m_uncompressedSize, maxUncompressedSize));
+            m_damaged = !reader->UncompressDataBlockToFile(m_dataSize, path, unpacked);
         else
             m_damaged = !reader->ReadDataBlockToFile(m_dataSize, path);
     }

@@ -12,11 +12,19 @@
 
 #include "IVxReadIniClient.h"
 
+#include <cstdint>
+
 class CVxCompressedFileReader : public IVxReadIniClient
 {
 public:
     // No entry inflates beyond this, whatever its "UncpSize" claims.
     static constexpr unsigned maxUncompressedSize = 1u << 30;
+    // What a whole container may unpack: this many times its own size, and
+    // never more than maxUnpackedTotal.
+    static constexpr uint64_t maxUnpackRatio = 200;
+    static constexpr uint64_t maxUnpackedTotal = uint64_t{2} << 30;
+    // The unpack budget of a container of `fileSize` bytes.
+    static uint64_t UnpackBudgetFor(int64_t fileSize);
 
     // `folder` ends in "/"; `mainExt` ("." and the extension, compared
     // exactly) marks the main file.

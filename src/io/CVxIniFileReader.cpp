@@ -5,13 +5,17 @@
 #include "IVxReadIniClient.h"
 #include "VxCodePages.h"
 #include "VxNumbers.h"
+#include "VxReferencedFile.h"
+#include "VxTrace.h"
 #include "VxUtf8.h"
 
 #define ZLIB_CONST
 #include <zlib.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstring>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -29,6 +33,9 @@ constexpr uint64_t s_kernelCopyMin = 65536;
 // Paths longer than this are taken for paths of another machine: only their
 // tail is looked for.
 constexpr int s_longPath = 200;
+// No line that the program writes comes near this; a longer one is skipped
+// whole instead of being held, widened and copied at many times its size.
+constexpr size_t s_maxLineLength = size_t{8} << 20;
 
 IVxAppHelperCallback* Host()
 {
@@ -55,7 +62,9 @@ CVxIniFileReader::CVxIniFileReader(const CVxStringW& path, unsigned codePage)
     IVxAppHelperCallback* host = Host();
     if (!host || path.IsEmpty())
         return;
-    m_file = host->OpenFile(path, VX_OPEN_READ);
+    // A FIFO or device in place of a file would hold the program in open()
+    // or feed it without end.
+    m_file = VX_OpenPlainFileForReading(path, INT64_MAX);
     if (!m_file)
         return;
     if (fseeko(m_file, 0, SEEK_END) == 0) {
@@ -195,6 +204,31 @@ CVxStringW CVxIniFileReader::BaseFolder() const
     return m_altBaseFolder.IsEmpty() ? m_folder : m_altBaseFolder;
 }
 
+bool CVxIniFileReader::IsTrustedReference(const CVxStringW& fullPath) const
+{
+    return VX_IsPlainFile(fullPath) && VX_IsInsideTrustedFolders(fullPath, {m_folder, m_altBaseFolder});
+}
+
+bool CVxIniFileReader::AcceptReference(const CVxStringW& fullPath)
+{
+    if (fullPath.IsEmpty() || !FileExists(fullPath) || IsTrustedReference(fullPath))
+        return true;
+    VxTrace("Reference refused, outside the project's folders: %s\n", VX_StringToUTF8(fullPath).c_str());
+    AddMissingFile(fullPath);
+    if (std::find(m_refusedFiles.begin(), m_refusedFiles.end(), fullPath) == m_refusedFiles.end())
+        m_refusedFiles.push_back(fullPath);
+    return false;
+}
+
+void CVxIniFileReader::AddMissingFile(const CVxStringW& fullPath)
+{
+    const bool listed =
+        std::any_of(m_missingFiles.begin(), m_missingFiles.end(),
+                    [&](const CVxMissingFileInfo& info) { return info.filePath == fullPath; });
+    if (!listed)
+        m_missingFiles.emplace_back(fullPath, CVxMissingFileInfo::VX_MISSING_KEEP);
+}
+
 CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
 {
     if (path.IsEmpty())
@@ -202,12 +236,21 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
     const auto known = m_foundPaths.find(path.Std());
     if (known != m_foundPaths.end())
         return known->second;
+    // The transformer copies the file into the project: a file that the
+    // project may not take in never reaches it.
+    const CVxStringW direct = CVxUtils::MakeFullPath(path, m_folder);
+    const bool refused = FileExists(direct) && !IsTrustedReference(direct);
     CVxStringW result;
-    if (!m_pathTransformer || !m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder))
+    // What the transformer answers is the project's own copy.
+    const bool transformed =
+        !refused && m_pathTransformer && m_pathTransformer->OnPathTransformToAbsolute(result, path, m_folder);
+    if (!transformed)
         result = CVxUtils::MakeFullPath(path, BaseFolder());
     if (result.IsEmpty())
         return result;
     if (FileExists(result)) {
+        if (!transformed && !AcceptReference(result))
+            return result;
         m_foundPaths.emplace(path.Std(), result);
         return result;
     }
@@ -221,16 +264,13 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
         const int slash = tail.Find(L'/');
         if (slash > 0) {
             result = CVxUtils::MakeFullPath(tail.Mid(slash + 1), BaseFolder());
-            if (FileExists(result)) {
+            if (FileExists(result) && AcceptReference(result)) {
                 m_foundPaths.emplace(path.Std(), result);
                 return result;
             }
         }
     }
-    const bool listed = std::any_of(m_missingFiles.begin(), m_missingFiles.end(),
-                                    [&](const CVxMissingFileInfo& info) { return info.filePath == result; });
-    if (!listed)
-        m_missingFiles.emplace_back(result, CVxMissingFileInfo::VX_MISSING_KEEP);
+    AddMissingFile(result);
     return result;
 }
 
@@ -247,6 +287,32 @@ int CVxIniFileReader::ToInt(const CVxStringW& value, int def)
 bool CVxIniFileReader::ToBool(const CVxStringW& value, bool def)
 {
     return value.ToBoolDef(def);
+}
+
+void CVxIniFileReader::TraceOutOfRange(const char* key, const CVxStringW& value)
+{
+    static std::set<std::string> traced;
+    if (key && traced.insert(key).second)
+        VxTrace("Value out of range, default used: %s=%s\n", key, VX_StringToUTF8(value.Left(40)).c_str());
+}
+
+double CVxIniFileReader::ToDoubleInRange(const CVxStringW& value, double def, double low, double high,
+                                         const char* key)
+{
+    const double read = DblLoad(value, def);
+    if (std::isfinite(read) && read >= low && read <= high)
+        return read;
+    TraceOutOfRange(key, value);
+    return def;
+}
+
+int CVxIniFileReader::ToIntInRange(const CVxStringW& value, int def, int low, int high, const char* key)
+{
+    const int read = value.ToIntDef(def);
+    if (read >= low && read <= high)
+        return read;
+    TraceOutOfRange(key, value);
+    return def;
 }
 
 // Lines
@@ -300,9 +366,12 @@ void CVxIniFileReader::ReadLine(std::string& line, bool& eof)
         eof = true;
         return;
     }
+    bool overlong = false;
     for (;;) {
         if (m_bufferPos >= m_bufferLength && !ReadNewBuffer()) {
             eof = true;
+            if (overlong)
+                line.clear();
             return;
         }
         const char* start = m_buffer + m_bufferPos;
@@ -310,7 +379,12 @@ void CVxIniFileReader::ReadLine(std::string& line, bool& eof)
         const char* p = start;
         while (p < end && *p != '\r' && *p != '\n')
             ++p;
-        line.append(start, static_cast<size_t>(p - start));
+        if (line.size() + static_cast<size_t>(p - start) <= s_maxLineLength) {
+            line.append(start, static_cast<size_t>(p - start));
+        } else if (!overlong) {
+            overlong = true;
+            VxTrace("Line longer than %zu bytes skipped\n", s_maxLineLength);
+        }
         m_bufferPos += static_cast<size_t>(p - start);
         if (p < end) {
             ++m_bufferPos;
@@ -318,6 +392,8 @@ void CVxIniFileReader::ReadLine(std::string& line, bool& eof)
             // its LF without a look.
             if (*p == '\r')
                 SkipOneByte();
+            if (overlong)
+                line.clear();
             return;
         }
     }

@@ -17,6 +17,7 @@
 #include "CVxStringA.h"
 #include "CVxStringW.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -24,6 +25,7 @@
 #include <list>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 class IVxReadIniClient;
 
@@ -75,12 +77,25 @@ public:
     // The full path of a file that the data refers to. A path whose file does
     // not exist is recorded in the list of missing files.
     virtual CVxStringW MakeAbsolutePath(const CVxStringW& path);
+    // Whether a file that the data refers to by `fullPath` may be used: one
+    // outside the folders of the file being read and of the program, or no
+    // plain file, is recorded as missing and as refused, and gives false.
+    // A path of no existing file passes; MakeAbsolutePath lists those.
+    bool AcceptReference(const CVxStringW& fullPath);
 
     const CVxStringA& GetSectionName() const { return m_sectionName; }
 
     static double ToDouble(const CVxStringW& value, double def);
     static int ToInt(const CVxStringW& value, int def);
     static bool ToBool(const CVxStringW& value, bool def);
+    // A number that sizes a loop or an allocation: a value that is no number
+    // or lies outside [low, high] gives `def`, and the first such value of
+    // each key is traced.
+    static double ToDoubleInRange(const CVxStringW& value, double def, double low, double high,
+                                  const char* key);
+    static int ToIntInRange(const CVxStringW& value, int def, int low, int high, const char* key);
+    // Traces the first value out of range of each key.
+    static void TraceOutOfRange(const char* key, const CVxStringW& value);
 
     // Data blocks: `size` bytes that start behind the line end of the key
     // being delivered. Each leaves the reader at the line that follows the
@@ -137,9 +152,17 @@ public:
         m_foundPaths.clear();
     }
 
+    // What unpacking the entries of a container may still write, in bytes;
+    // without a limit until the owner sets one.
+    uint64_t GetUnpackBudget() const { return m_unpackBudget; }
+    void SetUnpackBudget(uint64_t bytes) { m_unpackBudget = bytes; }
+    void TakeFromUnpackBudget(uint64_t bytes) { m_unpackBudget -= std::min(bytes, m_unpackBudget); }
+
     // The files referred to that could not be found, each once.
     std::list<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
     const std::list<CVxMissingFileInfo>& GetMissingFiles() const { return m_missingFiles; }
+    // The files referred to that exist but were refused; each is also missing.
+    const std::vector<CVxStringW>& GetRefusedFiles() const { return m_refusedFiles; }
 
 protected:
     // For readers whose data is not a file; they set up the buffer themselves.
@@ -166,6 +189,8 @@ protected:
     CVxStringW m_folder;
     CVxStringW m_altBaseFolder;
     std::list<CVxMissingFileInfo> m_missingFiles;
+    std::vector<CVxStringW> m_refusedFiles;
+    uint64_t m_unpackBudget = UINT64_MAX;
     // Paths met before and the files they were found as. A project names
     // the same texture for thousands of objects; the file system, and the
     // project's copy of the file, are asked once.
@@ -204,4 +229,6 @@ private:
     bool ReadByte(unsigned char& byte);
     bool ReadWideUnit(wchar_t& unit);
     CVxStringW BaseFolder() const;
+    bool IsTrustedReference(const CVxStringW& fullPath) const;
+    void AddMissingFile(const CVxStringW& fullPath);
 };

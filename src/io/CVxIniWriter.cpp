@@ -88,6 +88,11 @@ CVxStringW CVxIniWriter::MakeRelativePath(CVxStringW& path)
     return CVxUtils::MakeRelativePath(path, m_folder);
 }
 
+CVxStringW CVxIniWriter::MakeRelativePathAs(CVxStringW& path, EVxFileRole /*role*/)
+{
+    return MakeRelativePath(path);
+}
+
 void CVxIniWriter::FileWriteInteger(FILE* file, const char* key, int value)
 {
     if (!file || !key)

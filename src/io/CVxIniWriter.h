@@ -10,6 +10,7 @@
 #include "CVxMissingFileInfo.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
+#include "VxReferencedFile.h"
 
 #include <cstdio>
 #include <list>
@@ -43,6 +44,9 @@ public:
     // answer if it gives one, else relative to the file's folder or the
     // built-in texture library.
     virtual CVxStringW MakeRelativePath(CVxStringW& path);
+    // MakeRelativePath for a file used as `role`; a writer that embeds files
+    // takes only those whose content fits the role.
+    virtual CVxStringW MakeRelativePathAs(CVxStringW& path, EVxFileRole role);
 
     const CVxStringA& GetSectionName() const { return m_section; }
     const CVxStringW& GetPath() const { return m_path; }

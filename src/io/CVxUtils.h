@@ -44,6 +44,13 @@ public:
     // Removes what earlier runs left in the projects' folder, unless another
     // instance runs and may still use it.
     static void DeleteUserAppDataProjects();
+    // The name pattern of a private temporary folder of this run, for
+    // QTemporaryDir: "Plaveno-", the process id, "-" and six free letters
+    // in the system's temporary folder.
+    static CVxStringW GetRunTempFolderTemplate();
+    // Removes the private temporary folders of runs that died without
+    // cleaning up: those of this user whose process no longer exists.
+    static void RemoveTempFoldersOfDeadRuns();
     // A run started by another instance of the program ("-newinstance").
     static void SetRunFromAnotherInstance(bool fromAnother);
     // True when another instance of the program runs for this user: it was

@@ -4,8 +4,17 @@
 
 #include "IVxAppHelperCallback.h"
 
+#include <QDir>
 #include <QLockFile>
 #include <QString>
+#include <QStringList>
+
+#include <cerrno>
+#include <climits>
+#include <csignal>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -43,6 +52,40 @@ void CVxUtils::DeleteUserAppDataProjects()
     for (const CVxStringW& folder : folders) {
         host->DeleteDirectory(folder + L"tmp");
         host->DeleteDirectory(folder);
+    }
+}
+
+namespace {
+const char s_runFolderPrefix[] = "Plaveno-";
+} // namespace
+
+CVxStringW CVxUtils::GetRunTempFolderTemplate()
+{
+    return CVxStringW(QDir::tempPath() + QLatin1Char('/') + QLatin1String(s_runFolderPrefix) +
+                      QString::number(::getpid()) + QStringLiteral("-XXXXXX"));
+}
+
+void CVxUtils::RemoveTempFoldersOfDeadRuns()
+{
+    QDir temp(QDir::tempPath());
+    const QStringList names = temp.entryList(QStringList{QLatin1String(s_runFolderPrefix) + QLatin1Char('*')},
+                                             QDir::Dirs | QDir::NoDotAndDotDot | QDir::Hidden);
+    for (const QString& name : names) {
+        // "Plaveno-<pid>-XXXXXX"; folders of another form are not ours to judge.
+        const QStringList parts = name.split(QLatin1Char('-'));
+        bool isNumber = false;
+        const qint64 pid = parts.size() == 3 ? parts[1].toLongLong(&isNumber) : 0;
+        if (!isNumber || pid <= 0 || pid > INT_MAX || pid == ::getpid())
+            continue;
+        if (::kill(static_cast<pid_t>(pid), 0) == 0 || errno != ESRCH)
+            continue;
+        const QByteArray path = temp.filePath(name).toLocal8Bit();
+        struct stat info
+        {
+        };
+        if (::lstat(path.constData(), &info) != 0 || !S_ISDIR(info.st_mode) || info.st_uid != ::getuid())
+            continue;
+        QDir(temp.filePath(name)).removeRecursively();
     }
 }
 

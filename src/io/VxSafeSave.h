@@ -8,6 +8,12 @@
 
 // The temporary file to write before committing to `target`.
 CVxStringW VX_SafeSaveTempPath(const CVxStringW& target);
+// Creates the temporary file of `target` as a new, empty regular file that
+// only this process made: an entry planted under its name, such as a link
+// to another file, is removed first and never written through. False when
+// `target` exists and is no regular file (a device, a FIFO), or when the
+// file can't be made.
+bool VX_SafeSaveCreateTemp(const CVxStringW& target);
 // Flushes `temp` to disk and renames it over `target`; on failure removes
 // `temp` and leaves `target` untouched.
 bool VX_SafeSaveCommit(const CVxStringW& temp, const CVxStringW& target);

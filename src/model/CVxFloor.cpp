@@ -9,6 +9,7 @@
 #include "CVxUnits.h"
 #include "VxAngle.h"
 #include "VxNumbers.h"
+#include "VxTrace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,6 +18,22 @@
 
 namespace {
 constexpr unsigned kDefaultWallsContour = 0x404040;
+
+// Parts with all their members, however deep.
+size_t CountAllParts(const std::vector<CVxPart>& parts)
+{
+    size_t count = 0;
+    std::vector<const std::vector<CVxPart>*> pending{&parts};
+    while (!pending.empty()) {
+        const std::vector<CVxPart>* level = pending.back();
+        pending.pop_back();
+        count += level->size();
+        for (const CVxPart& part : *level)
+            if (!part.subParts.empty())
+                pending.push_back(&part.subParts);
+    }
+    return count;
+}
 constexpr unsigned kWhite = 0xFFFFFF;
 // The most object slots that a floor's count may reserve ahead of loading.
 constexpr int kPartCountReserveLimit = 4096;
@@ -207,7 +224,8 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const
     writer->WriteString("PrintArea", RectToString(m_printArea) + (m_printAreaSet ? L"|1" : L"|0"));
     if (HasBkgScan()) {
         CVxStringW path = m_bkgScanFile;
-        writer->WriteString("BkgScan", RectToString(m_bkgScanRect) + L"|" + writer->MakeRelativePath(path));
+        writer->WriteString("BkgScan", RectToString(m_bkgScanRect) + L"|" +
+                                           writer->MakeRelativePathAs(path, EVxFileRole::Picture));
     }
 }
 
@@ -243,7 +261,16 @@ void CVxFloor::SaveToFile(CVxIniWriter* writer) const
 bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
 {
     Reset(project);
-    CVxPartVectorGrouper grouper(m_objects);
+    // The objects, members and table cells of the floors read before this
+    // one count against the limits of the whole project.
+    size_t objectsRead = 0;
+    if (project)
+        for (const CVxFloor* floor : project->m_floors)
+            if (floor != this)
+                objectsRead += CountAllParts(floor->m_objects);
+    CVxPartVectorGrouper grouper(m_objects, std::max<int64_t>(0, CVxPartVectorGrouper::maxTableCellsPerRun -
+                                                                     static_cast<int64_t>(objectsRead)));
+    bool traced = false;
     while (!reader->GetSectionName().IsEmpty()) {
         const CVxStringA section = reader->GetSectionName();
         if (section == "Floor") {
@@ -276,6 +303,15 @@ bool CVxFloor::LoadFromFile(CVxIniFileReader* reader, CVxProject* project)
             reader->ReadSection(&m_annotations);
         } else if (section.Left(4) == "Part" &&
                    !(reader->GetFlags() & CVxIniFileReader::VX_READ_SKIP_FLOOR_OBJECTS)) {
+            if (++objectsRead > maxProjectObjects) {
+                // No home holds this many; a file that claims more only
+                // wants the memory.
+                if (!traced)
+                    VxTrace("Too many objects, the rest are left out: more than %zu\n", maxProjectObjects);
+                traced = true;
+                reader->ReadSection(nullptr);
+                continue;
+            }
             CVxPart part;
             part.LoadFromSection(reader);
             if (!m_layers.IsValidLayer(part.layer))

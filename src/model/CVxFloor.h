@@ -16,6 +16,7 @@
 #include "CVxViewLayers.h"
 #include "IVxReadIniClient.h"
 
+#include <cstddef>
 #include <vector>
 
 class CVxFloorPlan;
@@ -26,6 +27,10 @@ class CVxProject;
 class CVxFloor : public IVxReadIniClient
 {
 public:
+    // Object sections, members included, that loading a project takes over
+    // all its floors; the rest of a file that holds more is left out.
+    static constexpr size_t maxProjectObjects = 50000;
+
     CVxFloor();
     CVxFloor(const CVxFloor&) = default;
     CVxFloor& operator=(const CVxFloor&) = default;

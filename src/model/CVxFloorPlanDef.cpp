@@ -95,7 +95,7 @@ CVxStringW CVxFloorPlanDef::CFloorPlanItem::SaveToString(CVxIniWriter* writer) c
 {
     CVxStringW texture = floorAppearance.GetTexture();
     if (writer && !texture.IsEmpty())
-        texture = writer->MakeRelativePath(texture);
+        texture = writer->MakeRelativePathAs(texture, EVxFileRole::Picture);
     CVxStringW text = name;
     text += L"|";
     text += HexColor(floorAppearance.GetColor());

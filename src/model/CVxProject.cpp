@@ -13,6 +13,7 @@
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
+#include "VxReferencedFile.h"
 #include "VxSafeSave.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -27,6 +28,12 @@ constexpr unsigned kGroundColor = 0xD2C6C4;
 constexpr unsigned kWhite = 0xFFFFFF;
 // Inch fractions finer than 1/65536 are no fractions a plan can show.
 constexpr int kMaxInchesPrecision = 16;
+// Digits and fractions that a file may ask for.
+constexpr int kMaxPrecision = kMaxInchesPrecision;
+// No room of a plan, in any unit, comes near this size.
+constexpr double kMaxRoomSize = 1e9;
+// The finest grid a file may set; finer cells are never drawn anyway.
+constexpr double kMinGridSize = 1e-4;
 
 CVxStringW ColorToString(unsigned colour)
 {
@@ -94,6 +101,7 @@ void CVxProject::Reset()
 {
     const CVxOptions* options = VX_GetOptions();
     DeleteFloors();
+    m_refusedFiles.clear();
     m_currentFloor = 0;
     m_viewpoints.Reset();
     m_attachments.Reset();
@@ -158,6 +166,7 @@ void CVxProject::CopyTo(CVxProject* target) const
     target->m_viewpoints = m_viewpoints;
 
     target->m_attachments = m_attachments;
+    target->m_refusedFiles = m_refusedFiles;
 
     target->m_walls3DStyle = m_walls3DStyle;
     target->m_width = m_width;
@@ -233,13 +242,15 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
     } else if (key == "Compression") {
         m_compressed = value == L"zlib";
     } else if (key == "Width") {
-        m_width = CVxIniFileReader::ToDouble(value, m_width);
+        m_width = CVxIniFileReader::ToDoubleInRange(value, m_width, -kMaxRoomSize, kMaxRoomSize, "Width");
     } else if (key == "Height") {
-        m_height = CVxIniFileReader::ToDouble(value, m_height);
+        m_height = CVxIniFileReader::ToDoubleInRange(value, m_height, -kMaxRoomSize, kMaxRoomSize, "Height");
     } else if (key == "GridColor") {
         m_gridColor = ReadColor(value, m_gridColor);
     } else if (key == "GridSize") {
-        m_gridSize = CVxIniFileReader::ToDouble(value, m_gridSize);
+        // The grid is drawn and labelled cell by cell.
+        m_gridSize =
+            CVxIniFileReader::ToDoubleInRange(value, m_gridSize, kMinGridSize, kMaxRoomSize, "GridSize");
     } else if (key == "GridLineStyle") {
         m_gridLineStyle = CVxIniFileReader::ToInt(value, m_gridLineStyle);
     } else if (key == "GroundPosZ") {
@@ -259,9 +270,11 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
     } else if (key == "SubUnitMoves") {
         m_subUnitMoves = CVxIniFileReader::ToInt(value, 0) > 0;
     } else if (key == "DecimalPrecision") {
-        m_decimalPrecision = CVxIniFileReader::ToInt(value, m_decimalPrecision);
+        m_decimalPrecision =
+            CVxIniFileReader::ToIntInRange(value, m_decimalPrecision, 0, kMaxPrecision, "DecimalPrecision");
     } else if (key == "InchesPrecision") {
-        m_inchesPrecision = CVxIniFileReader::ToInt(value, m_inchesPrecision);
+        m_inchesPrecision =
+            CVxIniFileReader::ToIntInRange(value, m_inchesPrecision, 0, kMaxPrecision, "InchesPrecision");
     } else if (key == "UserCoord") {
         m_userCoord = CVxIniFileReader::ToInt(value, 0) > 0;
     } else if (key == "BkgScanVisible") {
@@ -279,7 +292,13 @@ void CVxProject::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, 
         double space[4] = {0, 0, 0, 0};
         const int read =
             swscanf(value.c_str(), L"%lf|%lf|%lf|%lf", &space[0], &space[1], &space[2], &space[3]);
-        if (read >= 4) {
+        // The margins place the grid's labels, counted in cells.
+        const bool sane = std::all_of(space, space + std::max(read, 0), [](double margin) {
+            return std::isfinite(margin) && std::fabs(margin) <= kMaxRoomSize;
+        });
+        if (!sane) {
+            CVxIniFileReader::TraceOutOfRange("SpaceAround", value);
+        } else if (read >= 4) {
             m_spaceLeft = space[0];
             m_spaceTop = space[1];
             m_spaceRight = space[2];
@@ -364,7 +383,7 @@ void CVxProject::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) con
         if (path->IsEmpty())
             continue;
         CVxStringW stored = *path;
-        writer->WriteString(key, writer->MakeRelativePath(stored));
+        writer->WriteString(key, writer->MakeRelativePathAs(stored, EVxFileRole::Picture));
     }
     writer->WriteInteger("SubUnitMoves", m_subUnitMoves ? 1 : 0);
     writer->WriteInteger("DecimalPrecision", m_decimalPrecision);
@@ -790,7 +809,8 @@ CVxStringW CVxProject::AddFileToProject(const CVxStringW& path)
         return path;
     VerifyStoragePathExists();
     IVxAppHelperCallback* host = Host();
-    if (!host || m_storagePath.IsEmpty() || CVxUtils::ContainsPath(path, m_storagePath) || !FileExists(path))
+    if (!host || m_storagePath.IsEmpty() || CVxUtils::ContainsPath(path, m_storagePath) ||
+        !FileExists(path) || !MayEmbed(path) || !VX_IsPlainFile(path))
         return path;
     for (const auto& [source, stored] : m_storedFiles)
         if (source == path && CVxUtils::CheckTwoFilesIdentical(path, stored))
@@ -816,13 +836,18 @@ CVxStringW CVxProject::AddFileToProject(const CVxStringW& path)
     return target;
 }
 
+bool CVxProject::MayEmbed(const CVxStringW& path) const
+{
+    return std::find(m_refusedFiles.begin(), m_refusedFiles.end(), path) == m_refusedFiles.end();
+}
+
 bool CVxProject::OnPathTransformToAbsolute(CVxStringW& result, const CVxStringW& path,
                                            const CVxStringW& baseFolder)
 {
     if (path.IsEmpty())
         return false;
     const CVxStringW full = CVxUtils::MakeFullPath(path, baseFolder);
-    if (!FileExists(full))
+    if (!FileExists(full) || !VX_IsPlainFile(full))
         return false;
     result = AddFileToProject(full);
     return true;
@@ -851,6 +876,10 @@ bool CVxProject::SaveToFile(const CVxStringW& path, bool compressed,
     // Everything goes to a file beside the target, which replaces the
     // target only once it is complete and on the disk.
     const CVxStringW temp = VX_SafeSaveTempPath(path);
+    if (!VX_SafeSaveCreateTemp(path)) {
+        VxTrace("Error opening file for writing: %s\n", Utf8(path).c_str());
+        return false;
+    }
     CVxStringW textPath;
     std::unique_ptr<CVxIniWriter> writer;
     CVxCompressIniWriter* container = nullptr;
@@ -1001,6 +1030,7 @@ bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileIn
     }
     if (missingFiles)
         *missingFiles = reader.GetMissingFiles();
+    m_refusedFiles = reader.GetRefusedFiles();
     m_modified = false;
     return true;
 }
@@ -1023,6 +1053,9 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
         return false;
     CVxStringW mainFile;
     bool damaged = false;
+    IVxAppHelperCallback* host = Host();
+    reader->SetUnpackBudget(
+        CVxCompressedFileReader::UnpackBudgetFor(host ? host->FileSize(reader->GetPath()) : 0));
     while (!reader->GetSectionName().IsEmpty()) {
         if (reader->GetSectionName() == "File") {
             CVxCompressedFileReader entry(m_storagePath, CVxStringW(L".pvp"));

@@ -88,6 +88,9 @@ public:
     // The copy of a file that the project keeps in its unpack folder, made
     // on first use. A different file of a name already taken gets a new name.
     CVxStringW AddFileToProject(const CVxStringW& path) override;
+    // False for a file that the project's text named outside the project's
+    // folders: it stays a reference and never becomes part of the project.
+    bool MayEmbed(const CVxStringW& path) const override;
     // Makes the unpack folder when the project has none yet.
     void VerifyStoragePathExists();
     // Deletes the unpack folder, if it is one of the program's own.
@@ -205,6 +208,9 @@ public:
     CVxStringW m_thumbnailPath;
     // Source path and stored path of each file kept in the project.
     std::list<std::pair<CVxStringW, CVxStringW>> m_storedFiles;
+    // Files that the loaded text named but that lie outside the project's
+    // folders; they count as missing.
+    std::vector<CVxStringW> m_refusedFiles;
     unsigned m_defFloorColor = 0xFFFFFF;
     unsigned m_defWallsColor = 0x808080;
     unsigned m_defWalls3DColor = 0xFFFFFF;

@@ -64,6 +64,11 @@ void CVxProject::MergeProject(CVxProject* second, const CVxDPoint& shift, const 
     if (secondShift.x != 0 || secondShift.y != 0)
         second->MoveAllObjects(secondShift.x, secondShift.y, 0);
 
+    // What the second project's text named outside its folders stays
+    // refused in the merged one.
+    for (const CVxStringW& refused : second->m_refusedFiles)
+        if (std::find(m_refusedFiles.begin(), m_refusedFiles.end(), refused) == m_refusedFiles.end())
+            m_refusedFiles.push_back(refused);
     const size_t ownCount = m_floors.size();
     for (size_t i = 0; i < second->m_floors.size(); ++i) {
         const CVxFloor& floor = *second->m_floors[i];

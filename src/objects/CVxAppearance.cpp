@@ -65,7 +65,7 @@ CVxStringW RelativePath(const CVxStringW& path, CVxIniWriter* writer)
     if (!writer || path.IsEmpty())
         return path;
     CVxStringW copy(path);
-    return writer->MakeRelativePath(copy);
+    return writer->MakeRelativePathAs(copy, EVxFileRole::Picture);
 }
 
 CVxStringW AbsolutePath(const CVxStringW& path, CVxIniFileReader* reader)

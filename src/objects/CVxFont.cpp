@@ -1,11 +1,17 @@
 #include "CVxFont.h"
 
+#include "CVxIniFileReader.h"
 #include "CVxStringTokenizer.h"
 #include "VxNumbers.h"
 
 #include <QFont>
 
 #include <vector>
+
+namespace {
+// Points; text is laid out glyph by glyph at this size times the zoom.
+constexpr double kMaxFontSize = 1000;
+} // namespace
 
 CVxStringW CVxFont::SaveToString() const
 {
@@ -23,7 +29,7 @@ void CVxFont::LoadFromString(const CVxStringW& text)
     if (tokens.size() > 0)
         m_name = tokens[0];
     if (tokens.size() > 1)
-        m_size = DblLoad(tokens[1], m_size);
+        m_size = CVxIniFileReader::ToDoubleInRange(tokens[1], m_size, 0, kMaxFontSize, "FontSize");
     SetStyleWord(tokens.size() > 4 ? tokens[4].ToIntDef(0) : 0);
 }
 

@@ -27,6 +27,7 @@ constexpr double kEps = 1e-7;
 constexpr unsigned kDefaultShininess = 20;
 // Beyond this a coordinate or size can only come from a damaged file.
 constexpr double kMaxCoordinate = 1e11;
+constexpr double kMaxLineThick = 1000;
 // Room reserved for announced members; the rest grows as members arrive.
 constexpr int64_t kMaxReservedMembers = 256;
 // Old door symbols, from before doors hung in walls.
@@ -89,10 +90,10 @@ CVxStringW AbsolutePath(CVxIniFileReader* reader, const CVxStringW& path)
     return reader ? reader->MakeAbsolutePath(path) : path;
 }
 
-CVxStringW RelativePath(CVxIniWriter* writer, const CVxStringW& path)
+CVxStringW RelativePath(CVxIniWriter* writer, const CVxStringW& path, EVxFileRole role)
 {
     CVxStringW copy = path;
-    return writer->MakeRelativePath(copy);
+    return writer->MakeRelativePathAs(copy, role);
 }
 
 void RepairCoordinate(double& value)
@@ -345,12 +346,12 @@ void CVxPart::SaveToFile(CVxIniWriter* writer, const CVxStringA& section, bool f
     }
 
     writer->WriteString("FileLink", fileLink);
-    writer->WriteString("SoundClip", RelativePath(writer, soundClip));
+    writer->WriteString("SoundClip", RelativePath(writer, soundClip, EVxFileRole::Sound));
     if (appTag != 0)
         writer->WriteInteger("AppTag", static_cast<int>(appTag));
     if (HasCap(capHandle))
         writer->WriteBool("Opened", opened);
-    writer->WriteString("OverlayTexture", RelativePath(writer, overlayTexture));
+    writer->WriteString("OverlayTexture", RelativePath(writer, overlayTexture, EVxFileRole::Picture));
     if (price != 0)
         writer->WriteInteger("Price", price);
     writer->WriteString("CustomID", customID);
@@ -363,11 +364,11 @@ void CVxPart::SaveToFile(CVxIniWriter* writer, const CVxStringA& section, bool f
     if (lib3DImgIdx != -1) {
         writer->WriteInteger("Lib3DImgIdx", lib3DImgIdx);
         if (!lib3DImgPng.IsEmpty())
-            writer->WriteString("Lib3DImgPng", RelativePath(writer, lib3DImgPng));
+            writer->WriteString("Lib3DImgPng", RelativePath(writer, lib3DImgPng, EVxFileRole::Picture));
     }
 
     if (!wrlProto.IsEmpty()) {
-        writer->WriteString("WrlProto", RelativePath(writer, wrlProto));
+        writer->WriteString("WrlProto", RelativePath(writer, wrlProto, EVxFileRole::Model));
         writer->WriteString("WrlPrototype", wrlPrototype);
         writer->WriteBool("WrlProtoStd", wrlProtoStd);
         if (wrlProtoWidth != 1.0f)
@@ -497,8 +498,10 @@ void CVxPart::RepairAfterLoad(CVxIniFileReader* reader)
     }
 
     // 7.
-    if (!overlayTexture.IsEmpty())
+    if (!overlayTexture.IsEmpty()) {
         overlayTexture = CVxUtils::MakeFullPath(overlayTexture, reader->GetFolder());
+        reader->AcceptReference(overlayTexture);
+    }
     lib3DImgPng = AbsolutePath(reader, lib3DImgPng);
     wrlProto = AbsolutePath(reader, wrlProto);
     soundClip = AbsolutePath(reader, soundClip);
@@ -664,7 +667,9 @@ void CVxPart::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVx
         lineEnds = CVxIniFileReader::ToInt(value, lineEnds);
         break;
     case EVxPartKey::kLineThick:
-        lineThick = ReadFloat(value, lineThick);
+        // Pens are drawn this many pixels wide, times the zoom.
+        lineThick = static_cast<float>(
+            CVxIniFileReader::ToDoubleInRange(value, lineThick, 0, kMaxLineThick, "LineThick"));
         break;
     case EVxPartKey::kFillStyle:
         fillStyle = CVxIniFileReader::ToInt(value, fillStyle);

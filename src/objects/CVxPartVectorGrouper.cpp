@@ -5,8 +5,6 @@
 namespace {
 // From this version groups and tables say how many members follow.
 constexpr int kVersionMemberCounts = 900;
-// Cells that any table may make for itself whatever the budget holds.
-constexpr int64_t kFreeCells = 1024;
 
 bool IsContainer(const CVxPart& part)
 {
@@ -112,18 +110,19 @@ void CVxPartVectorGrouper::FinalizePart(CVxPart& part)
         if (current->type == ptTable) {
             int rows = 1, cols = 1;
             current->GetTableRowsCols(rows, cols);
-            // Cells that the file holds, and a few more, are always granted;
-            // big empty tables share the budget.
-            const int64_t granted =
-                std::max<int64_t>(static_cast<int64_t>(current->subParts.size()), kFreeCells);
+            // The cells that the file holds are granted; every cell beyond
+            // them comes out of the budget that all tables of the run share,
+            // so that thousands of empty tables of the largest size cost no
+            // more than two.
+            const int64_t held = static_cast<int64_t>(current->subParts.size());
             const int64_t wanted = static_cast<int64_t>(rows) * cols;
-            if (wanted > granted) {
-                const int64_t allowed = std::max(granted, m_cellBudget);
+            if (wanted > held) {
+                const int64_t allowed = std::max<int64_t>(1, held + std::max<int64_t>(0, m_cellBudget));
                 if (wanted > allowed) {
                     cols = static_cast<int>(std::min<int64_t>(cols, allowed));
                     rows = static_cast<int>(std::max<int64_t>(1, allowed / cols));
                 }
-                m_cellBudget -= std::max<int64_t>(0, static_cast<int64_t>(rows) * cols - granted);
+                m_cellBudget -= std::max<int64_t>(0, static_cast<int64_t>(rows) * cols - held);
             }
             current->SetTableRowsCols(rows, cols);
         }

@@ -1,5 +1,7 @@
 #include "CVxPicBuf.h"
 
+#include "VxReferencedFile.h"
+
 #include <QImageReader>
 #include <QString>
 
@@ -80,6 +82,10 @@ bool CVxPicBuf::Create(int width, int height, int components)
 
 bool CVxPicBuf::CreateFromFile(const CVxStringW& path)
 {
+    // A project may name a FIFO or a device as its picture; reading one
+    // would wait or never end.
+    if (!VX_IsPlainFile(path))
+        return false;
     QImageReader reader(path.ToQString());
     reader.setAutoTransform(true);
     QImage image = reader.read();
@@ -110,6 +116,8 @@ bool CVxPicBuf::SaveToFile(const CVxStringW& path, int quality) const
 
 bool CVxPicBuf::GetFileDimensions(const CVxStringW& path, int& width, int& height)
 {
+    if (!VX_IsPlainFile(path))
+        return false;
     QImageReader reader(path.ToQString());
     reader.setAutoTransform(true);
     const QSize size = reader.size();

@@ -138,6 +138,7 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     CVxUtils::AcquireInstanceLock();
     VxTrace("Init - project temp dir: %s\n", VX_StringToUTF8(CVxUtils::GetProjectsTempPath()).c_str());
     CVxUtils::DeleteUserAppDataProjects();
+    CVxUtils::RemoveTempFoldersOfDeadRuns();
 
     if (options->m_mainWndWidth > 0 && options->m_mainWndHeight > 0) {
         setGeometry(options->m_mainWndLeft, options->m_mainWndTop, options->m_mainWndWidth,

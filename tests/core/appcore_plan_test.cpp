@@ -15,6 +15,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 class AppCorePlan : public ::testing::Test
 {
 protected:
@@ -444,5 +446,41 @@ TEST_F(AppCorePlan, AZoomStepTurnsOnlyTheCornersOfObjectsInView)
         part.GetCachedDrawingRect(&drawn, 7, 11, 4.0);
         EXPECT_TRUE(culled.left == drawn.left && culled.top == drawn.top && culled.right == drawn.right &&
                     culled.bottom == drawn.bottom);
+    }
+}
+
+namespace {
+// Counts the lines drawn instead of judging pixels.
+class CVxLineCountingDC : public CVxQtDC
+{
+public:
+    using CVxQtDC::CVxQtDC;
+    void Line(int x1, int y1, int x2, int y2) override
+    {
+        ++lines;
+        CVxQtDC::Line(x1, y1, x2, y2);
+    }
+    long lines = 0;
+};
+} // namespace
+
+TEST_F(AppCorePlan, TheGridDrawsNoMoreLinesThanTheSheetHoldsWhateverItsSize)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    const int width = 400;
+    const int height = 300;
+    // Values that no file can set any more, and the zoom of a deep look.
+    for (const double grid : {std::nan(""), HUGE_VAL, 1e300, 1e10, 1e-300, 0.01}) {
+        for (const double zoom : {1.0, 1e6}) {
+            project.m_gridSize = grid;
+            core->SetZoom(zoom);
+            CVxLineCountingDC plain(width, height, false);
+            core->DrawProject(&plain, -1000000, -1000000, VxRECT{0, 0, width, height}, 0);
+            CVxLineCountingDC dc(width, height, false);
+            core->DrawProject(&dc, -1000000, -1000000, VxRECT{0, 0, width, height},
+                              CVxAppCore::drawGrid | CVxAppCore::drawGridLabels);
+            EXPECT_LE(dc.lines - plain.lines, 2 * (width / 3 + 2)) << grid << " at zoom " << zoom;
+        }
     }
 }

@@ -81,7 +81,7 @@ TEST(CompressIniWriter, MissingFilesFollowTheUsersDecision)
     std::list<CVxMissingFileInfo> decisions;
     decisions.emplace_back(VxTempPath(L"dropped.png"), CVxMissingFileInfo::VX_MISSING_REMOVE);
     decisions.emplace_back(VxTempPath(L"old.png"), CVxMissingFileInfo::VX_MISSING_REPLACE);
-    decisions.back().replacementPath = VxWriteTempFile(L"new.png", "new");
+    decisions.back().replacementPath = VxWriteTempFile(L"new.png", "\x89PNG\r\n\x1A\nnew");
     CVxCompressIniWriter writer(VxTempPath(L"decided.pvp"), VxTempPath(L"decided.txt"), nullptr);
     writer.SetMissingFiles(&decisions);
     CVxStringW dropped = VxTempPath(L"dropped.png");
@@ -89,7 +89,7 @@ TEST(CompressIniWriter, MissingFilesFollowTheUsersDecision)
     EXPECT_TRUE(writer.MakeRelativePath(dropped).IsEmpty());
     EXPECT_EQ(writer.MakeRelativePath(replaced), L"new.png");
     writer.Finalize();
-    EXPECT_NE(VxReadWholeFile(VxTempPath(L"decided.pvp")).find("Name=new.png\r\nDataSize=3\r\nnew"),
+    EXPECT_NE(VxReadWholeFile(VxTempPath(L"decided.pvp")).find("Name=new.png\r\nDataSize=11\r\n\x89PNG"),
               std::string::npos);
 }
 

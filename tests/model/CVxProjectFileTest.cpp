@@ -185,10 +185,12 @@ TEST(ProjectFile, PicturesAreStoredOnceAndSameNamesFromTwoFoldersBothKept)
 {
     CVxProject project;
     CVxFloor* floor = project.GetFloor();
-    const CVxStringW oak = WriteFile("pics/a/wood.png", "oak");
+    // Only what reads as a picture is embedded as one.
+    const std::string png = "\x89PNG\r\n\x1A\n";
+    const CVxStringW oak = WriteFile("pics/a/wood.png", png + "oak");
     *floor->GetNewObject() = Box(0, L"Table", oak);
     *floor->GetNewObject() = Box(100, L"Shelf", oak);
-    *floor->GetNewObject() = Box(200, L"Door", WriteFile("pics/b/wood.png", "pine"));
+    *floor->GetNewObject() = Box(200, L"Door", WriteFile("pics/b/wood.png", png + "pine"));
     const CVxStringW path = TempPath("pics/house.pvp");
     ASSERT_TRUE(project.SaveToFile(path, true, nullptr));
     const std::string written = ReadFile(path);
@@ -201,8 +203,8 @@ TEST(ProjectFile, PicturesAreStoredOnceAndSameNamesFromTwoFoldersBothKept)
     const std::vector<CVxPart>& parts = read.GetFloor()->m_objects;
     ASSERT_EQ(parts.size(), 3u);
     EXPECT_TRUE(parts[0].appearFill.GetTexture().StartsWith(storage));
-    EXPECT_EQ(ReadFile(parts[1].appearFill.GetTexture()), "oak");
-    EXPECT_EQ(ReadFile(parts[2].appearFill.GetTexture()), "pine");
+    EXPECT_EQ(ReadFile(parts[1].appearFill.GetTexture()), png + "oak");
+    EXPECT_EQ(ReadFile(parts[2].appearFill.GetTexture()), png + "pine");
     // Opening another project gives the unpacked files up.
     read.LoadFromFile(path, nullptr, nullptr, false, 0);
     EXPECT_FALSE(QDir(storage.ToQString()).exists());
@@ -325,6 +327,7 @@ TEST(ProjectFile, FailedOrKilledSavesLeaveThePreviousFile)
     std::mt19937 random(7);
     for (char& c : noise)
         c = static_cast<char>(random());
+    noise.replace(0, 12, "RIFF\x10\0\0\0WAVE", 12);
     project.m_attachments.m_items.push_back({WriteFile("safe/noise.wav", noise), {}, 0, 0, L""});
     const pid_t child = fork();
     ASSERT_GE(child, 0);
