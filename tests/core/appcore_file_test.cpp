@@ -387,10 +387,13 @@ protected:
             seed = seed * 1103515245u + 12345u;
             byte = static_cast<char>(seed >> 24);
         }
-        QByteArray shortSize = house;
         // The main text claims fewer bytes than its stream holds.
-        ASSERT_TRUE(shortSize.contains("UncpSize=29631"));
-        shortSize.replace("UncpSize=29631", "UncpSize=20000");
+        QByteArray shortSize = house;
+        const int key = shortSize.indexOf("UncpSize=") + 9;
+        const int end = shortSize.indexOf('\r', key);
+        ASSERT_GT(end, key);
+        const int size = shortSize.mid(key, end - key).toInt();
+        shortSize.replace(key, end - key, QByteArray::number(size / 2));
         QByteArray corrupt = house;
         for (int i = 2400; i < 2440; ++i)
             corrupt[i] = static_cast<char>(corrupt[i] ^ 0x5A);
