@@ -55,6 +55,12 @@ void CVxAppHelperQt::GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxSt
     }
 }
 
+void CVxAppHelperQt::HideSplashScreen()
+{
+    if (s_splash)
+        s_splash->hide();
+}
+
 int CVxAppHelperQt::MsgBox(const CVxStringW& text, const CVxStringW& caption, unsigned flags, void* parent,
                            EVxMsgButton defaultButton, EVxMsgButton /*escapeButton*/)
 {

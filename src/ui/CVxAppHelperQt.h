@@ -4,12 +4,18 @@
 
 #include "CVxAppHelperHeadless.h"
 
+class QWidget;
+
 class CVxAppHelperQt : public CVxAppHelperHeadless
 {
 public:
     CVxAppHelperQt();
 
     bool IsDeviceInTouchMode() override { return IsTouchOnlyDevice(); }
+    // The splash screen of the start, so that a question asked before the
+    // window shows is not hidden behind it; null once it is gone.
+    static void SetSplashScreen(QWidget* splash) { s_splash = splash; }
+    void HideSplashScreen() override;
     int GetLogicalDpi() override;
     int MsgBox(const CVxStringW& text, const CVxStringW& caption, unsigned flags, void* parent = nullptr,
                EVxMsgButton defaultButton = VX_MB_NONE, EVxMsgButton escapeButton = VX_MB_NONE) override;
@@ -39,4 +45,7 @@ public:
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,
                                      CVxStringW& save);
+
+private:
+    static inline QWidget* s_splash = nullptr;
 };

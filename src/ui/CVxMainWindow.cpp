@@ -263,7 +263,10 @@ void CVxMainWindow::ParseCommandLine(const QStringList& arguments, CVxStringW& a
         } else if (argument == QStringLiteral("-newinstance")) {
             CVxUtils::SetRunFromAnotherInstance(true);
         } else if (!argument.isEmpty() && m_commandLineFile.IsEmpty()) {
-            m_commandLineFile = CVxStringW(argument).FromWinPath();
+            // Messages about the file name it in full, whatever the
+            // folder the program was started from.
+            m_commandLineFile =
+                CVxStringW(QFileInfo(CVxStringW(argument).FromWinPath().ToQString()).absoluteFilePath());
         }
     }
 }

@@ -1,5 +1,6 @@
 // Plaveno: design homes and rooms, floor by floor.
 
+#include "CVxAppHelperQt.h"
 #include "CVxMainWindow.h"
 
 #include <QApplication>
@@ -23,10 +24,12 @@ int main(int argc, char* argv[])
 
     QSplashScreen splash(QPixmap(QStringLiteral(":/icons/splash.png")));
     splash.show();
+    CVxAppHelperQt::SetSplashScreen(&splash);
     QApplication::processEvents();
 
     CVxMainWindow window;
     window.show();
     splash.finish(&window);
+    CVxAppHelperQt::SetSplashScreen(nullptr);
     return QApplication::exec();
 }
