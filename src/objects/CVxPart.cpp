@@ -162,6 +162,7 @@ void CVxPart::AssignFields(Source&& o)
     price = o.price;
     customID = pass(o.customID);
     comment = pass(o.comment);
+    keptPayload = pass(o.keptPayload);
     if constexpr (take) {
         picture = std::exchange(o.picture, nullptr);
         thumb = std::exchange(o.thumb, nullptr);
@@ -260,6 +261,7 @@ void CVxPart::Reset()
     price = 0;
     customID.Empty();
     comment.Empty();
+    keptPayload.Empty();
     polygon.Zero();
     libObjID = 0;
     library.Empty();

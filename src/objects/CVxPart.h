@@ -342,6 +342,10 @@ public:
     int32_t price;
     CVxStringW customID;
     CVxStringW comment;
+    // The "Payload" text of a class this program does not know, from a newer
+    // file or one whose class is not built in: written back as it came, so
+    // that opening and saving loses nothing.
+    CVxStringW keptPayload;
     CVxDPolygon polygon;
     int32_t libObjID;
     CVxStringW library;

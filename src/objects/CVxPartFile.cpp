@@ -395,6 +395,8 @@ void CVxPart::SaveToFile(CVxIniWriter* writer, const CVxStringA& section, bool f
         writer->WriteInteger("SnapRegion", snapRegion);
     if (payload)
         writer->WriteString("Payload", payload->Serialize());
+    else if (!keptPayload.IsEmpty())
+        writer->WriteString("Payload", keptPayload);
 
     // In files a member is known by its group's number: the number that the
     // group itself stands under in the file, which a member group takes from
@@ -749,6 +751,10 @@ void CVxPart::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVx
         break;
     case EVxPartKey::kPayload:
         SetPayload(CVxPartPayload::CreateFromString(value));
+        if (payload)
+            keptPayload.Empty();
+        else
+            keptPayload = value;
         break;
     case EVxPartKey::kLibObjID:
         libObjID = CVxIniFileReader::ToInt(value, libObjID);

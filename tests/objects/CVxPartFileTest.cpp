@@ -261,6 +261,24 @@ TEST(PartFile, DamagedNumbersAreRepaired)
     EXPECT_EQ(1u, part.libraryMask);
 }
 
+TEST(PartFile, APayloadOfAnUnknownClassIsWrittenBackAsItCame)
+{
+    const char* payload = "Stairs:Steps=14|Rise=17.5|Landing=1";
+    const CVxPart part = LoadOne((CVxStringA("Width=120\r\nPayload=") + payload + "\r\n").c_str());
+    EXPECT_EQ(part.GetPayload(), nullptr);
+    // Through a copy and a second file, as saving an opened project does.
+    const CVxPart copy = part;
+    const std::vector<CVxPart> reread = LoadText(SaveText(copy));
+    ASSERT_EQ(reread.size(), 1u);
+    const CVxPart& again = reread[0];
+    const std::vector<std::string> keys = KeysOf(SaveText(again), "Part1");
+    EXPECT_TRUE(Has(keys, "Payload"));
+    EXPECT_NE(SaveText(again).Find(CVxStringA("Payload=") + payload), -1);
+    CVxPart reset = again;
+    reset.Reset();
+    EXPECT_FALSE(Has(KeysOf(SaveText(reset), "Part1"), "Payload"));
+}
+
 TEST(PartFile, MissingValuesTakeDefaults)
 {
     const CVxOptions* options = VX_GetOptions();
