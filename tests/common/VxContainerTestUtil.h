@@ -12,12 +12,12 @@ inline const std::string& VxContainerHead()
     return head;
 }
 
-inline std::string VxDeflate(const std::string& data)
+inline std::string VxDeflate(const std::string& data, int level = 1)
 {
     uLongf size = compressBound(static_cast<uLong>(data.size()));
     std::string out(size, '\0');
     compress2(reinterpret_cast<Bytef*>(out.data()), &size, reinterpret_cast<const Bytef*>(data.data()),
-              static_cast<uLong>(data.size()), 1);
+              static_cast<uLong>(data.size()), level);
     out.resize(size);
     return out;
 }

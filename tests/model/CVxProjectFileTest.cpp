@@ -21,28 +21,6 @@
 
 namespace {
 
-CVxStringW TempPath(const QString& name)
-{
-    const CVxStringW path = VxTestTempFolder() + CVxStringW(name);
-    QDir().mkpath(path.ExtractFileFolder().ToQString());
-    return path;
-}
-
-CVxStringW WriteFile(const QString& name, const std::string& bytes)
-{
-    const CVxStringW path = TempPath(name);
-    QFile file(path.ToQString());
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    return path;
-}
-
-std::string ReadFile(const CVxStringW& path)
-{
-    QFile file(path.ToQString());
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "<missing>";
-}
-
 CVxPart Box(double x, const wchar_t* caption, const CVxStringW& texture = CVxStringW())
 {
     CVxPart part;

@@ -5,6 +5,7 @@
 #include "CVxFloor.h"
 #include "CVxPartVectorGrouper.h"
 #include "CVxProject.h"
+#include "VxModelTestUtil.h"
 #include "VxTestEnv.h"
 
 #include <QDir>
@@ -17,22 +18,6 @@
 #include <list>
 
 namespace {
-
-CVxStringW WriteFile(const QString& name, const std::string& bytes)
-{
-    const CVxStringW path = VxTestTempFolder() + CVxStringW(name);
-    QDir().mkpath(path.ExtractFileFolder().ToQString());
-    QFile file(path.ToQString());
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes.data(), static_cast<qint64>(bytes.size()));
-    return path;
-}
-
-std::string ReadFile(const CVxStringW& path)
-{
-    QFile file(path.ToQString());
-    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "<missing>";
-}
 
 std::string Plain(const std::string& room, const std::string& parts)
 {

@@ -8,11 +8,38 @@
 #include "CVxStringWriter.h"
 #include "IVxReadIniClient.h"
 #include "VxEps.h"
+#include "VxTestEnv.h"
+
+#include <QDir>
+#include <QFile>
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <string>
+
+// A path below the test program's temporary folder, its folders made.
+inline CVxStringW TempPath(const QString& name)
+{
+    const CVxStringW path = VxTestTempFolder() + CVxStringW(name);
+    QDir().mkpath(path.ExtractFileFolder().ToQString());
+    return path;
+}
+
+inline CVxStringW WriteFile(const QString& name, const std::string& bytes)
+{
+    const CVxStringW path = TempPath(name);
+    QFile file(path.ToQString());
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+    return path;
+}
+
+inline std::string ReadFile(const CVxStringW& path)
+{
+    QFile file(path.ToQString());
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "<missing>";
+}
 
 // Reads the section `name` of record text into `client`; false when the text
 // has no such section.
