@@ -20,6 +20,8 @@ CVxAppCore::CVxAppCore()
     // Every number in every file is a C-locale decimal.
     setlocale(LC_NUMERIC, "C");
     srand(static_cast<unsigned>(time(nullptr)));
+    m_undo = std::make_unique<CVxUndoManager>(&m_project);
+    m_undo->SetUndoLimit(undoLimit);
 }
 
 CVxAppCore::~CVxAppCore() = default;
@@ -59,6 +61,9 @@ void CVxAppCore::InitProject()
     UpdateFloorPlan();
     m_zoom = m_project.m_baseZoom;
     m_missingFiles.clear();
+    // A new project starts without history.
+    m_undo->Reinitialize(nullptr);
+    m_undoArmed = true;
 }
 
 void CVxAppCore::UpdateFloorPlan()
@@ -110,6 +115,7 @@ void CVxAppCore::TransformConvertUnit(int from, int to)
 {
     if (from < 0 || to < 0 || !CVxUnits::IsValid(from) || !CVxUnits::IsValid(to))
         return;
+    CatchUndoRoom(true);
     m_project.ConvertUnit(from, to, &m_floorPlan);
     AfterTransform();
 }
@@ -120,6 +126,7 @@ void CVxAppCore::TransformShift(double dx, double dy)
         dx = 0;
     if (dy <= -m_project.m_height)
         dy = 0;
+    CatchUndoRoom(true);
     m_project.MoveAllObjects(dx, dy, 0);
     AfterTransform();
 }
@@ -128,18 +135,21 @@ void CVxAppCore::TransformScale(double factor)
 {
     if (factor < 1e-7)
         return;
+    CatchUndoRoom(true);
     m_project.ScaleAllObjects(factor, factor, factor, false, false);
     AfterTransform();
 }
 
 void CVxAppCore::TransformRotate(int degrees)
 {
+    CatchUndoRoom(true);
     m_project.RotateAllObjects(degrees);
     AfterTransform();
 }
 
 void CVxAppCore::TransformFlip(bool vertical)
 {
+    CatchUndoRoom(true);
     m_project.MirrorAllObjects(vertical);
     AfterTransform();
 }

@@ -11,11 +11,13 @@
 #include "CVxSpriteCache.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
+#include "CVxUndoManager.h"
 #include "IVxSpecialEditor.h"
 #include "VxDrawFlags.h"
 #include "VxIntGeometry.h"
 
 #include <list>
+#include <memory>
 #include <vector>
 
 class CVxDC;
@@ -206,7 +208,6 @@ public:
     // gets ".pvp".
     CVxStringW AskProjectSaveFileName();
 
-    // The second project of a merge, in the unit of `current`.
     // The second project of a merge, in the unit of `current`, under the
     // opening rules of LoadProjectForUser.
     static bool LoadProjectForMerge(const CVxStringW& path, const CVxProject& current, CVxProject* second,
@@ -215,6 +216,25 @@ public:
     // CVxProject::MergeProject) and becomes the project; `second` is reset.
     void MergeProjects(CVxProject* merged, CVxProject* second, const CVxDPoint& shift,
                        const CVxDPoint& secondShift, bool createNewFloor);
+
+    // Undo by snapshots of the whole project. Every command that changes
+    // the document calls CatchUndoRoom first. An armed call keeps the state
+    // before the change; with armNext false the calls that follow keep
+    // nothing, so that a drag calling it at every move is one step, and its
+    // release arms the next step with CatchUndoRoom(true).
+    void CatchUndoRoom(bool armNext);
+    bool CanUndo() const { return m_undo->CanUndo(); }
+    bool CanRedo() const { return m_undo->CanRedo(); }
+    bool MakeUndo();
+    bool MakeRedo();
+    // Copies into `restored`, the snapshot about to come back, what the user
+    // thinks of as settings of the document rather than edits of the plan,
+    // so that undo and redo never take them back: print set-up, comments,
+    // attachments, local coordinates, the background scan, the files kept
+    // with the project.
+    static void PreserveInfoInUndo(CVxProject* restored, const CVxProject* current);
+    CVxUndoManager& GetUndoManager() { return *m_undo; }
+    static constexpr unsigned undoLimit = 40;
 
     CVxFileChangeMonitor& GetFileMonitor() { return m_fileMonitor; }
     // The watcher saw the project's file change. True asks the host to
@@ -226,6 +246,8 @@ public:
 
 private:
     void AfterTransform();
+    // Undo and redo alike, once the slot to restore is known.
+    void RestoreUndoSlot(CVxProject* slot);
     // The floor whose local coordinates apply, null when none do.
     const CVxFloor* LocalCoordsFloor() const;
     // True when the background scan was drawn.
@@ -252,6 +274,9 @@ private:
     CVxStringW m_projectPath;
     CVxStringW m_appFolder;
     CVxFileChangeMonitor m_fileMonitor;
+    std::unique_ptr<CVxUndoManager> m_undo;
+    // The next CatchUndoRoom keeps a step.
+    bool m_undoArmed = true;
     int m_firstSelected = -1;
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;

@@ -244,6 +244,8 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
         m_fileMonitor.StartMonitoring(path);
     }
 
+    m_undo->Reinitialize(nullptr);
+    m_undoArmed = true;
     m_zoom = m_project.m_baseZoom;
     m_firstSelected = -1;
     if (atStart)
@@ -391,6 +393,8 @@ bool CVxAppCore::SaveMainProject()
         return false;
     }
     m_project.m_modified = false;
+    // Every kept state now differs from the file.
+    m_undo->SetModifiedFlagToAllRooms();
     if (host) {
         host->RefreshMainViewCaption();
         host->EnableUndoButtons();
@@ -488,7 +492,7 @@ void CVxAppCore::MergeProjects(CVxProject* merged, CVxProject* second, const CVx
     if (!merged || !second)
         return;
     merged->MergeProject(second, shift, secondShift, createNewFloor);
-    // The undo step of the merge is caught here once the undo stack exists.
+    CatchUndoRoom(true);
     merged->CopyTo(&m_project);
     // The files that the merged objects refer to stay in the second
     // project's unpack folder until the project is saved, so it is reset

@@ -200,6 +200,8 @@ void CVxAppHelperQt::UpdateProjectUI(bool zoomToFit, bool autoSize)
 
 void CVxAppHelperQt::EnableUndoButtons()
 {
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->EnableUndoButtons();
     RefreshMainViewCaption();
 }
 

@@ -296,6 +296,7 @@ void CVxMainWindow::CreateMenus()
         m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
 
     CreateProjectMenu();
+    CreateEditMenu();
     CreateViewMenu();
     CVxLocalize* loc = VX_GetLoc();
     const int toolbarTable = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
@@ -619,6 +620,25 @@ void CVxMainWindow::CreateProjectMenu()
         m_recentActions[i]->setVisible(false);
     }
     menu->addSeparator();
+}
+
+void CVxMainWindow::CreateEditMenu()
+{
+    const auto text = ToolbarText;
+    QMenu* menu = m_menus[MENU_EDIT];
+    m_undoAction = menu->addAction(text(18, L"Undo"), this, [] { VX_GetCore()->MakeUndo(); });
+    m_undoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
+    m_redoAction = menu->addAction(text(19, L"Redo"), this, [] { VX_GetCore()->MakeRedo(); });
+    m_redoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
+    EnableUndoButtons();
+}
+
+void CVxMainWindow::EnableUndoButtons()
+{
+    if (m_undoAction)
+        m_undoAction->setEnabled(VX_GetCore()->CanUndo());
+    if (m_redoAction)
+        m_redoAction->setEnabled(VX_GetCore()->CanRedo());
 }
 
 void CVxMainWindow::CreateViewMenu()

@@ -57,6 +57,8 @@ public:
     CVxMainScrollArea* GetScrollArea() const { return m_scrollArea; }
     CVxMainStatusBar* GetStatusBar() const { return m_statusBar; }
     QMenu* GetMenu(EVxMenu menu) const { return m_menus[menu]; }
+    // Undo and Redo follow what the core can do.
+    void EnableUndoButtons();
     QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
     const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
     bool IsFirstStart() const { return m_firstStart; }
@@ -117,6 +119,7 @@ private:
     void CreateDocks();
     void CreateProjectMenu();
     void CreateViewMenu();
+    void CreateEditMenu();
     void FillSamplesMenu();
     void OpenStartFile();
     // The first project file among dropped ones, or empty.
@@ -140,6 +143,8 @@ private:
     QMenu* m_newObjectPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
     QMenu* m_samplesMenu = nullptr;
+    QAction* m_undoAction = nullptr;
+    QAction* m_redoAction = nullptr;
     QAction* m_recentActions[4] = {};
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;

@@ -31,6 +31,7 @@ private slots:
     void statusBarShowsZoomAndProject();
     void ctrlWheelZoomsAboutThePointer();
     void zoomKeysAndZoomToSelection();
+    void undoAndRedoKeysFollowTheCore();
     void messageBoxButtonsCarryAccelerators();
     void exitWritesSettingsFile();
 };
@@ -164,6 +165,33 @@ void TestMainWindow::ctrlWheelZoomsAboutThePointer()
                        Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(area, &scroll);
     QCOMPARE(core->GetZoom(), expected);
+}
+
+void TestMainWindow::undoAndRedoKeysFollowTheCore()
+{
+    CVxMainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    CVxAppCore* core = VX_GetCore();
+    core->InitProject();
+    QMenu* edit = window.GetMenu(CVxMainWindow::MENU_EDIT);
+    QCOMPARE(edit->actions().size(), 2);
+    QAction* undo = edit->actions()[0];
+    QAction* redo = edit->actions()[1];
+    QCOMPARE(undo->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Z));
+    QCOMPARE(redo->shortcut(), QKeySequence(Qt::CTRL | Qt::Key_Y));
+    QVERIFY(!undo->isEnabled());
+
+    const double width = core->GetProject().m_width;
+    core->TransformScale(2);
+    QVERIFY(undo->isEnabled());
+    QTest::keyClick(&window, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(core->GetProject().m_width, width);
+    QVERIFY(!undo->isEnabled());
+    QVERIFY(redo->isEnabled());
+    QTest::keyClick(&window, Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(core->GetProject().m_width, 2 * width);
+    core->InitProject();
 }
 
 void TestMainWindow::zoomKeysAndZoomToSelection()
