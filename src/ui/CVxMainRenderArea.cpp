@@ -2,6 +2,7 @@
 
 #include "CVxAppCore.h"
 #include "CVxMainScrollArea.h"
+#include "CVxMainStatusBar.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "CVxQtDC.h"
@@ -99,6 +100,29 @@ void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
         return;
     }
     QWidget::mousePressEvent(event);
+}
+
+void CVxMainRenderArea::mouseMoveEvent(QMouseEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    const double zoom = core->GetZoom();
+    if (window && window->GetStatusBar() && zoom > 0) {
+        const VxRECT sheet = core->GetSheetRect();
+        const CVxProject& project = core->GetProject();
+        const QPointF at = event->position();
+        window->GetStatusBar()->SetMousePosition((at.x() - sheet.left) / zoom - project.m_spaceLeft,
+                                                 (at.y() - sheet.top) / zoom - project.m_spaceTop);
+    }
+    QWidget::mouseMoveEvent(event);
+}
+
+void CVxMainRenderArea::leaveEvent(QEvent* event)
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        if (window->GetStatusBar())
+            window->GetStatusBar()->ClearMousePosition();
+    QWidget::leaveEvent(event);
 }
 
 void CVxMainRenderArea::StopMiddleScrolling()

@@ -33,6 +33,9 @@ protected:
     // Ctrl and the wheel zoom about the pointer.
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    // The pointer's position goes to the status bar in plan coordinates.
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
 
 private:
     void OnScrollerTimer();

@@ -14,11 +14,17 @@ CVxMainStatusBar::CVxMainStatusBar(QWidget* parent) : QStatusBar(parent)
 {
     setSizeGripEnabled(true);
     setMinimumHeight(fontMetrics().height() + 8);
+    m_messageTimer.setSingleShot(true);
+    connect(&m_messageTimer, &QTimer::timeout, this, [this] { SetMessage(CVxStringW()); });
 }
 
-void CVxMainStatusBar::SetMessage(const CVxStringW& text)
+void CVxMainStatusBar::SetMessage(const CVxStringW& text, int timeoutMs)
 {
     m_message = text;
+    if (text.IsEmpty())
+        m_messageTimer.stop();
+    else
+        m_messageTimer.start(timeoutMs);
     update();
 }
 
@@ -27,6 +33,12 @@ void CVxMainStatusBar::SetMousePosition(double x, double y)
     m_mouseX = x;
     m_mouseY = y;
     m_hasMouse = true;
+    update();
+}
+
+void CVxMainStatusBar::ClearMousePosition()
+{
+    m_hasMouse = false;
     update();
 }
 
@@ -86,10 +98,6 @@ void CVxMainStatusBar::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     const QRect area = rect().adjusted(6, 0, -18, 0);
     painter.setPen(palette().color(QPalette::WindowText));
-    if (!m_message.IsEmpty()) {
-        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, m_message.ToQString());
-        return;
-    }
     const QString right = GetRightText().ToQString();
     const int rightWidth = painter.fontMetrics().horizontalAdvance(right);
     painter.drawText(area, Qt::AlignVCenter | Qt::AlignRight, right);

@@ -240,9 +240,23 @@ void TestMainWindow::statusBarShowsZoomAndProject()
     const QString right = bar->GetRightText().ToQString();
     QVERIFY2(right.startsWith(QStringLiteral("Zoom ")), qPrintable(right));
     QVERIFY2(right.contains(QStringLiteral("Project 740 x 540 cm")), qPrintable(right));
-    bar->SetMessage(CVxStringW(L"Autosave: The project was saved."));
+    // A message stands for a while, and the fields on the right stay.
+    bar->SetMessage(CVxStringW(L"Autosave: The project was saved."), 50);
     QCOMPARE(bar->GetLeftText().ToQString(), QStringLiteral("Autosave: The project was saved."));
-    bar->SetMessage(CVxStringW());
+    QCOMPARE(bar->GetRightText().ToQString(), right);
+    QTRY_COMPARE(bar->GetLeftText().ToQString(), QStringLiteral("Use Ctrl + mouse wheel to zoom."));
+
+    // The pointer over the plan, in the project's unit from the room's corner.
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    CVxAppCore* core = VX_GetCore();
+    const CVxProject& project = core->GetProject();
+    const VxRECT sheet = core->GetSheetRect();
+    const QPoint at(sheet.left + static_cast<int>((project.m_spaceLeft + 100) * core->GetZoom()),
+                    sheet.top + static_cast<int>((project.m_spaceTop + 50) * core->GetZoom()));
+    QTest::mouseMove(window.GetRenderArea(), at);
+    QTRY_VERIFY2(bar->GetRightText().ToQString().endsWith(QStringLiteral(" -- 100, 50")),
+                 qPrintable(bar->GetRightText().ToQString()));
 }
 
 void TestMainWindow::messageBoxButtonsCarryAccelerators()
