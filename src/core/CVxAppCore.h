@@ -217,6 +217,14 @@ public:
     void MergeProjects(CVxProject* merged, CVxProject* second, const CVxDPoint& shift,
                        const CVxDPoint& secondShift, bool createNewFloor);
 
+    // Floors as the user works them; adding, removing and swapping are
+    // undo steps, going to another floor is not.
+    bool AddNewFloor();
+    // With `ask`, only when the user agrees; the last floor stays.
+    bool RemoveCurrentFloor(bool ask);
+    bool SwapCurrentFloor(bool withHigher);
+    bool GoToFloor(int index);
+
     // Undo by snapshots of the whole project. Every command that changes
     // the document calls CatchUndoRoom first. An armed call keeps the state
     // before the change; with armNext false the calls that follow keep
@@ -246,6 +254,8 @@ public:
 
 private:
     void AfterTransform();
+    // The plan, the view and the host's floor controls for another floor.
+    void AfterFloorChange();
     // Undo and redo alike, once the slot to restore is known.
     void RestoreUndoSlot(CVxProject* slot);
     // The floor whose local coordinates apply, null when none do.

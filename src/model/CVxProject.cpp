@@ -97,6 +97,31 @@ CVxFloor* CVxProject::AddNewFloor()
     return floor;
 }
 
+bool CVxProject::RemoveFloor(int index)
+{
+    if (GetFloorCount() < 2 || index < 0 || index >= GetFloorCount())
+        return false;
+    delete m_floors[static_cast<size_t>(index)];
+    m_floors.erase(m_floors.begin() + index);
+    if (m_currentFloor > index || m_currentFloor >= GetFloorCount())
+        --m_currentFloor;
+    m_currentFloor = std::max(0, m_currentFloor);
+    return true;
+}
+
+bool CVxProject::SwapFloors(int first, int second)
+{
+    const int count = GetFloorCount();
+    if (first == second || first < 0 || second < 0 || first >= count || second >= count)
+        return false;
+    std::swap(m_floors[static_cast<size_t>(first)], m_floors[static_cast<size_t>(second)]);
+    if (m_currentFloor == first)
+        m_currentFloor = second;
+    else if (m_currentFloor == second)
+        m_currentFloor = first;
+    return true;
+}
+
 void CVxProject::Reset()
 {
     const CVxOptions* options = VX_GetOptions();

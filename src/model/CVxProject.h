@@ -105,6 +105,13 @@ public:
     // That floor, or GetFloor() for an index out of range.
     CVxFloor* GetSafeFloor(int index);
     int GetFloorCount() const { return static_cast<int>(m_floors.size()); }
+    // A floor on top of the others: the project rectangle walled round.
+    CVxFloor* AddNewFloor();
+    // The last floor can't go; the current floor stays where it was, or
+    // becomes the one below.
+    bool RemoveFloor(int index);
+    // Floors trade places; the current floor goes with its floor.
+    bool SwapFloors(int first, int second);
     bool IsModified() const { return m_modified; }
     // The last load met a container entry that could not be unpacked whole:
     // the project holds what could be read, not what was saved.
@@ -228,7 +235,6 @@ private:
     // Everything moves so that the walls start at the origin again.
     void MoveToOrigin();
     void DeleteFloors();
-    CVxFloor* AddNewFloor();
     void WriteProjectText(CVxIniWriter* writer);
     // The unpack folder of a file being opened.
     void SetStoragePathForFile(const CVxStringW& path, bool nested);

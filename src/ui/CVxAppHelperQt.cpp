@@ -198,6 +198,12 @@ void CVxAppHelperQt::UpdateProjectUI(bool zoomToFit, bool autoSize)
         window->AutoSizeWindow();
 }
 
+void CVxAppHelperQt::EnableFloorButtons()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->EnableFloorButtons();
+}
+
 void CVxAppHelperQt::EnableUndoButtons()
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())

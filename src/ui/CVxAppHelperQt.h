@@ -27,6 +27,7 @@ public:
     void DrawRoom(const VxRECT* dirty) override;
     void UpdateProjectUI(bool zoomToFit, bool autoSize) override;
     void EnableUndoButtons() override;
+    void EnableFloorButtons() override;
     void RefreshMainViewCursor() override;
     void SetMainViewCursor(EVxMouseCursor cursor) override;
     bool IsMainViewScrollBarVisible(bool horizontal) override;

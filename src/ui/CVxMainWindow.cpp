@@ -297,6 +297,7 @@ void CVxMainWindow::CreateMenus()
 
     CreateProjectMenu();
     CreateEditMenu();
+    CreateFloorMenu();
     CreateViewMenu();
     CVxLocalize* loc = VX_GetLoc();
     const int toolbarTable = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
@@ -641,23 +642,60 @@ void CVxMainWindow::EnableUndoButtons()
         m_redoAction->setEnabled(VX_GetCore()->CanRedo());
 }
 
+void CVxMainWindow::CreateFloorMenu()
+{
+    const auto text = ToolbarText;
+    QMenu* menu = m_menus[MENU_FLOOR];
+    CVxAppCore* core = VX_GetCore();
+    m_floorActions[0] = menu->addAction(text(73, L"Add New Floor"), this, [core] { core->AddNewFloor(); });
+    m_floorActions[1] =
+        menu->addAction(text(74, L"Remove Floor..."), this, [core] { core->RemoveCurrentFloor(true); });
+    menu->addSeparator();
+    m_floorActions[2] =
+        menu->addAction(text(75, L"Swap with Higher Floor"), this, [core] { core->SwapCurrentFloor(true); });
+    m_floorActions[3] =
+        menu->addAction(text(76, L"Swap with Lower Floor"), this, [core] { core->SwapCurrentFloor(false); });
+    menu->addSeparator();
+    m_floorActions[4] = menu->addAction(text(77, L"Go Up One Floor"), this,
+                                        [core] { core->GoToFloor(core->GetProject().m_currentFloor + 1); });
+    m_floorActions[4]->setShortcut(QKeySequence(Qt::Key_PageUp));
+    m_floorActions[5] = menu->addAction(text(78, L"Go Down One Floor"), this,
+                                        [core] { core->GoToFloor(core->GetProject().m_currentFloor - 1); });
+    m_floorActions[5]->setShortcut(QKeySequence(Qt::Key_PageDown));
+    EnableFloorButtons();
+}
+
+void CVxMainWindow::EnableFloorButtons()
+{
+    if (!m_floorActions[0])
+        return;
+    const CVxProject& project = VX_GetCore()->GetProject();
+    const int count = project.GetFloorCount();
+    const int current = project.m_currentFloor;
+    m_floorActions[1]->setEnabled(count > 1);
+    m_floorActions[2]->setEnabled(current + 1 < count);
+    m_floorActions[3]->setEnabled(current > 0);
+    m_floorActions[4]->setEnabled(current + 1 < count);
+    m_floorActions[5]->setEnabled(current > 0);
+}
+
 void CVxMainWindow::CreateViewMenu()
 {
     const auto text = ToolbarText;
     QMenu* menu = m_menus[MENU_VIEW];
     QAction* action = menu->addAction(text(32, L"Zoom In"), this, [this] { ZoomIn(false); });
-    action->setShortcuts({QKeySequence(QKeySequence::ZoomIn), QKeySequence(Qt::CTRL | Qt::Key_Equal)});
+    action->setShortcut(QKeySequence(Qt::Key_Plus));
     action = menu->addAction(text(33, L"Zoom Out"), this, [this] { ZoomOut(false); });
-    action->setShortcut(QKeySequence(QKeySequence::ZoomOut));
+    action->setShortcut(QKeySequence(Qt::Key_Minus));
     action = menu->addAction(text(31, L"Zoom 100%"), this, [this] {
         ZoomStep(VX_GetCore()->GetProject().m_baseZoom * devicePixelRatioF(), false);
     });
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_1));
+    action->setShortcut(QKeySequence(Qt::Key_Slash));
     action = menu->addAction(text(30, L"Best Fit"), this, &CVxMainWindow::ZoomToBestFit);
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_0));
+    action->setShortcut(QKeySequence(Qt::Key_Asterisk));
     action =
         menu->addAction(text(34, L"Zoom to Selected Objects"), this, &CVxMainWindow::ZoomToSelectedObjects);
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_2));
+    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Plus));
 }
 
 void CVxMainWindow::FillSamplesMenu()

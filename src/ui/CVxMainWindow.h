@@ -59,6 +59,8 @@ public:
     QMenu* GetMenu(EVxMenu menu) const { return m_menus[menu]; }
     // Undo and Redo follow what the core can do.
     void EnableUndoButtons();
+    // The floor commands follow the floors there are and the current one.
+    void EnableFloorButtons();
     QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
     const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
     bool IsFirstStart() const { return m_firstStart; }
@@ -120,6 +122,7 @@ private:
     void CreateProjectMenu();
     void CreateViewMenu();
     void CreateEditMenu();
+    void CreateFloorMenu();
     void FillSamplesMenu();
     void OpenStartFile();
     // The first project file among dropped ones, or empty.
@@ -143,6 +146,7 @@ private:
     QMenu* m_newObjectPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
     QMenu* m_samplesMenu = nullptr;
+    QAction* m_floorActions[6] = {};
     QAction* m_undoAction = nullptr;
     QAction* m_redoAction = nullptr;
     QAction* m_recentActions[4] = {};

@@ -121,3 +121,36 @@ TEST_F(AppCoreUndo, SettingsOfTheDocumentSurviveAndSavedStatesCountAsModified)
     ASSERT_TRUE(core->MakeRedo());
     EXPECT_TRUE(project.IsModified());
 }
+
+TEST_F(AppCoreUndo, FloorsAreAddedSwappedAndRemovedAsStepsAndVisitedWithout)
+{
+    CVxProject& project = core->GetProject();
+    project.GetFloor()->GetNewObject()->width = 77;
+    ASSERT_TRUE(core->AddNewFloor());
+    EXPECT_EQ(project.GetFloorCount(), 2);
+    EXPECT_EQ(project.m_currentFloor, 1);
+    // The new floor is walled round, and the plan shows it.
+    EXPECT_EQ(project.GetFloor()->CountUsedObjects(), 0);
+    EXPECT_GT(core->GetFloorPlan().GetRegionCount(), 0);
+
+    EXPECT_FALSE(core->SwapCurrentFloor(true));
+    ASSERT_TRUE(core->SwapCurrentFloor(false));
+    EXPECT_EQ(project.m_currentFloor, 0);
+    EXPECT_EQ(project.m_floors[1]->CountUsedObjects(), 1);
+
+    // Going to another floor changes no history.
+    ASSERT_TRUE(core->GoToFloor(1));
+    EXPECT_FALSE(core->GoToFloor(2));
+    ASSERT_TRUE(core->RemoveCurrentFloor(false));
+    EXPECT_EQ(project.GetFloorCount(), 1);
+    EXPECT_EQ(project.GetFloor()->CountUsedObjects(), 0);
+    EXPECT_FALSE(core->RemoveCurrentFloor(false));
+
+    ASSERT_TRUE(core->MakeUndo());
+    ASSERT_TRUE(core->MakeUndo());
+    EXPECT_EQ(project.GetFloorCount(), 2);
+    EXPECT_EQ(project.m_floors[1]->CountUsedObjects(), 0);
+    ASSERT_TRUE(core->MakeUndo());
+    EXPECT_EQ(project.GetFloorCount(), 1);
+    EXPECT_FALSE(core->CanUndo());
+}

@@ -32,6 +32,7 @@ private slots:
     void ctrlWheelZoomsAboutThePointer();
     void zoomKeysAndZoomToSelection();
     void undoAndRedoKeysFollowTheCore();
+    void floorMenuAndPageKeys();
     void messageBoxButtonsCarryAccelerators();
     void exitWritesSettingsFile();
 };
@@ -194,6 +195,35 @@ void TestMainWindow::undoAndRedoKeysFollowTheCore()
     core->InitProject();
 }
 
+void TestMainWindow::floorMenuAndPageKeys()
+{
+    CVxMainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    CVxAppCore* core = VX_GetCore();
+    core->InitProject();
+    core->GetProject().m_modified = false;
+    QMenu* floor = window.GetMenu(CVxMainWindow::MENU_FLOOR);
+    QAction* add = floor->actions()[0];
+    QCOMPARE(add->text(), QStringLiteral("Add New Floor"));
+    add->trigger();
+    add->trigger();
+    const CVxProject& project = core->GetProject();
+    QCOMPARE(project.GetFloorCount(), 3);
+    QCOMPARE(project.m_currentFloor, 2);
+    QVERIFY(window.GetStatusBar()->GetRightText().ToQString().contains(QStringLiteral("Floor 3")));
+    QTest::keyClick(&window, Qt::Key_PageDown);
+    QTest::keyClick(&window, Qt::Key_PageDown);
+    QCOMPARE(project.m_currentFloor, 0);
+    // At the ground floor, down goes nowhere and its command is off.
+    QTest::keyClick(&window, Qt::Key_PageDown);
+    QCOMPARE(project.m_currentFloor, 0);
+    QVERIFY(!floor->actions().last()->isEnabled());
+    QTest::keyClick(&window, Qt::Key_PageUp);
+    QCOMPARE(project.m_currentFloor, 1);
+    core->InitProject();
+}
+
 void TestMainWindow::zoomKeysAndZoomToSelection()
 {
     CVxMainWindow window;
@@ -205,9 +235,9 @@ void TestMainWindow::zoomKeysAndZoomToSelection()
     const double before = core->GetZoom();
     double next = 0;
     QVERIFY(core->GetNextZoom(true, next));
-    QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
+    QTest::keyClick(&window, Qt::Key_Plus);
     QCOMPARE(core->GetZoom(), next);
-    QTest::keyClick(&window, Qt::Key_Minus, Qt::ControlModifier);
+    QTest::keyClick(&window, Qt::Key_Minus);
     QCOMPARE(core->GetZoom(), before);
 
     // A small box near the far corner fills the view and sits in its middle.
@@ -218,7 +248,7 @@ void TestMainWindow::zoomKeysAndZoomToSelection()
     box->width = 40;
     box->height = 30;
     box->selected = true;
-    QTest::keyClick(&window, Qt::Key_2, Qt::ControlModifier);
+    QTest::keyClick(&window, Qt::Key_Plus, Qt::ControlModifier);
     const double zoom = core->GetZoom();
     QVERIFY(zoom > 4 * before);
     const CVxProject& project = core->GetProject();
