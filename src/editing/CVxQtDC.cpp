@@ -334,7 +334,7 @@ QPainterPath& CVxQtDC::PathFromCurrent()
     return *m_path;
 }
 
-const QPointF* CVxQtDC::CentredPoints(const VxPOINT* points, int count)
+QPointF* CVxQtDC::CentredPoints(const VxPOINT* points, int count)
 {
     if (m_points.size() < static_cast<size_t>(count))
         m_points.resize(static_cast<size_t>(count));
@@ -450,11 +450,44 @@ void CVxQtDC::Arc(int left, int top, int right, int bottom, int, int, int, int, 
     m_current = VxPOINT{static_cast<int32_t>(std::floor(end.x())), static_cast<int32_t>(std::floor(end.y()))};
 }
 
+int CVxQtDC::ThinOutline(QPointF* points, int count, const QRectF& visible)
+{
+    if (!points || count < thinOutlinesFrom)
+        return count;
+    // Edges beyond the visible part are cut away before the rasteriser
+    // sees them; held to its border they count for no more than they cost.
+    auto clamped = [&visible](const QPointF& p) {
+        if (!visible.isValid())
+            return p;
+        return QPointF(std::clamp(p.x(), visible.left(), visible.right()),
+                       std::clamp(p.y(), visible.top(), visible.bottom()));
+    };
+    double crossings = 0;
+    QPointF previous = clamped(points[0]);
+    for (int i = 1; i < count; ++i) {
+        const QPointF next = clamped(points[i]);
+        crossings += std::fabs(next.x() - previous.x()) + std::fabs(next.y() - previous.y());
+        previous = next;
+    }
+    if (!(crossings > maxOutlineCrossings))
+        return count;
+    const int stride =
+        static_cast<int>(std::min(std::ceil(crossings / maxOutlineCrossings), static_cast<double>(count)));
+    int kept = 0;
+    for (int i = 0; i < count; i += stride)
+        points[kept++] = points[i];
+    return kept;
+}
+
 void CVxQtDC::Polygon(const VxPOINT* points, int count)
 {
     if (!points || count <= 0)
         return;
-    const QPointF* centred = CentredPoints(points, count);
+    QPointF* centred = CentredPoints(points, count);
+    QRectF visible;
+    if (m_painter->transform().isIdentity() && m_painter->device())
+        visible = QRectF(0, 0, m_painter->device()->width(), m_painter->device()->height());
+    count = ThinOutline(centred, count, visible);
     if (!m_path) {
         m_painter->drawPolygon(centred, count);
         return;

@@ -11,6 +11,7 @@
 
 #include <QImage>
 #include <QPointF>
+#include <QRectF>
 
 #include <memory>
 #include <vector>
@@ -95,10 +96,22 @@ public:
     static bool SavePicture(const CVxStringW& path, const CVxPicBuf& picture, int quality = -1);
     static bool GetPictureDimensions(const CVxStringW& path, int& width, int& height);
 
+    // Filling and stroking an outline cost the rasteriser every pixel row
+    // and column that each of its edges crosses, and overlapping edges cost
+    // it more still. An outline of a thousand points or more whose edges
+    // cross more than maxOutlineCrossings of the rows and columns of
+    // `visible`, as a damaged file's floor opening of a million points may,
+    // holds more than its pixels can show: every k-th point is kept, as few
+    // as bring it within the limit. An invalid `visible` counts all of the
+    // plane. Returns the number of points kept, moved to the front.
+    static constexpr int thinOutlinesFrom = 1000;
+    static constexpr double maxOutlineCrossings = 5e4;
+    static int ThinOutline(QPointF* points, int count, const QRectF& visible);
+
 private:
     void InitPainter();
     // The points moved to pixel centres, in a buffer kept between calls.
-    const QPointF* CentredPoints(const VxPOINT* points, int count);
+    QPointF* CentredPoints(const VxPOINT* points, int count);
     // The open path, started at the current position when it is still empty.
     QPainterPath& PathFromCurrent();
     // An upright rectangle with a solid one-pixel pen and a solid or no

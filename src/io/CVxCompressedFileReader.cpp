@@ -65,12 +65,21 @@ void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStr
             return;
         }
         const CVxStringW path = m_folder + m_name;
-        if (m_name.ExtractFileExt() == m_mainExt)
-            m_mainFile = path;
-        else if (reader->HasFlag(CVxIniFileReader::VX_READ_UNPACK_MAIN_FILE_ONLY)) {
+        const bool isMain = m_name.ExtractFileExt() == m_mainExt;
+        if (!isMain && reader->HasFlag(CVxIniFileReader::VX_READ_UNPACK_MAIN_FILE_ONLY)) {
             m_damaged = !reader->SkipDataBlock(m_dataSize);
             return;
         }
+        // Entries of one name would all go to the one file, each rewriting
+        // the one before, and a file system may write every such file out
+        // before it lets it be truncated: thousands of them take minutes.
+        // The writer never repeats a name; the first entry of a name counts.
+        if (!reader->ClaimUnpackName(m_name)) {
+            m_damaged = !reader->SkipDataBlock(m_dataSize);
+            return;
+        }
+        if (isMain)
+            m_mainFile = path;
         // A few kilobytes of a container can claim gigabytes: what all
         // entries unpack together is bounded, and an entry that does not fit
         // is left out whole.

@@ -25,6 +25,7 @@
 #include <list>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 class IVxReadIniClient;
@@ -157,6 +158,9 @@ public:
     uint64_t GetUnpackBudget() const { return m_unpackBudget; }
     void SetUnpackBudget(uint64_t bytes) { m_unpackBudget = bytes; }
     void TakeFromUnpackBudget(uint64_t bytes) { m_unpackBudget -= std::min(bytes, m_unpackBudget); }
+    // True the first time an entry of that name is unpacked from this
+    // container, false for every entry of the name after it.
+    bool ClaimUnpackName(const CVxStringW& name) { return m_unpackedNames.insert(name.Std()).second; }
 
     // The files referred to that could not be found, each once.
     std::list<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
@@ -191,6 +195,7 @@ protected:
     std::list<CVxMissingFileInfo> m_missingFiles;
     std::vector<CVxStringW> m_refusedFiles;
     uint64_t m_unpackBudget = UINT64_MAX;
+    std::unordered_set<std::wstring> m_unpackedNames;
     // Paths met before and the files they were found as. A project names
     // the same texture for thousands of objects; the file system, and the
     // project's copy of the file, are asked once.

@@ -7,6 +7,9 @@
 
 #include <QPainter>
 
+#include <cmath>
+#include <vector>
+
 TEST(CVxQtDCShapes, RectangleCoversTenToNineteen)
 {
     CVxTestCanvas canvas(40, 40);
@@ -32,6 +35,49 @@ TEST(CVxQtDCShapes, RectangleCoversTenToNineteen)
     empty.dc().Rectangle(-1, -1, -1, -1);
     empty.Finish();
     EXPECT_TRUE(empty.IsAllWhite());
+}
+
+TEST(CVxQtDCShapes, OnlyOutlinesOfMoreEdgeCrossingsThanPixelsAreThinned)
+{
+    const QRectF visible(0, 0, 800, 600);
+    // A smooth outline of many points is drawn whole.
+    std::vector<QPointF> circle;
+    for (int k = 0; k < 20000; ++k)
+        circle.emplace_back(400 + 250 * std::cos(k * 2 * M_PI / 20000),
+                            300 + 250 * std::sin(k * 2 * M_PI / 20000));
+    EXPECT_EQ(CVxQtDC::ThinOutline(circle.data(), static_cast<int>(circle.size()), visible), 20000);
+
+    // So is one whose long edges lie beyond the visible part.
+    std::vector<QPointF> outside;
+    for (int k = 0; k < 2000; ++k)
+        outside.emplace_back(-100 - (k % 2) * 5000, k * 0.25);
+    EXPECT_EQ(CVxQtDC::ThinOutline(outside.data(), 2000, visible), 2000);
+
+    // A hundred thousand edges across the picture keep a few dozen points,
+    // the first of them among them.
+    std::vector<QPointF> zigzag;
+    for (int k = 0; k < 100000; ++k)
+        zigzag.emplace_back(k % 800, (k % 2) * 599);
+    const int kept = CVxQtDC::ThinOutline(zigzag.data(), 100000, visible);
+    EXPECT_GT(kept, 50);
+    EXPECT_LT(kept, 100);
+    EXPECT_EQ(zigzag[0], QPointF(0, 0));
+    double crossings = 0;
+    for (int i = 1; i < kept; ++i)
+        crossings +=
+            std::fabs(zigzag[i].x() - zigzag[i - 1].x()) + std::fabs(zigzag[i].y() - zigzag[i - 1].y());
+    EXPECT_LE(crossings, CVxQtDC::maxOutlineCrossings);
+
+    // Thinned, it still fills the picture.
+    CVxTestCanvas canvas(800, 600);
+    std::vector<VxPOINT> points;
+    for (int k = 0; k < 100000; ++k)
+        points.push_back(VxPOINT{k % 800, (k % 2) * 599});
+    canvas.dc().SelectPen(CVxDC::penSolid, 1, 0);
+    canvas.dc().SelectBrush(CVxDC::brushSolid, 0);
+    canvas.dc().Polygon(points.data(), static_cast<int>(points.size()));
+    canvas.Finish();
+    EXPECT_FALSE(canvas.IsAllWhite());
 }
 
 TEST(CVxQtDCShapes, LinesFallOnPixelCentres)

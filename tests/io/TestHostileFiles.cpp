@@ -139,6 +139,38 @@ TEST(HostileFiles, AContainerUnpacksNoMoreThanItsBudget)
               CVxCompressedFileReader::maxUnpackedTotal);
 }
 
+TEST(HostileFiles, OfEntriesOfOneNameTheFirstIsUnpackedAndTheRestSkipped)
+{
+    std::string container = VxContainerHead() + "\r\n";
+    container += VxRawEntry("project.pvp", "[Room]\r\nWidth=7\r\n");
+    container += VxRawEntry("tile.png", "first");
+    container += VxDeflatedEntry("tile.png", "second");
+    container += VxRawEntry("project.pvp", "[Room]\r\nWidth=9\r\n");
+    // Each of these used to rewrite the one file; the whole took seconds.
+    for (int i = 0; i < 20000; ++i)
+        container += VxRawEntry("tile.png", "x");
+    const CVxStringW folder = VxTempPath(L"repeated") + L"/";
+    QDir(folder.ToQString()).removeRecursively();
+    QDir().mkpath(folder.ToQString());
+
+    CVxIniFileReader reader(VxWriteTempFile(L"repeated.pvp", container), 0);
+    reader.Start();
+    CVxStringW main;
+    bool damaged = false;
+    while (!reader.GetSectionName().IsEmpty()) {
+        CVxCompressedFileReader entry(folder, CVxStringW(L".pvp"));
+        reader.ReadSection(reader.GetSectionName() == "File" ? &entry : nullptr);
+        if (!entry.GetMainFile().IsEmpty())
+            main = entry.GetMainFile();
+        damaged = damaged || entry.IsDamaged();
+    }
+    EXPECT_FALSE(damaged);
+    EXPECT_EQ(main, folder + L"project.pvp");
+    EXPECT_EQ(VxReadWholeFile(folder + L"project.pvp"), "[Room]\r\nWidth=7\r\n");
+    EXPECT_EQ(VxReadWholeFile(folder + L"tile.png"), "first");
+    EXPECT_EQ(QDir(folder.ToQString()).entryList(QDir::Files).size(), 2);
+}
+
 TEST(HostileFiles, AnOverlongLineIsSkippedWhole)
 {
     const std::string text = "[Room]\r\nComments=" + std::string(9 << 20, 'x') + "\r\nWidth=5\r\n";

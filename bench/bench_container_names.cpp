@@ -1,0 +1,94 @@
+// Opening a container whose entries all carry one name, as a damaged or
+// hostile file may: 20,000 and 200,000 entries of one byte each, behind the
+// project text. The reference is a container of the project text alone; the
+// repeated entries should cost no more than reading past their bytes.
+//
+// The files go to a temporary folder, PLAVENO_BENCH_TMP if that is set. On a
+// disk the figures include the file system's work for every entry that is
+// written out.
+
+#include "CVxAppHelperHeadless.h"
+#include "CVxProject.h"
+#include "IVxAppHelperCallback.h"
+
+#include <QDir>
+#include <QFile>
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+const std::string kProjectText = "[Room]\r\nFileVersion=1020\r\nWidth=500\r\nHeight=300\r\n\r\n";
+
+QString FolderTemplate()
+{
+    const QString root = qEnvironmentVariable("PLAVENO_BENCH_TMP");
+    return (root.isEmpty() ? QDir::tempPath() : root) + "/bench_container_names-XXXXXX";
+}
+
+struct SFixture
+{
+    SFixture()
+    {
+        setenv("QT_QPA_PLATFORM", "offscreen", 0);
+        static int argc = 1;
+        static char name[] = "bench_container_names";
+        static char* argv[] = {name, nullptr};
+        app = new QGuiApplication(argc, argv);
+        const QString root = folder.path() + "/";
+        helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
+        VX_SetAppHelperCallback(helper);
+    }
+
+    // A container of the project text and `entries` entries named "tile.png".
+    CVxStringW Container(int entries)
+    {
+        std::string bytes = "[Room]\r\nFileVersion=1020\r\nEncoding=utf-8\r\nCompression=zlib\r\n\r\n";
+        bytes += "[File]\r\nName=project.pvp\r\nDataSize=" + std::to_string(kProjectText.size()) + "\r\n" +
+                 kProjectText + "\r\n\r\n";
+        for (int i = 0; i < entries; ++i)
+            bytes += "[File]\r\nName=tile.png\r\nDataSize=1\r\nx\r\n\r\n";
+        const QString path = folder.path() + QString("/repeated%1.pvp").arg(entries);
+        QFile file(path);
+        if (file.open(QIODevice::WriteOnly))
+            file.write(bytes.data(), static_cast<qint64>(bytes.size()));
+        return CVxStringW(path);
+    }
+
+    QTemporaryDir folder{FolderTemplate()};
+    QGuiApplication* app = nullptr;
+    CVxAppHelperHeadless* helper = nullptr;
+};
+
+SFixture& Fixture()
+{
+    static SFixture* fixture = new SFixture();
+    return *fixture;
+}
+
+void BM_OpenRepeatedNames(benchmark::State& state)
+{
+    const CVxStringW path = Fixture().Container(static_cast<int>(state.range(0)));
+    for (auto _ : state) {
+        CVxProject read;
+        if (!read.LoadFromFile(path, nullptr, nullptr, false, 0))
+            state.SkipWithError("open failed");
+        state.PauseTiming();
+        read.RemoveTempFiles();
+        state.ResumeTiming();
+    }
+    state.counters["entries"] = static_cast<double>(state.range(0));
+}
+BENCHMARK(BM_OpenRepeatedNames)
+    ->Arg(0)
+    ->Arg(20000)
+    ->Arg(200000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+
+} // namespace
