@@ -1,38 +1,58 @@
 #pragma once
-// What the benchmarks share: an application object without a display, and
-// the furnished floor that the plan and undo benchmarks work on.
+// What the benchmarks share: an application object without a display, the
+// folder of a run, and the furnished floor that the plan and undo
+// benchmarks work on.
 
 #include "CVxAppHelperHeadless.h"
 #include "CVxFloor.h"
 #include "CVxProject.h"
 #include "IVxAppHelperCallback.h"
 
+#include <QDir>
 #include <QGuiApplication>
 
 #include <cstdlib>
 
 namespace {
 
-// Fonts and pictures need an application object; the benchmark runs without
-// a display.
-struct SGuiApp
+// Fonts and pictures need an application object; the benchmarks run
+// without a display. One for the whole run.
+inline QGuiApplication* VxBenchApplication()
 {
-    SGuiApp()
-    {
+    static QGuiApplication* app = nullptr;
+    if (!app) {
         setenv("QT_QPA_PLATFORM", "offscreen", 0);
         static int argc = 1;
         static char name[] = "plaveno_bench";
         static char* argv[] = {name, nullptr};
         app = new QGuiApplication(argc, argv);
+    }
+    return app;
+}
+
+// A template for the temporary folder of a run: in PLAVENO_BENCH_TMP, if
+// set, or the system's temporary folder. On a RAM disk the figures show the
+// work of the program alone, on a disk they include the waits for it.
+inline QString VxBenchFolderTemplate(const char* name)
+{
+    const QString root = qEnvironmentVariable("PLAVENO_BENCH_TMP");
+    return (root.isEmpty() ? QDir::tempPath() : root) + "/" + name + "-XXXXXX";
+}
+
+// The application and a headless host with the system's folders.
+struct SGuiApp
+{
+    SGuiApp()
+    {
+        VxBenchApplication();
         VX_SetAppHelperCallback(&helper);
     }
-    QGuiApplication* app;
     CVxAppHelperHeadless helper;
 };
 
 // A block of flats: 10 by 10 rooms of 400 by 300 with their walls, and the
 // rooms filled with a mix of library furniture, doors and plain shapes.
-void FurnishProject(CVxProject& project)
+inline void FurnishProject(CVxProject& project)
 {
     constexpr int columns = 10;
     constexpr int rows = 10;

@@ -10,6 +10,7 @@
 #include "CVxAppHelperHeadless.h"
 #include "CVxProject.h"
 #include "IVxAppHelperCallback.h"
+#include "VxBenchProject.h"
 
 #include <QDir>
 #include <QFile>
@@ -25,21 +26,11 @@ namespace {
 
 const std::string kProjectText = "[Room]\r\nFileVersion=1020\r\nWidth=500\r\nHeight=300\r\n\r\n";
 
-QString FolderTemplate()
-{
-    const QString root = qEnvironmentVariable("PLAVENO_BENCH_TMP");
-    return (root.isEmpty() ? QDir::tempPath() : root) + "/bench_container_names-XXXXXX";
-}
-
 struct SFixture
 {
     SFixture()
     {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        static int argc = 1;
-        static char name[] = "bench_container_names";
-        static char* argv[] = {name, nullptr};
-        app = new QGuiApplication(argc, argv);
+        VxBenchApplication();
         const QString root = folder.path() + "/";
         helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
         VX_SetAppHelperCallback(helper);
@@ -60,8 +51,7 @@ struct SFixture
         return CVxStringW(path);
     }
 
-    QTemporaryDir folder{FolderTemplate()};
-    QGuiApplication* app = nullptr;
+    QTemporaryDir folder{VxBenchFolderTemplate("bench_container_names")};
     CVxAppHelperHeadless* helper = nullptr;
 };
 

@@ -5,6 +5,7 @@
 // with the number of points, not with the rows and columns their edges cross.
 
 #include "CVxQtDC.h"
+#include "VxBenchProject.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -22,18 +23,6 @@ namespace {
 
 constexpr int kWidth = 1920;
 constexpr int kHeight = 1080;
-
-void EnsureApplication()
-{
-    static QGuiApplication* app = nullptr;
-    if (app)
-        return;
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-    static int argc = 1;
-    static char name[] = "bench_huge_outline";
-    static char* argv[] = {name, nullptr};
-    app = new QGuiApplication(argc, argv);
-}
 
 enum EShape
 {
@@ -63,7 +52,7 @@ std::vector<VxPOINT> Outline(EShape shape, int count)
 
 void BM_PaintHugeOpening(benchmark::State& state)
 {
-    EnsureApplication();
+    VxBenchApplication();
     const auto shape = static_cast<EShape>(state.range(0));
     const std::vector<VxPOINT> points = Outline(shape, static_cast<int>(state.range(1)));
     QImage image(kWidth, kHeight, QImage::Format_ARGB32_Premultiplied);

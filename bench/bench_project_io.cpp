@@ -17,6 +17,7 @@
 #include "CVxFloor.h"
 #include "CVxProject.h"
 #include "IVxAppHelperCallback.h"
+#include "VxBenchProject.h"
 
 #include <QDir>
 #include <QFile>
@@ -162,24 +163,11 @@ void BuildWalls(CVxFloor* floor)
     walls.RebuildWalls();
 }
 
-// The folder of the run: PLAVENO_BENCH_TMP, if set, or the system's
-// temporary folder. On a RAM disk the figures show the work of the program
-// alone, on a disk they include the waits for it.
-QString FolderTemplate()
-{
-    const QString root = qEnvironmentVariable("PLAVENO_BENCH_TMP");
-    return (root.isEmpty() ? QDir::tempPath() : root) + "/bench_project_io-XXXXXX";
-}
-
 struct SFixture
 {
     SFixture()
     {
-        setenv("QT_QPA_PLATFORM", "offscreen", 0);
-        static int argc = 1;
-        static char name[] = "bench_project_io";
-        static char* argv[] = {name, nullptr};
-        app = new QGuiApplication(argc, argv);
+        VxBenchApplication();
         const QString root = folder.path() + "/";
         helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
         VX_SetAppHelperCallback(helper);
@@ -239,8 +227,7 @@ struct SFixture
         projectBytes = FileSize(projectPath.ToQString());
     }
 
-    QTemporaryDir folder{FolderTemplate()};
-    QGuiApplication* app = nullptr;
+    QTemporaryDir folder{VxBenchFolderTemplate("bench_project_io")};
     CVxAppHelperHeadless* helper = nullptr;
     std::vector<QString> pictures;
     int64_t pictureBytes = 0;
