@@ -764,8 +764,12 @@ void CVxMainWindow::OpenStartFile()
 bool CVxMainWindow::OpenFile(const CVxStringW& path, bool atStart)
 {
     const bool opened = VX_GetCore()->OpenFile(path, atStart);
-    if (opened)
+    if (opened) {
         m_lastAutoSaveTick = m_helper->GetTickCount();
+        // At start the core leaves the window's own controls to the window.
+        EnableFloorButtons();
+        EnableUndoButtons();
+    }
     return opened;
 }
 

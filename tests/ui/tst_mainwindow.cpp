@@ -221,6 +221,18 @@ void TestMainWindow::floorMenuAndPageKeys()
     QVERIFY(!floor->actions().last()->isEnabled());
     QTest::keyClick(&window, Qt::Key_PageUp);
     QCOMPARE(project.m_currentFloor, 1);
+
+    // A project of several floors opened at start: the keys work at once.
+    const QString path = g_home->Path() + QStringLiteral("/floors.pvp");
+    QVERIFY(core->SaveMainProjectToFile(CVxStringW(path)));
+    core->InitProject();
+    window.EnableFloorButtons();
+    QVERIFY(window.OpenFile(CVxStringW(path), true));
+    QCOMPARE(project.GetFloorCount(), 3);
+    QTest::keyClick(&window, Qt::Key_PageUp);
+    QCOMPARE(project.m_currentFloor, 2);
+    core->SetProjectPath(CVxStringW());
+    core->GetFileMonitor().StopMonitoring();
     core->InitProject();
 }
 
