@@ -39,6 +39,15 @@ inline QString VxBenchFolderTemplate(const char* name)
     return (root.isEmpty() ? QDir::tempPath() : root) + "/" + name + "-XXXXXX";
 }
 
+// A headless host, installed, whose application data and documents lie in
+// `root` (ending in "/").
+inline CVxAppHelperHeadless* VxBenchHostIn(const QString& root)
+{
+    auto* helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
+    VX_SetAppHelperCallback(helper);
+    return helper;
+}
+
 // The application and a headless host with the system's folders.
 struct SGuiApp
 {

@@ -31,9 +31,7 @@ struct SFixture
     SFixture()
     {
         VxBenchApplication();
-        const QString root = folder.path() + "/";
-        helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
-        VX_SetAppHelperCallback(helper);
+        helper = VxBenchHostIn(folder.path() + "/");
     }
 
     // A container of the project text and `entries` entries named "tile.png".

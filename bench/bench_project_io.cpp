@@ -169,8 +169,7 @@ struct SFixture
     {
         VxBenchApplication();
         const QString root = folder.path() + "/";
-        helper = new CVxAppHelperHeadless(CVxStringW(root + "appdata/"), CVxStringW(root + "docs/"));
-        VX_SetAppHelperCallback(helper);
+        helper = VxBenchHostIn(root);
         QDir().mkpath(root + "pictures");
         QDir().mkpath(root + "copy");
 

@@ -4,13 +4,12 @@
 #include "CVxLocalize.h"
 #include "CVxProject.h"
 #include "IVxReadIniClient.h"
+#include "VxReferencedFile.h"
 
-#include <QFile>
+#include <QFileInfo>
 
-#include <fcntl.h>
 #include <iterator>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <limits>
 
 namespace {
 
@@ -88,20 +87,16 @@ struct SVxPlainRun
 
 CVxProjectFileCheck CVxProjectFileCheck::Check(const CVxStringW& path, EKind kind)
 {
-    const QByteArray local = QFile::encodeName(path.ToQString());
-    struct stat info = {};
-    if (path.IsEmpty() || stat(local.constData(), &info) != 0)
+    const QFileInfo info(path.ToQString());
+    if (path.IsEmpty() || !info.exists())
         return {VX_FILE_REFUSED, VX_REASON_MISSING};
-    if (S_ISDIR(info.st_mode))
+    if (info.isDir())
         return {VX_FILE_REFUSED, VX_REASON_FOLDER};
-    // A pipe or a device would block the reader or never end.
-    if (!S_ISREG(info.st_mode))
+    // A pipe, a device or a file of the kernel would block the reader or
+    // never end.
+    if (!VX_IsPlainFile(path, std::numeric_limits<int64_t>::max()))
         return {VX_FILE_REFUSED, VX_REASON_SPECIAL};
-    const int fd = open(local.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return {VX_FILE_REFUSED, VX_REASON_UNREADABLE};
-    close(fd);
-    if (info.st_size == 0)
+    if (info.size() == 0)
         return {VX_FILE_REFUSED, VX_REASON_EMPTY};
 
     CVxIniFileReader reader{path, 0};
