@@ -128,6 +128,9 @@ public:
     virtual void SetMainViewTooltip(const CVxStringW& /*text*/) {}
     // Status and caption
     virtual void SetMainViewStatusMessage(const CVxStringW& /*text*/) {}
+    // The system clipboard, as plain text.
+    virtual void SetClipboardText(const CVxStringA& /*utf8*/) {}
+    virtual CVxStringA GetClipboardText() { return CVxStringA(); }
     virtual void RefreshMainViewStatusBar() {}
     virtual void RefreshMainViewCaption() {}
     // Home screen

@@ -152,6 +152,103 @@ public:
 
     int GetFirstSelectedIndex() const { return m_firstSelected; }
 
+    // Mouse states of the plan view.
+    enum EVxMouseState : int32_t
+    {
+        msIdle = 0,
+        msPlacing = 1,
+        msMeasureWait = 2,
+        msMeasuring = 3,
+        msRubberBand = 4,
+        msRubberBandAdd = 5,
+        msResizing = 6,
+        msPanning = 7,
+        msDropping = 8,
+        msPainterOnce = 9,
+        msPainterSticky = 10,
+    };
+    int GetMouseState() const { return m_mouseState; }
+    void SetMouseState(int state) { m_mouseState = state; }
+    // Mouse buttons and modifier bits of the events that the host forwards.
+    static constexpr int buttonLeft = 1;
+    static constexpr int buttonRight = 2;
+    static constexpr int buttonMiddle = 4;
+    static constexpr unsigned modShift = 1;
+    static constexpr unsigned modCtrl = 2;
+    static constexpr unsigned modAlt = 4;
+    static constexpr int sourceTouch = 1;
+
+    // Events of the plan view, in pixels of the render area. The core owns
+    // the interaction: selection, dragging, resizing, rubber bands,
+    // measuring and the format painter.
+    void MainViewMouseDown(int button, unsigned modifiers, double x, double y, int source, bool* outHandled);
+    void MainViewMouseMove(unsigned modifiers, double x, double y, int source);
+    void MainViewMouseUp(int button, unsigned modifiers, double x, double y, int source);
+    // True when the key was used.
+    bool MainViewKeyDown(unsigned key, unsigned modifiers);
+    bool MainViewKeyUp(unsigned key, unsigned modifiers);
+    bool MainViewKeyArrowsPressed(unsigned key, unsigned modifiers);
+    bool MainViewKeyEscPressed();
+    void MainViewFinishInterAction(bool accepted);
+    // The object under the pointer, -1 for none; sets the cursor.
+    int RefreshMainViewCursor(unsigned modifiers, double x, double y);
+    bool IsMultiSelectMode() const { return m_multiSelectMode; }
+    void SetMultiSelectMode(bool on) { m_multiSelectMode = on; }
+
+    // Selection. Indexes are slots of the current floor's objects.
+    int FindPartFromPoint(double x, double y, int source, bool preferSelected);
+    void SetSelection(int index, bool repaint);
+    void SetSelection(const CVxDRect& rect, bool touching, bool repaint);
+    void AddToSelection(int index, bool repaint);
+    void AddToSelection(const CVxDRect& rect, bool touching, bool repaint);
+    void RemoveFromSelection(int index, bool repaint);
+    void ClearSelection(bool repaint);
+    void SelectAll();
+    int GetSelCount() const;
+    int GetFirstSelected() const;
+    int GetLastSelected() const { return m_firstSelected; }
+    void OnSelectionChange();
+    // Moves the selected, unlocked objects by (dx, dy) units; dirty takes
+    // the pixels that changed.
+    void MoveSelection(double dx, double dy, VxRECT* dirty);
+    void SnapMovingSelectionToWalls(double& dx, double& dy);
+
+    // Commands on the selection; each is one undo step and does nothing
+    // without a selection.
+    void DeleteSelectedObjects();
+    void GroupSelectedObjects();
+    void UngroupSelectedObject();
+    // 1 left, 2 centres in x, 3 right, 4 top, 5 centres in y, 6 bottom.
+    void AlignSelectedObjects(int mode);
+    // 1 horizontally, 2 vertically.
+    void SpaceEquallySelectedObjects(int mode);
+    void ZOrderBringToFront();
+    void ZOrderSendToBack();
+    void ZOrderBringForward();
+    void ZOrderSendBackward();
+    void ZOrderOrderbyZposition(bool repaint);
+    void RotateSelectedObjects(double degrees);
+    void FlipSelectedObjects(bool vertical);
+    // bit: CVxPart::ctxLock, ctxLockSize, or 0 to unlock.
+    void LockSelectedObjects(unsigned bit);
+    void ActivateFormatPainter(bool on, bool sticky);
+    void ApplyFormatPainterToObject(int index);
+    bool IsFormatPainterOn() const
+    {
+        return m_mouseState == msPainterOnce || m_mouseState == msPainterSticky;
+    }
+    void DuplicateSelectedObjects();
+    // The clipboard text of the selection; empty without one.
+    CVxStringA GetSelectionClipboardText();
+    void CopySelectedObjectsToClipboard();
+    void CutSelectedObjectsToClipboard();
+    // False, with a word in the status bar, for a text that isn't ours.
+    bool PasteObjectsFromClipboard(const CVxStringA& text);
+    // Measuring: the next press starts a line.
+    void StartMeasuring();
+    void DimensionSelectedObjects();
+    void DeleteAllDimensionLines();
+
     // The project as a document. Where the user must decide, the core asks
     // through the host; every way of opening a file passes OpenFile.
     bool OpenFile(const CVxStringW& path, bool atStart);
@@ -288,6 +385,16 @@ private:
     // The next CatchUndoRoom keeps a step.
     bool m_undoArmed = true;
     int m_firstSelected = -1;
+    int m_mouseState = msIdle;
+    int m_movingPart = -1;
+    CVxDPoint m_dragStartOffset;
+    bool m_dragged = false;
+    bool m_multiSelectMode = false;
+    bool m_tempDimMode = false;
+    double m_mouseDownPos[2] = {0, 0};
+    int m_keyMoveObject = -1;
+    int m_touchSymbol = -1;
+    double m_measureCalibrationLength = -1;
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;
     double m_zoom = 1.0;
