@@ -73,7 +73,10 @@ enum EVxMouseCursor : int
     VX_CURSOR_SIZE_BDIAG,
     VX_CURSOR_ROTATE,
     VX_CURSOR_WAIT,
-    VX_CURSOR_FORBIDDEN
+    VX_CURSOR_FORBIDDEN,
+    // Ctrl held: a press adds to the selection.
+    VX_CURSOR_ADD,
+    VX_CURSOR_PAINTER
 };
 
 enum EVxEditorCode : int

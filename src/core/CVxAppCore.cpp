@@ -50,6 +50,7 @@ void CVxAppCore::SetAppExiting()
 void CVxAppCore::InitProject()
 {
     m_project.Reset();
+    m_clipProjectId.Empty();
     const CVxOptions* options = VX_GetOptions();
     m_project.m_subUnitMoves = options->m_subUnitMoves;
     m_project.m_decimalPrecision = options->m_decimalPrecision;

@@ -7,6 +7,7 @@
 #include "CVxFloorPlan.h"
 #include "CVxMissingFileInfo.h"
 #include "CVxPart.h"
+#include "CVxPartSelection.h"
 #include "CVxProject.h"
 #include "CVxSpriteCache.h"
 #include "CVxStringA.h"
@@ -248,6 +249,26 @@ public:
     void StartMeasuring();
     void DimensionSelectedObjects();
     void DeleteAllDimensionLines();
+    // The next two presses lay a dimension line.
+    void StartDimensionLine();
+    void DrawMeasureLine(unsigned modifiers, double x, double y);
+    // A dimension line between two points in pixels relative to the
+    // object origin.
+    void CreateMeasLine(const CVxDPoint& fromPixels, const CVxDPoint& toPixels);
+    void UpdateTempDimLines(VxRECT* dirty);
+    void DeleteTempDimLines();
+    // Where objects are drawn: the sheet's corner plus its margins, in
+    // pixels of the render area.
+    VxPOINT GetObjectOrigin() const;
+    void MainViewRoundMousePos(double& x, double& y, int source) const;
+    const CVxPartSelection& GetSelectionHandles() const { return m_selection; }
+    int GetMovingPart() const { return m_movingPart; }
+    bool IsDragged() const { return m_dragged; }
+    // The cursor code the last refresh chose, one of EVxViewCursor.
+    int GetViewCursor() const { return m_cursor; }
+    // Identifies this session's project in clipboard text, so that a paste
+    // into the same floor keeps the objects' places.
+    const CVxStringW& GetClipboardProjectId();
 
     // The project as a document. Where the user must decide, the core asks
     // through the host; every way of opening a file passes OpenFile.
@@ -351,6 +372,22 @@ public:
 
 private:
     void AfterTransform();
+    void Repaint();
+    bool IsCentreHandle(int symbolIndex) const;
+    // dirty is relative to the object origin.
+    void RepaintDirty(const VxRECT& dirty);
+    bool IsLeftButtonDown() const;
+    void DrawSelectionRect(double x1, double y1, double x2, double y2);
+    void FinishMeasuring(int button, unsigned modifiers, double x, double y);
+    void EndMeasuring();
+    // After a command on the selection: handles, listing, undo buttons,
+    // repaint.
+    void AfterSelectionCommand(bool listingChanged);
+    // The selected objects to the end (or the start) of the drawing order.
+    void ReorderSelection(bool selectedLast);
+    void ZOrderStep(bool forward);
+    // A single new object hangs on the pointer until a click fixes it.
+    void PlaceOnCursor(int index);
     // The plan, the view and the host's floor controls for another floor.
     void AfterFloorChange();
     // Undo and redo alike, once the slot to restore is known.
@@ -395,6 +432,14 @@ private:
     int m_keyMoveObject = -1;
     int m_touchSymbol = -1;
     double m_measureCalibrationLength = -1;
+    CVxDPoint m_measureStart;
+    CVxDPoint m_measureEnd;
+    // The last pointer position, relative to the object origin.
+    CVxDPoint m_lastPointer;
+    int m_cursor = 1;
+    CVxPartSelection m_selection;
+    std::unique_ptr<CVxPart> m_painterSource;
+    CVxStringW m_clipProjectId;
     bool m_drawBlackWhite = false;
     bool m_showAnnotations = true;
     double m_zoom = 1.0;

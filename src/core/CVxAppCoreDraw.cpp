@@ -119,32 +119,27 @@ void CVxAppCore::PauseDrawing(bool pause)
 
 void CVxAppCore::DrawSelection(CVxDC* dc, int x, int y)
 {
-    // Each selected object gets its outline and square handles at the
-    // corners, the middles of the sides and the centre.
-    constexpr int half = 3;
+    // Each selected object gets its outline; the handles lie around it.
     CVxFloor* floor = m_project.GetFloor();
     dc->SelectPen(CVxDC::penSolid | CVxDC::penKeepWidth, 1, 0xC06000);
-    dc->SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+    dc->SelectBrush(CVxDC::brushNull, 0);
     for (CVxPart& part : floor->m_objects) {
         if (!part.inUse || !part.selected)
             continue;
         const VxPOINT* c = part.GetCachedRect(x, y, m_zoom, nullptr);
-        dc->SelectBrush(CVxDC::brushNull, 0);
         dc->Polygon(c, 4);
-        dc->SelectOldBrush();
-        VxPOINT handles[9];
-        for (int i = 0; i < 4; ++i) {
-            const VxPOINT& a = c[i];
-            const VxPOINT& b = c[(i + 1) % 4];
-            handles[2 * i] = a;
-            handles[2 * i + 1] = VxPOINT{(a.x + b.x) / 2, (a.y + b.y) / 2};
-        }
-        handles[8] = VxPOINT{(c[0].x + c[2].x) / 2, (c[0].y + c[2].y) / 2};
-        for (const VxPOINT& h : handles)
-            dc->Rectangle(h.x - half, h.y - half, h.x + half + 1, h.y + half + 1);
     }
     dc->SelectOldBrush();
     dc->SelectOldPen();
+    // Undo, another floor or zoom may have changed the objects since the
+    // handles were placed.
+    if (!m_selection.IsResizing()) {
+        m_selection.SetProject(&m_project);
+        m_selection.Collect(floor, m_zoom);
+    }
+    m_selection.DrawToHdc(dc, x, y);
+    if (const CVxSelSymbol* touched = m_selection.SafeGetSymbol(m_touchSymbol))
+        touched->DrawTouchCircle(dc, x, y);
 }
 
 bool CVxAppCore::LoadCurrentBkgFloorScan(CVxPicBuf* picture, bool show)

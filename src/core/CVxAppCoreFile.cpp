@@ -248,6 +248,7 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
     m_undoArmed = true;
     m_zoom = m_project.m_baseZoom;
     m_firstSelected = -1;
+    m_clipProjectId.Empty();
     if (atStart)
         return true;
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
@@ -502,6 +503,7 @@ void CVxAppCore::MergeProjects(CVxProject* merged, CVxProject* second, const CVx
     UpdateFloorPlan();
     m_project.ResnapAllParts();
     m_firstSelected = -1;
+    m_clipProjectId.Empty();
     RebuildRoom();
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host)
@@ -545,6 +547,7 @@ void CVxAppCore::InitProjectAsCopy(CVxProject* source)
     UpdateFloorPlan();
     m_project.ResnapAllParts();
     m_firstSelected = -1;
+    m_clipProjectId.Empty();
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (host)
         host->OnPartListingChange();
@@ -581,6 +584,7 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*s
     UpdateFloorPlan();
     m_project.ResnapAllParts();
     m_firstSelected = -1;
+    m_clipProjectId.Empty();
     RebuildRoom();
     // The wall editor that a new project may start in comes with the editors.
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {

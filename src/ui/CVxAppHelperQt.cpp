@@ -10,6 +10,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
 #include <QCursor>
 #include <QDesktopServices>
 #include <QDir>
@@ -21,6 +22,7 @@
 #include <QTimer>
 #include <QToolTip>
 #include <QUrl>
+#include <QUuid>
 
 CVxAppHelperQt::CVxAppHelperQt() = default;
 
@@ -149,8 +151,14 @@ int CVxAppHelperQt::GetKeyState(EVxKey key)
         return (QGuiApplication::keyboardModifiers() & Qt::ShiftModifier) ? 1 : 0;
     case VX_KEY_CTRL:
         return (QGuiApplication::keyboardModifiers() & Qt::ControlModifier) ? 1 : 0;
-    case VX_KEY_LBUTTON:
-        return (QGuiApplication::mouseButtons() & Qt::LeftButton) ? 1 : 0;
+    case VX_KEY_LBUTTON: {
+        // The view's own record of its events counts too: synthetic events
+        // don't reach the application's button state.
+        CVxMainWindow* window = CVxMainWindow::GetInstance();
+        const bool viewDown =
+            window && window->GetRenderArea() && (window->GetRenderArea()->GetButtonsDown() & Qt::LeftButton);
+        return ((QGuiApplication::mouseButtons() & Qt::LeftButton) || viewDown) ? 1 : 0;
+    }
     case VX_KEY_MBUTTONS:
         QGuiApplication::mouseButtons();
         return 0;
@@ -251,6 +259,13 @@ void CVxAppHelperQt::SetMainViewCursor(EVxMouseCursor cursor)
     case VX_CURSOR_FORBIDDEN:
         shape = Qt::ForbiddenCursor;
         break;
+    case VX_CURSOR_ADD:
+        shape = Qt::DragCopyCursor;
+        break;
+    case VX_CURSOR_PAINTER:
+    case VX_CURSOR_ROTATE:
+        shape = Qt::PointingHandCursor;
+        break;
     default:
         break;
     }
@@ -332,4 +347,29 @@ void CVxAppHelperQt::BuildRecentMenu()
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())
         window->BuildRecentMenu();
+}
+
+void CVxAppHelperQt::SetClipboardText(const CVxStringA& utf8)
+{
+    if (QClipboard* clipboard = QGuiApplication::clipboard())
+        clipboard->setText(QString::fromUtf8(utf8.c_str(), utf8.GetLength()));
+}
+
+CVxStringA CVxAppHelperQt::GetClipboardText()
+{
+    QClipboard* clipboard = QGuiApplication::clipboard();
+    if (!clipboard)
+        return CVxStringA();
+    // Far more than any selection of a project; a larger text isn't ours.
+    constexpr qsizetype limit = 256 * 1024 * 1024;
+    const QString text = clipboard->text();
+    if (text.size() > limit)
+        return CVxStringA();
+    const QByteArray bytes = text.toUtf8();
+    return CVxStringA(bytes.constData(), static_cast<int>(bytes.size()));
+}
+
+CVxStringW CVxAppHelperQt::GenerateUuid()
+{
+    return CVxStringW(QUuid::createUuid().toString(QUuid::WithoutBraces));
 }

@@ -33,6 +33,9 @@ public:
     bool IsMainViewScrollBarVisible(bool horizontal) override;
     void SetMainViewTooltip(const CVxStringW& text) override;
     void SetMainViewStatusMessage(const CVxStringW& text) override;
+    void SetClipboardText(const CVxStringA& utf8) override;
+    CVxStringA GetClipboardText() override;
+    CVxStringW GenerateUuid() override;
     void RefreshMainViewStatusBar() override;
     void RefreshMainViewCaption() override;
     CVxStringW GetOpenProjectFileName(const CVxStringW& title, const CVxStringW& filter,

@@ -8,15 +8,18 @@
 #include "CVxQtDC.h"
 
 #include <QCursor>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPointingDevice>
 #include <QScrollBar>
 #include <QWheelEvent>
 
 CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
 {
     setMouseTracking(true);
+    setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     grabGesture(Qt::PanGesture);
@@ -85,8 +88,81 @@ CVxMainScrollArea* CVxMainRenderArea::ScrollArea() const
     return viewport ? qobject_cast<CVxMainScrollArea*>(viewport->parentWidget()) : nullptr;
 }
 
+namespace {
+int CoreButton(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton:
+        return CVxAppCore::buttonLeft;
+    case Qt::RightButton:
+        return CVxAppCore::buttonRight;
+    case Qt::MiddleButton:
+        return CVxAppCore::buttonMiddle;
+    default:
+        return 0;
+    }
+}
+
+int CoreSource(const QMouseEvent* event)
+{
+    return event->source() == Qt::MouseEventSynthesizedBySystem && event->pointingDevice() &&
+                   event->pointingDevice()->type() == QInputDevice::DeviceType::TouchScreen
+               ? CVxAppCore::sourceTouch
+               : 0;
+}
+} // namespace
+
+unsigned CVxMainRenderArea::ModifiersToCore(Qt::KeyboardModifiers modifiers)
+{
+    unsigned bits = 0;
+    if (modifiers & Qt::ShiftModifier)
+        bits |= CVxAppCore::modShift;
+    if (modifiers & Qt::ControlModifier)
+        bits |= CVxAppCore::modCtrl;
+    if (modifiers & Qt::AltModifier)
+        bits |= CVxAppCore::modAlt;
+    return bits;
+}
+
+unsigned CVxMainRenderArea::KeyToCore(int qtKey)
+{
+    switch (qtKey) {
+    case Qt::Key_Left:
+        return VX_KEY_LEFT;
+    case Qt::Key_Right:
+        return VX_KEY_RIGHT;
+    case Qt::Key_Up:
+        return VX_KEY_UP;
+    case Qt::Key_Down:
+        return VX_KEY_DOWN;
+    case Qt::Key_Escape:
+        return VX_KEY_ESC;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return VX_KEY_ENTER;
+    case Qt::Key_Delete:
+        return VX_KEY_DELETE;
+    case Qt::Key_Shift:
+        return VX_KEY_SHIFT;
+    case Qt::Key_Control:
+        return VX_KEY_CTRL;
+    case Qt::Key_PageUp:
+        return VX_KEY_PGUP;
+    case Qt::Key_PageDown:
+        return VX_KEY_PGDN;
+    default:
+        break;
+    }
+    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
+        return VX_KEY_F1 + static_cast<unsigned>(qtKey - Qt::Key_F1);
+    if (qtKey >= 0x20 && qtKey < 0x7F)
+        return static_cast<unsigned>(qtKey);
+    return 0;
+}
+
 void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
 {
+    m_buttonsDown = event->buttons() | event->button();
     if (IsMiddleScrolling()) {
         StopMiddleScrolling();
         event->accept();
@@ -99,22 +175,72 @@ void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
         event->accept();
         return;
     }
-    QWidget::mousePressEvent(event);
+    CVxAppCore* core = VX_GetCore();
+    const int button = CoreButton(event->button());
+    if (!core->IsDrawingAllowed() || !m_paintable || button == 0) {
+        QWidget::mousePressEvent(event);
+        return;
+    }
+    setFocus(Qt::MouseFocusReason);
+    bool handled = true;
+    const QPointF at = event->position();
+    core->MainViewMouseDown(button, ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event),
+                            &handled);
+    event->setAccepted(handled);
+}
+
+void CVxMainRenderArea::mouseReleaseEvent(QMouseEvent* event)
+{
+    m_buttonsDown = event->buttons();
+    CVxAppCore* core = VX_GetCore();
+    const int button = CoreButton(event->button());
+    if (!core->IsDrawingAllowed() || !m_paintable || button == 0 || button == CVxAppCore::buttonMiddle) {
+        QWidget::mouseReleaseEvent(event);
+        return;
+    }
+    const QPointF at = event->position();
+    core->MainViewMouseUp(button, ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event));
+    event->accept();
 }
 
 void CVxMainRenderArea::mouseMoveEvent(QMouseEvent* event)
 {
+    m_buttonsDown = event->buttons();
     CVxAppCore* core = VX_GetCore();
     CVxMainWindow* window = CVxMainWindow::GetInstance();
     const double zoom = core->GetZoom();
+    const QPointF at = event->position();
     if (window && window->GetStatusBar() && zoom > 0) {
         const VxRECT sheet = core->GetSheetRect();
         const CVxProject& project = core->GetProject();
-        const QPointF at = event->position();
         window->GetStatusBar()->SetMousePosition((at.x() - sheet.left) / zoom - project.m_spaceLeft,
                                                  (at.y() - sheet.top) / zoom - project.m_spaceTop);
     }
+    if (core->IsDrawingAllowed() && m_paintable && !IsMiddleScrolling())
+        core->MainViewMouseMove(ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event));
     QWidget::mouseMoveEvent(event);
+}
+
+void CVxMainRenderArea::keyPressEvent(QKeyEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    const unsigned key = KeyToCore(event->key());
+    if (key == 0 || !core->IsDrawingAllowed() ||
+        !core->MainViewKeyDown(key, ModifiersToCore(event->modifiers()))) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    event->accept();
+}
+
+void CVxMainRenderArea::keyReleaseEvent(QKeyEvent* event)
+{
+    const unsigned key = KeyToCore(event->key());
+    if (key == 0 || !VX_GetCore()->MainViewKeyUp(key, ModifiersToCore(event->modifiers()))) {
+        QWidget::keyReleaseEvent(event);
+        return;
+    }
+    event->accept();
 }
 
 void CVxMainRenderArea::leaveEvent(QEvent* event)

@@ -28,6 +28,12 @@ public:
     bool IsMiddleScrolling() const { return m_scrollerTimer.isActive(); }
     void StopMiddleScrolling();
 
+    // The buttons held as this view's own events tell them.
+    Qt::MouseButtons GetButtonsDown() const { return m_buttonsDown; }
+    // The core's key code for a Qt key, 0 for a key it doesn't use.
+    static unsigned KeyToCore(int qtKey);
+    static unsigned ModifiersToCore(Qt::KeyboardModifiers modifiers);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     // Ctrl and the wheel zoom about the pointer.
@@ -35,7 +41,10 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     // The pointer's position goes to the status bar in plan coordinates.
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
     void OnScrollerTimer();
@@ -47,4 +56,5 @@ private:
     bool m_paintable = false;
     QTimer m_scrollerTimer;
     QPoint m_scrollAnchor;
+    Qt::MouseButtons m_buttonsDown;
 };
