@@ -51,6 +51,23 @@ public:
     CVxStringW projectFile;
     CVxStringW projectId;
 };
+// The pictures that the reader refused are dropped, members included.
+void ForgetRefusedFiles(CVxPart& part, const std::vector<CVxStringW>& refused, int depth)
+{
+    if (refused.empty() || depth > CVxPart::maxGroupDepth)
+        return;
+    const auto isRefused = [&refused](const CVxStringW& path) {
+        return !path.IsEmpty() && std::find(refused.begin(), refused.end(), path) != refused.end();
+    };
+    if (isRefused(part.appearFill.GetTexture()))
+        part.appearFill.SetTexture(CVxStringW());
+    if (isRefused(part.appearFront.GetTexture()))
+        part.appearFront.SetTexture(CVxStringW());
+    if (isRefused(part.overlayTexture))
+        part.overlayTexture = CVxStringW();
+    for (CVxPart& member : part.subParts)
+        ForgetRefusedFiles(member, refused, depth + 1);
+}
 } // namespace
 
 const CVxStringW& CVxAppCore::GetClipboardProjectId()
@@ -117,6 +134,11 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
         std::strncmp(text.c_str(), head, sizeof(head) - 1))
         return refuse();
     CVxStringReader reader(text, kUtf8CodePage);
+    // Pictures may come from this project's folder and the program's own
+    // folders; a clip can't make the program read any other file.
+    const int slash = m_projectPath.ReverseFind(L'/');
+    if (slash > 0)
+        reader.SetAltBaseFolder(m_projectPath.Left(slash + 1));
     if (!reader.Start() || reader.GetSectionName() != "Plaveno Clipboard")
         return refuse();
     reader.ReadSection(nullptr);
@@ -143,6 +165,8 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
     }
     parts.erase(std::remove_if(parts.begin(), parts.end(), [](const CVxPart& p) { return !p.inUse; }),
                 parts.end());
+    for (CVxPart& part : parts)
+        ForgetRefusedFiles(part, reader.GetRefusedFiles(), 0);
     if (parts.empty())
         return refuse();
 
