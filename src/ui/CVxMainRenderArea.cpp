@@ -8,6 +8,7 @@
 #include "CVxQtDC.h"
 
 #include <QCursor>
+#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
@@ -18,6 +19,8 @@ CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
 {
     setMouseTracking(true);
     setAcceptDrops(true);
+    // The plan takes the keys that no command of the window claims.
+    setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
     grabGesture(Qt::PanGesture);
     grabGesture(Qt::PinchGesture);
@@ -196,4 +199,83 @@ void CVxMainRenderArea::wheelEvent(QWheelEvent* event)
     else if (delta < 0)
         window->ZoomOut(true);
     event->accept();
+}
+
+unsigned CVxMainRenderArea::ToCoreModifiers(Qt::KeyboardModifiers modifiers)
+{
+    unsigned result = 0;
+    if (modifiers & Qt::ShiftModifier)
+        result |= CVxAppCore::modShift;
+    if (modifiers & Qt::ControlModifier)
+        result |= CVxAppCore::modCtrl;
+    if (modifiers & Qt::AltModifier)
+        result |= CVxAppCore::modAlt;
+    return result;
+}
+
+unsigned CVxMainRenderArea::ToCoreKey(const QKeyEvent* event)
+{
+    const int key = event->key();
+    switch (key) {
+    case Qt::Key_Left:
+        return VX_KEY_LEFT;
+    case Qt::Key_Right:
+        return VX_KEY_RIGHT;
+    case Qt::Key_Up:
+        return VX_KEY_UP;
+    case Qt::Key_Down:
+        return VX_KEY_DOWN;
+    case Qt::Key_Escape:
+        return VX_KEY_ESC;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return VX_KEY_ENTER;
+    case Qt::Key_Delete:
+        return VX_KEY_DELETE;
+    case Qt::Key_Shift:
+        return VX_KEY_SHIFT;
+    case Qt::Key_Control:
+        return VX_KEY_CTRL;
+    case Qt::Key_PageUp:
+        return VX_KEY_PGUP;
+    case Qt::Key_PageDown:
+        return VX_KEY_PGDN;
+    default:
+        break;
+    }
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F12)
+        return VX_KEY_F1 + static_cast<unsigned>(key - Qt::Key_F1);
+    // Qt numbers the printable keys by their upper-case character.
+    if (key > 32 && key < 127)
+        return static_cast<unsigned>(key);
+    return 0;
+}
+
+void CVxMainRenderArea::keyPressEvent(QKeyEvent* event)
+{
+    const unsigned key = ToCoreKey(event);
+    if (key == 0) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    CVxAppCore* core = VX_GetCore();
+    const unsigned modifiers = ToCoreModifiers(event->modifiers());
+    // Right and down do not pass the core's key dispatch; they come here
+    // straight to the arrow handling.
+    const bool used = (key == VX_KEY_RIGHT || key == VX_KEY_DOWN)
+                          ? core->MainViewKeyArrowsPressed(key, modifiers)
+                          : core->MainViewKeyDown(key, modifiers);
+    if (used)
+        event->accept();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void CVxMainRenderArea::keyReleaseEvent(QKeyEvent* event)
+{
+    const unsigned key = ToCoreKey(event);
+    if (key != 0 && VX_GetCore()->MainViewKeyUp(key, ToCoreModifiers(event->modifiers())))
+        event->accept();
+    else
+        QWidget::keyReleaseEvent(event);
 }

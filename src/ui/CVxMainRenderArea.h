@@ -28,6 +28,11 @@ public:
     bool IsMiddleScrolling() const { return m_scrollerTimer.isActive(); }
     void StopMiddleScrolling();
 
+    // A key in the core's terms: an EVxKey, or the upper-case character;
+    // 0 for a key the core does not know.
+    static unsigned ToCoreKey(const QKeyEvent* event);
+    static unsigned ToCoreModifiers(Qt::KeyboardModifiers modifiers);
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     // Ctrl and the wheel zoom about the pointer.
@@ -36,6 +41,9 @@ protected:
     // The pointer's position goes to the status bar in plan coordinates.
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    // Keys that no command took go to the core's plan view.
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
 
 private:
     void OnScrollerTimer();
