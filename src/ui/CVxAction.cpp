@@ -22,7 +22,9 @@ void CVxAction::SetActionTexts()
     if (!m_ownText) {
         // A "&" in a command's text is a character of the text, not an
         // accelerator ("Draw in Black & White").
-        QString text = core->GetMainToolbarButtonHint(m_code, false).ToQString();
+        // The item shows the first line; further lines are for the tool tip.
+        QString text =
+            core->GetMainToolbarButtonHint(m_code, false).ToQString().section(QLatin1Char('\n'), 0, 0);
         setText(text.replace(QLatin1Char('&'), QStringLiteral("&&")));
         setToolTip(core->GetMainToolbarButtonHint(m_code, true).ToQString());
     }

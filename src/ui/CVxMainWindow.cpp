@@ -218,6 +218,7 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_helper->BuildLayersSubMenu(false);
     m_helper->RefreshMainViewCaption();
     core->CheckViewMenuItems();
+    core->CheckMouseStateToolbarButtons(VX_TB_SELECTION_TOOL);
     m_helper->UpdateHomeEditPicker(CVxStringW(), CVxStringW());
     m_helper->UpdateCommentsView();
     VX_CallOnSessionEndSignals(this, [this] { OnSessionEnd(); });
@@ -555,6 +556,12 @@ void CVxMainWindow::ChooseLanguageAtFirstStart()
 
 void CVxMainWindow::closeEvent(QCloseEvent* event)
 {
+    // Closing while an editor is active leaves the editor, not the program.
+    if (!m_sessionEnding && VX_GetCore()->GetActiveEditor()) {
+        event->ignore();
+        DoMainToolbarAction(VX_TB_DISCARD_CLOSE, 0);
+        return;
+    }
     if (!m_sessionEnding && !VX_GetCore()->AskToSaveModifiedProject()) {
         event->ignore();
         return;

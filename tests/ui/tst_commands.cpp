@@ -126,6 +126,7 @@ private slots:
     void cleanup();
     void everyShortcutReachesItsCommand();
     void everyIconHasItsPicture();
+    void iconsFollowSchemeAndDirection();
     void floorToolbarSwitchesFloors();
     void enabledMenuItemsAreHandled();
     void keysOfDisabledCommandsReachThePlan();
@@ -219,6 +220,36 @@ void TestCommands::everyIconHasItsPicture()
         QVERIFY2(!CVxMainToolbar::RenderIcon(resource, mirrorable, autoDark, true).isNull(),
                  qPrintable(resource));
     }
+}
+
+void TestCommands::iconsFollowSchemeAndDirection()
+{
+    // An icon inked on its left half only.
+    const QString path = g_home->Path() + QStringLiteral("/ink.svg");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"24\" height=\"24\" viewBox=\"0 0 24 24\">"
+               "<rect x=\"0\" y=\"0\" width=\"12\" height=\"24\" fill=\"#3a3f44\"/></svg>");
+    file.close();
+    const auto pixel = [](const QIcon& icon, int x) {
+        return icon.pixmap(QSize(24, 24), 1.0).toImage().pixelColor(x, 12);
+    };
+    const QIcon light = CVxMainToolbar::RenderIcon(path, false, true, false);
+    QCOMPARE(pixel(light, 3), QColor(0x3a, 0x3f, 0x44));
+    QCOMPARE(pixel(light, 20).alpha(), 0);
+    QCOMPARE(pixel(CVxMainToolbar::RenderIcon(path, false, true, true), 3), QColor(0xe6, 0xe6, 0xe6));
+    // A coloured icon keeps its colours on a dark ground.
+    QCOMPARE(pixel(CVxMainToolbar::RenderIcon(path, false, false, true), 3), QColor(0x3a, 0x3f, 0x44));
+    // Both scales are drawn from the picture itself.
+    QCOMPARE(light.availableSizes().size(), 2);
+
+    QGuiApplication::setLayoutDirection(Qt::RightToLeft);
+    const QIcon mirrored = CVxMainToolbar::RenderIcon(path, true, true, false);
+    const QIcon unmirrored = CVxMainToolbar::RenderIcon(path, false, true, false);
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    QCOMPARE(pixel(mirrored, 3).alpha(), 0);
+    QCOMPARE(pixel(mirrored, 20), QColor(0x3a, 0x3f, 0x44));
+    QCOMPARE(pixel(unmirrored, 3), QColor(0x3a, 0x3f, 0x44));
 }
 
 void TestCommands::floorToolbarSwitchesFloors()
@@ -330,8 +361,17 @@ void TestCommands::toolbarsOfTheWindow()
     QVERIFY(!toolbar->actions().contains(toolbar->FindAction(VX_TB_TOUCH_MODE)));
     QVERIFY(toolbar->IsButtonVisible(VX_TB_UNDO));
     QVERIFY(!toolbar->IsButtonVisible(VX_TB_ACCEPT_CLOSE));
-    // The tool tip names the key.
+    // The tool tip names the key; the painter's second line is for the tip
+    // alone.
     QCOMPARE(toolbar->FindAction(VX_TB_OPEN)->toolTip(), QStringLiteral("Open (Ctrl+O)"));
+    CVxAction* painter = toolbar->FindAction(VX_TB_FORMAT_PAINTER);
+    QCOMPARE(painter->text(), QStringLiteral("Copy Properties"));
+    QCOMPARE(painter->toolTip(),
+             QStringLiteral("Copy Properties\nDouble-click to apply to multiple objects"));
+    QCOMPARE(toolbar->FindAction(VX_TB_BLACK_WHITE)->text(), QStringLiteral("Draw in Black && White"));
+    // The pointer selects at start.
+    QVERIFY(toolbar->FindAction(VX_TB_SELECTION_TOOL)->isChecked());
+    QVERIFY(!toolbar->FindAction(VX_TB_NEW_WALL)->isChecked());
 
     QList<int> context;
     for (QAction* action : window.GetContextToolbar()->actions())
