@@ -270,6 +270,32 @@ public:
     // into the same floor keeps the objects' places.
     const CVxStringW& GetClipboardProjectId();
 
+    // Commands by number: the facts of the command table, with the active
+    // editor asked first, and what the plan view's state allows now.
+    CVxStringW GetMainToolbarButtonHint(EVxMainToolbarButtonCode code, bool withShortcut) const;
+    CVxStringW GetMainToolbarButtonIconName(EVxMainToolbarButtonCode code, bool& mirrorable,
+                                            bool& autoDark) const;
+    // False when the command has no shortcut.
+    bool GetMainToolbarButtonShortcut(EVxMainToolbarButtonCode code, unsigned& modifiers,
+                                      unsigned& key) const;
+    bool IsMainToolbarButtonCheckable(EVxMainToolbarButtonCode code) const;
+    // A mask of EVxInterface bits.
+    unsigned GetMainToolbarButtonInterfacePresence(EVxMainToolbarButtonCode code) const;
+    bool IsMainToolbarButtonForInterface(EVxMainToolbarButtonCode code, unsigned interfaceMask) const;
+    // "Ctrl+Shift+S", "F12", "Del"; empty for no key.
+    static CVxStringW ShortcutToString(unsigned modifiers, unsigned key);
+    // True when the code was taken by the editor or by the core.
+    bool DoMainToolbarButtonAction(EVxMainToolbarButtonCode code);
+    bool IsMainToolbarButtonVisible(EVxMainToolbarButtonCode code) const;
+    // For the context tool bar and the object pop-up.
+    bool IsContextToolbarButtonVisible(EVxMainToolbarButtonCode code, bool& enabled) const;
+    // The drawing tools act as a radio group; `code` is the one now on.
+    void CheckMouseStateToolbarButtons(EVxMainToolbarButtonCode code);
+    // The host's check marks of the drawing flags and the painter.
+    void CheckViewMenuItems();
+    // Leaves the active editor; with `discard` its changes are dropped.
+    void DeactivateActiveEditor(bool discard, bool silent);
+
     // The project as a document. Where the user must decide, the core asks
     // through the host; every way of opening a file passes OpenFile.
     bool OpenFile(const CVxStringW& path, bool atStart);

@@ -26,4 +26,24 @@ public:
     virtual void OnZoomChanged() {}
     // The editor's code, one of EVxEditorCode.
     virtual int GetID() const = 0;
+
+    // Commands while the editor is active. The editor may give a command a
+    // text and a shortcut of its own (true when it filled them), decide what
+    // the tool bars show, and take a command over (true when it did).
+    virtual bool GetMainToolbarButtonHint(EVxMainToolbarButtonCode /*code*/, CVxStringW& /*text*/)
+    {
+        return false;
+    }
+    virtual bool GetMainToolbarButtonShortcut(EVxMainToolbarButtonCode /*code*/, unsigned& /*modifiers*/,
+                                              unsigned& /*key*/)
+    {
+        return false;
+    }
+    virtual bool IsMainToolbarButtonVisible(EVxMainToolbarButtonCode /*code*/) { return true; }
+    // 1 shown, 0 hidden, -1 when the plain plan view's rules decide.
+    virtual int IsContextToolbarButtonVisible(EVxMainToolbarButtonCode /*code*/, bool& /*enabled*/)
+    {
+        return -1;
+    }
+    virtual bool OnMainToolbarButtonAction(EVxMainToolbarButtonCode /*code*/) { return false; }
 };

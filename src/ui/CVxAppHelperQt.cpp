@@ -5,6 +5,7 @@
 #include "CVxMainRenderArea.h"
 #include "CVxMainScrollArea.h"
 #include "CVxMainStatusBar.h"
+#include "CVxMainToolbar.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
 
@@ -210,6 +211,44 @@ void CVxAppHelperQt::EnableFloorButtons()
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())
         window->EnableFloorButtons();
+}
+
+void CVxAppHelperQt::EnableAlignCommands()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->EnableAlignCommands();
+}
+
+void CVxAppHelperQt::RebuildContextToolbar()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->RebuildContextToolbar();
+}
+
+void CVxAppHelperQt::EnableMainToolbarButton(EVxMainToolbarButtonCode code, bool enable)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetMainToolbar())
+        window->GetMainToolbar()->EnableButton(code, enable);
+}
+
+void CVxAppHelperQt::CheckMainToolbarButton(EVxMainToolbarButtonCode code, bool check)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (window && window->GetMainToolbar())
+        window->GetMainToolbar()->CheckButton(code, check);
+}
+
+void CVxAppHelperQt::AfterSelectionChanged()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->AfterSelectionChanged();
+}
+
+void CVxAppHelperQt::ShowPopupMenuForObject(int index)
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->ShowPopupMenuForObject(index);
 }
 
 void CVxAppHelperQt::EnableUndoButtons()

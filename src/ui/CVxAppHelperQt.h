@@ -28,6 +28,12 @@ public:
     void UpdateProjectUI(bool zoomToFit, bool autoSize) override;
     void EnableUndoButtons() override;
     void EnableFloorButtons() override;
+    void EnableAlignCommands() override;
+    void RebuildContextToolbar() override;
+    void EnableMainToolbarButton(EVxMainToolbarButtonCode code, bool enable) override;
+    void CheckMainToolbarButton(EVxMainToolbarButtonCode code, bool check) override;
+    void AfterSelectionChanged() override;
+    void ShowPopupMenuForObject(int index) override;
     void RefreshMainViewCursor() override;
     void SetMainViewCursor(EVxMouseCursor cursor) override;
     bool IsMainViewScrollBarVisible(bool horizontal) override;

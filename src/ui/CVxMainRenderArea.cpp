@@ -19,6 +19,7 @@
 CVxMainRenderArea::CVxMainRenderArea(QWidget* parent) : QWidget(parent)
 {
     setMouseTracking(true);
+    // The plan takes the keys that no command of the window claims.
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
     setAttribute(Qt::WA_OpaquePaintEvent, false);
@@ -112,54 +113,6 @@ int CoreSource(const QMouseEvent* event)
 }
 } // namespace
 
-unsigned CVxMainRenderArea::ModifiersToCore(Qt::KeyboardModifiers modifiers)
-{
-    unsigned bits = 0;
-    if (modifiers & Qt::ShiftModifier)
-        bits |= CVxAppCore::modShift;
-    if (modifiers & Qt::ControlModifier)
-        bits |= CVxAppCore::modCtrl;
-    if (modifiers & Qt::AltModifier)
-        bits |= CVxAppCore::modAlt;
-    return bits;
-}
-
-unsigned CVxMainRenderArea::KeyToCore(int qtKey)
-{
-    switch (qtKey) {
-    case Qt::Key_Left:
-        return VX_KEY_LEFT;
-    case Qt::Key_Right:
-        return VX_KEY_RIGHT;
-    case Qt::Key_Up:
-        return VX_KEY_UP;
-    case Qt::Key_Down:
-        return VX_KEY_DOWN;
-    case Qt::Key_Escape:
-        return VX_KEY_ESC;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-        return VX_KEY_ENTER;
-    case Qt::Key_Delete:
-        return VX_KEY_DELETE;
-    case Qt::Key_Shift:
-        return VX_KEY_SHIFT;
-    case Qt::Key_Control:
-        return VX_KEY_CTRL;
-    case Qt::Key_PageUp:
-        return VX_KEY_PGUP;
-    case Qt::Key_PageDown:
-        return VX_KEY_PGDN;
-    default:
-        break;
-    }
-    if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F12)
-        return VX_KEY_F1 + static_cast<unsigned>(qtKey - Qt::Key_F1);
-    if (qtKey >= 0x20 && qtKey < 0x7F)
-        return static_cast<unsigned>(qtKey);
-    return 0;
-}
-
 void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
 {
     m_buttonsDown = event->buttons() | event->button();
@@ -184,7 +137,7 @@ void CVxMainRenderArea::mousePressEvent(QMouseEvent* event)
     setFocus(Qt::MouseFocusReason);
     bool handled = true;
     const QPointF at = event->position();
-    core->MainViewMouseDown(button, ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event),
+    core->MainViewMouseDown(button, ToCoreModifiers(event->modifiers()), at.x(), at.y(), CoreSource(event),
                             &handled);
     event->setAccepted(handled);
 }
@@ -199,7 +152,7 @@ void CVxMainRenderArea::mouseReleaseEvent(QMouseEvent* event)
         return;
     }
     const QPointF at = event->position();
-    core->MainViewMouseUp(button, ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event));
+    core->MainViewMouseUp(button, ToCoreModifiers(event->modifiers()), at.x(), at.y(), CoreSource(event));
     event->accept();
 }
 
@@ -217,30 +170,8 @@ void CVxMainRenderArea::mouseMoveEvent(QMouseEvent* event)
                                                  (at.y() - sheet.top) / zoom - project.m_spaceTop);
     }
     if (core->IsDrawingAllowed() && m_paintable && !IsMiddleScrolling())
-        core->MainViewMouseMove(ModifiersToCore(event->modifiers()), at.x(), at.y(), CoreSource(event));
+        core->MainViewMouseMove(ToCoreModifiers(event->modifiers()), at.x(), at.y(), CoreSource(event));
     QWidget::mouseMoveEvent(event);
-}
-
-void CVxMainRenderArea::keyPressEvent(QKeyEvent* event)
-{
-    CVxAppCore* core = VX_GetCore();
-    const unsigned key = KeyToCore(event->key());
-    if (key == 0 || !core->IsDrawingAllowed() ||
-        !core->MainViewKeyDown(key, ModifiersToCore(event->modifiers()))) {
-        QWidget::keyPressEvent(event);
-        return;
-    }
-    event->accept();
-}
-
-void CVxMainRenderArea::keyReleaseEvent(QKeyEvent* event)
-{
-    const unsigned key = KeyToCore(event->key());
-    if (key == 0 || !VX_GetCore()->MainViewKeyUp(key, ModifiersToCore(event->modifiers()))) {
-        QWidget::keyReleaseEvent(event);
-        return;
-    }
-    event->accept();
 }
 
 void CVxMainRenderArea::leaveEvent(QEvent* event)
@@ -322,4 +253,83 @@ void CVxMainRenderArea::wheelEvent(QWheelEvent* event)
     else if (delta < 0)
         window->ZoomOut(true);
     event->accept();
+}
+
+unsigned CVxMainRenderArea::ToCoreModifiers(Qt::KeyboardModifiers modifiers)
+{
+    unsigned result = 0;
+    if (modifiers & Qt::ShiftModifier)
+        result |= CVxAppCore::modShift;
+    if (modifiers & Qt::ControlModifier)
+        result |= CVxAppCore::modCtrl;
+    if (modifiers & Qt::AltModifier)
+        result |= CVxAppCore::modAlt;
+    return result;
+}
+
+unsigned CVxMainRenderArea::ToCoreKey(const QKeyEvent* event)
+{
+    const int key = event->key();
+    switch (key) {
+    case Qt::Key_Left:
+        return VX_KEY_LEFT;
+    case Qt::Key_Right:
+        return VX_KEY_RIGHT;
+    case Qt::Key_Up:
+        return VX_KEY_UP;
+    case Qt::Key_Down:
+        return VX_KEY_DOWN;
+    case Qt::Key_Escape:
+        return VX_KEY_ESC;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return VX_KEY_ENTER;
+    case Qt::Key_Delete:
+        return VX_KEY_DELETE;
+    case Qt::Key_Shift:
+        return VX_KEY_SHIFT;
+    case Qt::Key_Control:
+        return VX_KEY_CTRL;
+    case Qt::Key_PageUp:
+        return VX_KEY_PGUP;
+    case Qt::Key_PageDown:
+        return VX_KEY_PGDN;
+    default:
+        break;
+    }
+    if (key >= Qt::Key_F1 && key <= Qt::Key_F12)
+        return VX_KEY_F1 + static_cast<unsigned>(key - Qt::Key_F1);
+    // Qt numbers the printable keys by their upper-case character.
+    if (key > 32 && key < 127)
+        return static_cast<unsigned>(key);
+    return 0;
+}
+
+void CVxMainRenderArea::keyPressEvent(QKeyEvent* event)
+{
+    const unsigned key = ToCoreKey(event);
+    if (key == 0) {
+        QWidget::keyPressEvent(event);
+        return;
+    }
+    CVxAppCore* core = VX_GetCore();
+    const unsigned modifiers = ToCoreModifiers(event->modifiers());
+    // Right and down do not pass the core's key dispatch; they come here
+    // straight to the arrow handling.
+    const bool used = (key == VX_KEY_RIGHT || key == VX_KEY_DOWN)
+                          ? core->MainViewKeyArrowsPressed(key, modifiers)
+                          : core->MainViewKeyDown(key, modifiers);
+    if (used)
+        event->accept();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void CVxMainRenderArea::keyReleaseEvent(QKeyEvent* event)
+{
+    const unsigned key = ToCoreKey(event);
+    if (key != 0 && VX_GetCore()->MainViewKeyUp(key, ToCoreModifiers(event->modifiers())))
+        event->accept();
+    else
+        QWidget::keyReleaseEvent(event);
 }

@@ -30,9 +30,10 @@ public:
 
     // The buttons held as this view's own events tell them.
     Qt::MouseButtons GetButtonsDown() const { return m_buttonsDown; }
-    // The core's key code for a Qt key, 0 for a key it doesn't use.
-    static unsigned KeyToCore(int qtKey);
-    static unsigned ModifiersToCore(Qt::KeyboardModifiers modifiers);
+    // A key in the core's terms: an EVxKey, or the upper-case character;
+    // 0 for a key the core does not know.
+    static unsigned ToCoreKey(const QKeyEvent* event);
+    static unsigned ToCoreModifiers(Qt::KeyboardModifiers modifiers);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -43,6 +44,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    // Keys that no command took go to the core's plan view.
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
 

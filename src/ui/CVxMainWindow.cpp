@@ -1,5 +1,6 @@
 #include "CVxMainWindow.h"
 
+#include "CVxAction.h"
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
 #include "CVxAutoSave.h"
@@ -9,9 +10,11 @@
 #include "CVxMainRenderArea.h"
 #include "CVxMainScrollArea.h"
 #include "CVxMainStatusBar.h"
+#include "CVxMainToolbar.h"
 #include "CVxMergeProjectDlg.h"
 #include "CVxMissingFilesDlg.h"
 #include "CVxOptions.h"
+#include "CVxSegmentedControl.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "VxSessionSignals.h"
@@ -38,6 +41,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPalette>
+#include <QSet>
 #include <QStyle>
 #include <QTimer>
 #include <QToolBar>
@@ -60,13 +64,6 @@ public:
         return false;
     }
 };
-
-// A command's text from the toolbar table of the language file.
-QString ToolbarText(int row, const wchar_t* english)
-{
-    CVxLocalize* loc = VX_GetLoc();
-    return loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), row, english).ToQString();
-}
 
 CVxStringW MainMenuText(int number, const wchar_t* english)
 {
@@ -157,6 +154,8 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_scrollArea->SetRenderArea(m_renderArea);
     m_statusBar = new CVxMainStatusBar(this);
     setStatusBar(m_statusBar);
+    m_mainToolbar = new CVxMainToolbar(this);
+    addToolBar(Qt::TopToolBarArea, m_mainToolbar);
 
     // The floor bar lies over the plan's bottom left corner, the context bars
     // over its right edge.
@@ -164,7 +163,9 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_floorToolbar = new QToolBar(m_renderArea);
     m_contextAlignToolbar = new QToolBar(m_renderArea);
     m_contextToolbar = new QToolBar(m_renderArea);
-    for (QToolBar* bar : {m_floorToolbar, m_contextAlignToolbar, m_contextToolbar})
+    // The context bars show only for a selection, and the align bar only
+    // when asked for.
+    for (QToolBar* bar : {m_contextAlignToolbar, m_contextToolbar})
         bar->hide();
     overlay->addWidget(m_floorToolbar, 0, 0, Qt::AlignLeft | Qt::AlignBottom);
     overlay->addWidget(m_contextAlignToolbar, 0, 1, Qt::AlignRight | Qt::AlignVCenter);
@@ -177,8 +178,15 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_projectPopup = new QMenu;
     m_specialEditorPopup = new QMenu;
     m_newObjectPopup = new QMenu;
+    m_longPressPopup = new QMenu;
+    m_mainToolbar->CreateObjectContextMenu(m_objectPopup);
+    m_mainToolbar->CreateProjectContextMenu(m_projectPopup);
+    m_mainToolbar->CreateSpecialEdContextMenu(m_specialEditorPopup);
+    m_mainToolbar->CreateNewObjContextMenu(m_newObjectPopup);
+    m_mainToolbar->CreateLongPressContextMenu(m_longPressPopup);
     if (loc->IsRightToLeft())
-        for (QMenu* popup : {m_objectPopup, m_projectPopup, m_specialEditorPopup, m_newObjectPopup})
+        for (QMenu* popup :
+             {m_objectPopup, m_projectPopup, m_specialEditorPopup, m_newObjectPopup, m_longPressPopup})
             popup->setLayoutDirection(Qt::RightToLeft);
     BuildRecentMenu();
 
@@ -195,7 +203,10 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     if (options->m_lastOpenFolder.IsEmpty())
         options->m_lastOpenFolder = m_helper->GetUserDocsPath();
 
+    AdaptForTouch();
     m_blockSchemeChanges = false;
+    UpdateButtonsWithAutoDarkIcons();
+    EnableFloorButtons();
     RebuildRoom();
     VxTrace("Init - after rebuilding room\n");
 
@@ -206,6 +217,8 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_helper->AfterSelectionChanged();
     m_helper->BuildLayersSubMenu(false);
     m_helper->RefreshMainViewCaption();
+    core->CheckViewMenuItems();
+    core->CheckMouseStateToolbarButtons(VX_TB_SELECTION_TOOL);
     m_helper->UpdateHomeEditPicker(CVxStringW(), CVxStringW());
     m_helper->UpdateCommentsView();
     VX_CallOnSessionEndSignals(this, [this] { OnSessionEnd(); });
@@ -241,6 +254,7 @@ CVxMainWindow::~CVxMainWindow()
     delete m_projectPopup;
     delete m_specialEditorPopup;
     delete m_newObjectPopup;
+    delete m_longPressPopup;
     // The core outlives the window, so it must no longer call back into it.
     if (s_instance == this)
         s_instance = nullptr;
@@ -295,22 +309,17 @@ void CVxMainWindow::CreateMenus()
     for (int i = 0; i < MENU_COUNT; ++i)
         m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
 
-    CreateProjectMenu();
-    CreateEditMenu();
-    CreateFloorMenu();
-    CreateViewMenu();
-    CVxLocalize* loc = VX_GetLoc();
-    const int toolbarTable = loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR);
-    QAction* exitAction = m_menus[MENU_PROJECT]->addAction(
-        loc->LocalizeDlgString(toolbarTable, 125, L"Exit").ToQString(), this, &QWidget::close);
-    exitAction->setMenuRole(QAction::QuitRole);
-    QAction* aboutAction = m_menus[MENU_HELP]->addAction(
-        loc->LocalizeDlgString(toolbarTable, 124, L"About...").ToQString(), this, [this] {
-            QMessageBox::about(this, QStringLiteral("Plaveno"),
-                               QStringLiteral("Plaveno %1\nDesign homes and rooms, floor by floor.")
-                                   .arg(QStringLiteral(PLAVENO_VERSION_TEXT)));
-        });
-    aboutAction->setMenuRole(QAction::AboutRole);
+    m_mainToolbar->CreateProjectMenu(m_menus[MENU_PROJECT], m_samplesMenu, m_recentSeparator);
+    m_mainToolbar->CreateEditMenu(m_menus[MENU_EDIT]);
+    m_mainToolbar->CreateFloorMenu(m_menus[MENU_FLOOR]);
+    m_mainToolbar->CreateObjectsMenu(m_menus[MENU_OBJECTS]);
+    m_mainToolbar->CreateViewMenu(m_menus[MENU_VIEW]);
+    m_mainToolbar->CreateConfigureMenu(m_menus[MENU_CONFIGURE]);
+    m_mainToolbar->CreateHelpMenu(m_menus[MENU_HELP]);
+
+    m_mainToolbar->CreateFloorToolbar(m_floorToolbar, m_menus[MENU_FLOOR]);
+    m_mainToolbar->CreateContextAlignToolbar(m_contextAlignToolbar);
+    m_mainToolbar->CreateContextToolbar(m_contextToolbar);
 }
 
 void CVxMainWindow::CreateDocks()
@@ -475,6 +484,7 @@ void CVxMainWindow::AutoSizeWindow()
 void CVxMainWindow::InitDarkTheme(bool dark)
 {
     m_darkScheme = dark;
+    UpdateButtonsWithAutoDarkIcons();
     if (m_renderArea)
         m_renderArea->update();
 }
@@ -546,6 +556,12 @@ void CVxMainWindow::ChooseLanguageAtFirstStart()
 
 void CVxMainWindow::closeEvent(QCloseEvent* event)
 {
+    // Closing while an editor is active leaves the editor, not the program.
+    if (!m_sessionEnding && VX_GetCore()->GetActiveEditor()) {
+        event->ignore();
+        DoMainToolbarAction(VX_TB_DISCARD_CLOSE, 0);
+        return;
+    }
     if (!m_sessionEnding && !VX_GetCore()->AskToSaveModifiedProject()) {
         event->ignore();
         return;
@@ -593,122 +609,314 @@ void CVxMainWindow::changeEvent(QEvent* event)
         InitDarkTheme(dark);
 }
 
-void CVxMainWindow::CreateProjectMenu()
+namespace {
+
+// Commands whose menu bar items follow the selection.
+bool FollowsSelection(int code)
 {
-    const auto text = ToolbarText;
-    QMenu* menu = m_menus[MENU_PROJECT];
-    QAction* action = menu->addAction(text(1, L"Start New Project"), this, &CVxMainWindow::StartNewProject);
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_N));
-    action = menu->addAction(text(2, L"Open"), this, [this] { OpenFile(CVxStringW(), false); });
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_O));
-    action = menu->addAction(text(5, L"Save"), this, &CVxMainWindow::DoProjectSave);
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_S));
-    action = menu->addAction(text(6, L"Save As..."), this, &CVxMainWindow::DoProjectSaveAs);
-    action->setShortcuts({QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S), QKeySequence(Qt::Key_F12)});
-    menu->addAction(text(4, L"Revert to Saved"), this, &CVxMainWindow::RevertProjectToSaved);
-    menu->addAction(text(89, L"Merge Projects..."), this, &CVxMainWindow::OnMergeProjects);
-    menu->addSeparator();
-    // The three sample commands share one sub-menu; its title is theirs
-    // without the number.
-    QString samples = text(90, L"Samples1");
-    while (!samples.isEmpty() && (samples.back().isDigit() || samples.back().isSpace()))
-        samples.chop(1);
-    m_samplesMenu = menu->addMenu(samples);
-    m_recentSeparator = menu->addSeparator();
-    menu->setToolTipsVisible(true);
-    for (int i = 0; i < 4; ++i) {
-        m_recentActions[i] = menu->addAction(QString(), this, [this, i] { OpenRecentFile(i); });
-        m_recentActions[i]->setVisible(false);
-    }
-    menu->addSeparator();
+    return code == VX_TB_FORMAT_PAINTER || code == VX_TB_GROUP ||
+           (code >= VX_TB_FLIP_HORIZONTALLY && code <= VX_TB_ROTATE_RIGHT) || code == VX_TB_CUT ||
+           code == VX_TB_COPY || code == VX_TB_DESELECT ||
+           (code >= VX_TB_CTX_REMOVE && code <= VX_TB_SELECT_SAME_TYPE) ||
+           (code >= VX_TB_BRING_FORWARD && code <= VX_TB_Z_TO_TERRAIN) ||
+           (code >= VX_TB_ALIGN_LEFT && code <= VX_TB_ZORDER_BY_Z);
 }
 
-void CVxMainWindow::CreateEditMenu()
+} // namespace
+
+bool CVxMainWindow::IsCommandAvailable(int code)
 {
-    const auto text = ToolbarText;
-    QMenu* menu = m_menus[MENU_EDIT];
-    m_undoAction = menu->addAction(text(18, L"Undo"), this, [] { VX_GetCore()->MakeUndo(); });
-    m_undoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Z));
-    m_redoAction = menu->addAction(text(19, L"Redo"), this, [] { VX_GetCore()->MakeRedo(); });
-    m_redoAction->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Y));
-    EnableUndoButtons();
+    // Those that this window runs, then those that the core runs. The
+    // features behind the others (3D view, the editors of walls, sides and
+    // polygons, the library and listing forms, printing, the property and
+    // options dialogues, ...) come with their own work.
+    static const QSet<int> available = {1,   2,   3,   4,   5,   6,   8,   30,  31,  32,  33,  34,  71,  72,
+                                        89,  90,  116, 117, 124, 125, 142, 165, 15,  16,  18,  19,  20,  26,
+                                        28,  29,  39,  47,  48,  49,  50,  73,  74,  75,  76,  77,  78,  93,
+                                        94,  95,  96,  97,  106, 108, 109, 110, 111, 112, 113, 130, 131, 132,
+                                        135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163,
+                                        168, 169, 170, 171, 172, 173, 174, 175, 178, 179, 180, 181, 182};
+    return available.contains(code);
 }
 
 void CVxMainWindow::EnableUndoButtons()
 {
-    if (m_undoAction)
-        m_undoAction->setEnabled(VX_GetCore()->CanUndo());
-    if (m_redoAction)
-        m_redoAction->setEnabled(VX_GetCore()->CanRedo());
-}
-
-void CVxMainWindow::CreateFloorMenu()
-{
-    const auto text = ToolbarText;
-    QMenu* menu = m_menus[MENU_FLOOR];
-    CVxAppCore* core = VX_GetCore();
-    m_floorActions[0] = menu->addAction(text(73, L"Add New Floor"), this, [core] { core->AddNewFloor(); });
-    m_floorActions[1] =
-        menu->addAction(text(74, L"Remove Floor..."), this, [core] { core->RemoveCurrentFloor(true); });
-    menu->addSeparator();
-    m_floorActions[2] =
-        menu->addAction(text(75, L"Swap with Higher Floor"), this, [core] { core->SwapCurrentFloor(true); });
-    m_floorActions[3] =
-        menu->addAction(text(76, L"Swap with Lower Floor"), this, [core] { core->SwapCurrentFloor(false); });
-    menu->addSeparator();
-    m_floorActions[4] = menu->addAction(text(77, L"Go Up One Floor"), this,
-                                        [core] { core->GoToFloor(core->GetProject().m_currentFloor + 1); });
-    m_floorActions[4]->setShortcut(QKeySequence(Qt::Key_PageUp));
-    m_floorActions[5] = menu->addAction(text(78, L"Go Down One Floor"), this,
-                                        [core] { core->GoToFloor(core->GetProject().m_currentFloor - 1); });
-    m_floorActions[5]->setShortcut(QKeySequence(Qt::Key_PageDown));
-    EnableFloorButtons();
+    UpdateCommandStates();
 }
 
 void CVxMainWindow::EnableFloorButtons()
 {
-    if (!m_floorActions[0])
+    if (!m_mainToolbar)
         return;
-    const CVxProject& project = VX_GetCore()->GetProject();
-    const int count = project.GetFloorCount();
-    const int current = project.m_currentFloor;
-    m_floorActions[1]->setEnabled(count > 1);
-    m_floorActions[2]->setEnabled(current + 1 < count);
-    m_floorActions[3]->setEnabled(current > 0);
-    m_floorActions[4]->setEnabled(current + 1 < count);
-    m_floorActions[5]->setEnabled(current > 0);
+    m_mainToolbar->RebuildFloorSegments();
+    UpdateCommandStates();
 }
 
-void CVxMainWindow::CreateViewMenu()
+void CVxMainWindow::UpdateCommandStates()
 {
-    const auto text = ToolbarText;
-    QMenu* menu = m_menus[MENU_VIEW];
-    QAction* action = menu->addAction(text(32, L"Zoom In"), this, [this] { ZoomIn(false); });
-    action->setShortcut(QKeySequence(Qt::Key_Plus));
-    action = menu->addAction(text(33, L"Zoom Out"), this, [this] { ZoomOut(false); });
-    action->setShortcut(QKeySequence(Qt::Key_Minus));
-    action = menu->addAction(text(31, L"Zoom 100%"), this, [this] {
+    if (!m_mainToolbar)
+        return;
+    CVxAppCore* core = VX_GetCore();
+    const bool editor = core->GetActiveEditor() != nullptr;
+    const CVxProject& project = core->GetProject();
+    const int floors = project.GetFloorCount();
+    const int current = project.m_currentFloor;
+    CVxLocalize* loc = VX_GetLoc();
+    for (CVxAction* action : m_mainToolbar->GetAllActions()) {
+        const int code = action->GetCode();
+        bool enabled = IsCommandAvailable(code);
+        switch (code) {
+        case VX_TB_REVERT:
+            enabled = enabled && !editor && !core->GetProjectPath().IsEmpty();
+            break;
+        case VX_TB_SAVE:
+            enabled = enabled && core->ShouldEnableSaveProject();
+            break;
+        case VX_TB_ACCEPT_CLOSE:
+        case VX_TB_DISCARD_CLOSE:
+            enabled = enabled && editor;
+            break;
+        case VX_TB_UNDO:
+            enabled = enabled && core->CanUndo();
+            break;
+        case VX_TB_REDO:
+            enabled = enabled && core->CanRedo();
+            break;
+        case VX_TB_REMOVE_FLOOR:
+            enabled = enabled && floors > 1;
+            break;
+        case VX_TB_SWAP_HIGHER_FLOOR:
+        case VX_TB_FLOOR_UP:
+            enabled = enabled && current + 1 < floors;
+            break;
+        case VX_TB_SWAP_LOWER_FLOOR:
+        case VX_TB_FLOOR_DOWN:
+            enabled = enabled && current > 0;
+            break;
+        case VX_TB_HELP:
+        case VX_TB_HELP_FILE:
+            enabled = enabled && !loc->GetHelpfile().IsEmpty();
+            break;
+        case VX_TB_WHATS_NEW:
+            enabled = enabled && !loc->GetWhatsNewFile().IsEmpty();
+            break;
+        default:
+            break;
+        }
+        bool contextEnabled = true;
+        if (action->GetIndex() == CVxMainToolbar::contextIndex) {
+            // The editor's accept and discard stand in its own pop-up.
+            const bool visible = code < VX_TB_FORMAT_PAINTER
+                                     ? true
+                                     : core->IsContextToolbarButtonVisible(action->GetCode(), contextEnabled);
+            action->setVisible(visible);
+            enabled = enabled && contextEnabled;
+        } else if (FollowsSelection(code)) {
+            enabled = enabled && core->IsContextToolbarButtonVisible(action->GetCode(), contextEnabled) &&
+                      contextEnabled;
+        }
+        action->setEnabled(enabled);
+    }
+    UpdateMainToolbarButtonsVisibility();
+}
+
+void CVxMainWindow::UpdateMainToolbarButtonsVisibility()
+{
+    if (!m_mainToolbar)
+        return;
+    CVxAppCore* core = VX_GetCore();
+    for (QAction* item : m_mainToolbar->actions())
+        if (auto* action = qobject_cast<CVxAction*>(item))
+            action->setVisible(core->IsMainToolbarButtonVisible(action->GetCode()));
+}
+
+void CVxMainWindow::RebuildContextToolbar()
+{
+    UpdateCommandStates();
+    if (!m_contextToolbar)
+        return;
+    bool any = false;
+    for (QAction* action : m_contextToolbar->actions())
+        any = any || action->isVisible();
+    m_contextToolbar->setVisible(any && VX_GetCore()->GetSelCount() > 0);
+}
+
+void CVxMainWindow::EnableAlignCommands()
+{
+    UpdateCommandStates();
+}
+
+void CVxMainWindow::AfterSelectionChanged()
+{
+    RebuildContextToolbar();
+    if (m_helper)
+        m_helper->RefreshMainViewStatusBar();
+}
+
+void CVxMainWindow::ShowPopupMenuForObject(int index)
+{
+    UpdateCommandStates();
+    QMenu* menu = m_projectPopup;
+    if (VX_GetCore()->GetActiveEditor())
+        menu = m_specialEditorPopup;
+    else if (index >= 0)
+        menu = m_objectPopup;
+    if (menu)
+        menu->popup(QCursor::pos());
+}
+
+void CVxMainWindow::OnMainToolbarAction()
+{
+    auto* action = qobject_cast<CVxAction*>(sender());
+    if (!action)
+        return;
+    if (s_commandHook && s_commandHook(action->GetCode(), action->GetIndex()))
+        return;
+    DoMainToolbarAction(action->GetCode(), action->GetIndex());
+}
+
+bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index)
+{
+    switch (code) {
+    case VX_TB_NEW_PROJECT:
+    case VX_TB_NEW_PROJECT_TOUCH:
+        StartNewProject();
+        break;
+    case VX_TB_OPEN:
+        OpenFile(CVxStringW(), false);
+        break;
+    case VX_TB_REVERT:
+        RevertProjectToSaved();
+        break;
+    case VX_TB_SAVE:
+        DoProjectSave();
+        break;
+    case VX_TB_SAVE_AS:
+        DoProjectSaveAs();
+        break;
+    case VX_TB_RECENT_FILE:
+        OpenRecentFile(index);
+        break;
+    case VX_TB_SAMPLES1: {
+        const CVxAction* sample = m_mainToolbar->FindAction(code, index);
+        if (!sample)
+            return false;
+        OpenSampleFile(CVxStringW(sample->data().toString()));
+        break;
+    }
+    case VX_TB_MERGE_PROJECTS:
+        OnMergeProjects();
+        break;
+    case VX_TB_ABOUT:
+        ShowAbout();
+        break;
+    case VX_TB_EXIT:
+        close();
+        break;
+    case VX_TB_ZOOM_BEST_FIT:
+        ZoomToBestFit();
+        break;
+    case VX_TB_ZOOM_100:
         ZoomStep(VX_GetCore()->GetProject().m_baseZoom * devicePixelRatioF(), false);
-    });
-    action->setShortcut(QKeySequence(Qt::Key_Slash));
-    action = menu->addAction(text(30, L"Best Fit"), this, &CVxMainWindow::ZoomToBestFit);
-    action->setShortcut(QKeySequence(Qt::Key_Asterisk));
-    action =
-        menu->addAction(text(34, L"Zoom to Selected Objects"), this, &CVxMainWindow::ZoomToSelectedObjects);
-    action->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Plus));
+        break;
+    case VX_TB_ZOOM_IN:
+        ZoomIn(false);
+        break;
+    case VX_TB_ZOOM_OUT:
+        ZoomOut(false);
+        break;
+    case VX_TB_ZOOM_SELECTED:
+        ZoomToSelectedObjects();
+        break;
+    case VX_TB_HELP:
+    case VX_TB_HELP_FILE:
+        if (!OpenLanguageFile(false))
+            return false;
+        break;
+    case VX_TB_WHATS_NEW:
+        if (!OpenLanguageFile(true))
+            return false;
+        break;
+    case VX_TB_FLOOR:
+        m_menus[MENU_FLOOR]->popup(QCursor::pos());
+        break;
+    case VX_TB_CTX_ALIGN:
+        m_contextAlignToolbar->show();
+        break;
+    case VX_TB_ALIGN_CLOSE:
+        m_contextAlignToolbar->hide();
+        break;
+    default:
+        if (!IsCommandAvailable(code) || !VX_GetCore()->DoMainToolbarButtonAction(code))
+            return false;
+        break;
+    }
+    UpdateCommandStates();
+    return true;
+}
+
+void CVxMainWindow::on_SegmFloorChanged()
+{
+    CVxSegmentedControl* control = m_mainToolbar->GetFloorControl();
+    if (!control || !VX_GetCore()->GoToFloor(control->GetSelectedSegment()))
+        m_mainToolbar->RebuildFloorSegments();
+}
+
+void CVxMainWindow::AdaptForTouch()
+{
+    unsigned interfaceMask = VX_IF_DESKTOP;
+    if (CVxMainToolbar::IsTouchInterfaceAvailable()) {
+        if (m_helper->IsTouchOnlyDevice())
+            interfaceMask = VX_IF_TOUCH_ONLY;
+        else if (m_helper->IsTouchInterface())
+            interfaceMask = VX_IF_TOUCH;
+        else
+            interfaceMask = VX_IF_DESKTOP_WITH_TOUCH;
+    }
+    m_mainToolbar->CreateMainToolbarForInterface(interfaceMask);
+    UpdateMainToolbarButtonsVisibility();
+}
+
+void CVxMainWindow::UpdateButtonsWithAutoDarkIcons()
+{
+    if (m_mainToolbar)
+        m_mainToolbar->UpdateButtonsWithAutoDarkIcons(m_darkScheme);
+}
+
+void CVxMainWindow::ShowAbout()
+{
+    QMessageBox::about(this, QStringLiteral("Plaveno"),
+                       QStringLiteral("Plaveno %1\nDesign homes and rooms, floor by floor.")
+                           .arg(QStringLiteral(PLAVENO_VERSION_TEXT)));
+}
+
+bool CVxMainWindow::OpenLanguageFile(bool whatsNew)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    const CVxStringW file = whatsNew ? loc->GetWhatsNewFile() : loc->GetHelpfile();
+    if (file.IsEmpty())
+        return false;
+    m_helper->OpenHelpTopic(VX_GetCore()->GetAppFolder() + L"Language/" + file);
+    return true;
 }
 
 void CVxMainWindow::FillSamplesMenu()
 {
-    if (!m_samplesMenu)
+    if (!m_samplesMenu || !m_mainToolbar)
         return;
+    for (QAction* old : m_samplesMenu->actions())
+        if (auto* sample = qobject_cast<CVxAction*>(old))
+            m_mainToolbar->RemoveAction(sample->GetCode(), sample->GetIndex());
     m_samplesMenu->clear();
     const QDir folder(VX_GetCore()->GetSamplesFolder().ToQString());
     const QFileInfoList files = folder.entryInfoList({QStringLiteral("*.pvp")}, QDir::Files, QDir::Name);
-    for (const QFileInfo& file : files) {
-        QAction* action =
-            m_samplesMenu->addAction(file.completeBaseName(), this, &CVxMainWindow::OnOpenSampleFileClicked);
-        action->setData(file.absoluteFilePath());
+    for (int i = 0; i < files.size(); ++i) {
+        CVxAction* action = m_mainToolbar->FindAddAction(VX_TB_SAMPLES1, i);
+        action->SetOwnText(true);
+        action->setText(files.at(i).completeBaseName());
+        action->setToolTip(QString());
+        action->setData(files.at(i).absoluteFilePath());
+        m_samplesMenu->addAction(action);
     }
     m_samplesMenu->menuAction()->setEnabled(!files.isEmpty());
 }
@@ -717,10 +925,11 @@ void CVxMainWindow::BuildRecentMenu()
 {
     bool any = false;
     for (int i = 0; i < 4; ++i) {
-        if (!m_recentActions[i])
+        CVxAction* recent = m_mainToolbar ? m_mainToolbar->FindAction(VX_TB_RECENT_FILE, i) : nullptr;
+        if (!recent)
             return;
         const CVxStringW path = VX_GetCore()->GetRecentFile(i);
-        m_recentActions[i]->setVisible(!path.IsEmpty());
+        recent->setVisible(!path.IsEmpty());
         if (path.IsEmpty())
             continue;
         any = true;
@@ -728,9 +937,9 @@ void CVxMainWindow::BuildRecentMenu()
         const QString name =
             QFileInfo(path.ToQString()).fileName().replace(QLatin1Char('&'), QStringLiteral("&&"));
         const QString full = QDir::toNativeSeparators(path.ToQString());
-        m_recentActions[i]->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(name));
-        m_recentActions[i]->setToolTip(full);
-        m_recentActions[i]->setStatusTip(full);
+        recent->setText(QStringLiteral("&%1 %2").arg(i + 1).arg(name));
+        recent->setToolTip(full);
+        recent->setStatusTip(full);
     }
     if (m_recentSeparator)
         m_recentSeparator->setVisible(any);
@@ -822,8 +1031,7 @@ void CVxMainWindow::StartNewProject()
 
 void CVxMainWindow::OnOpenSampleFileClicked()
 {
-    auto* action = qobject_cast<QAction*>(sender());
-    if (action)
+    if (auto* action = qobject_cast<QAction*>(sender()))
         OpenSampleFile(CVxStringW(action->data().toString()));
 }
 

@@ -4,13 +4,17 @@
 // when it goes.
 
 #include "CVxStringW.h"
+#include "VxHostTypes.h"
 
 #include <QMainWindow>
+
+#include <functional>
 
 class CVxAppHelperQt;
 class CVxMainRenderArea;
 class CVxMainScrollArea;
 class CVxMainStatusBar;
+class CVxMainToolbar;
 class QAction;
 class QDockWidget;
 class QDragEnterEvent;
@@ -57,10 +61,42 @@ public:
     CVxMainScrollArea* GetScrollArea() const { return m_scrollArea; }
     CVxMainStatusBar* GetStatusBar() const { return m_statusBar; }
     QMenu* GetMenu(EVxMenu menu) const { return m_menus[menu]; }
+    CVxMainToolbar* GetMainToolbar() const { return m_mainToolbar; }
+    QToolBar* GetFloorToolbar() const { return m_floorToolbar; }
+    QToolBar* GetContextToolbar() const { return m_contextToolbar; }
+    QToolBar* GetContextAlignToolbar() const { return m_contextAlignToolbar; }
+    QMenu* GetObjectPopup() const { return m_objectPopup; }
+    QMenu* GetProjectPopup() const { return m_projectPopup; }
     // Undo and Redo follow what the core can do.
     void EnableUndoButtons();
-    // The floor commands follow the floors there are and the current one.
+    // The floor commands and the floor tool bar follow the floors there are
+    // and the current one.
     void EnableFloorButtons();
+    // Every item of every command enabled, and the context items shown, as
+    // the project, the selection and the active editor allow now.
+    void UpdateCommandStates();
+    void RebuildContextToolbar();
+    void EnableAlignCommands();
+    void AfterSelectionChanged();
+    // The object pop-up at the pointer, or the project's for -1.
+    void ShowPopupMenuForObject(int index);
+    // Runs a command by number: here those that need a window or a
+    // dialogue, in the core the rest. False when nobody handles the code.
+    bool DoMainToolbarAction(EVxMainToolbarButtonCode code, int index);
+    // Whether this build has the feature behind a command; the items of
+    // the others are shown disabled.
+    static bool IsCommandAvailable(int code);
+    // Widget tests see each command before it runs; true from the hook
+    // keeps it from running.
+    static void SetCommandHook(std::function<bool(int code, int index)> hook)
+    {
+        s_commandHook = std::move(hook);
+    }
+    // The tool bar and the menus for the classic desktop, a touch screen
+    // beside it, or the touch interface.
+    void AdaptForTouch();
+    void UpdateMainToolbarButtonsVisibility();
+    void UpdateButtonsWithAutoDarkIcons();
     QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
     const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
     bool IsFirstStart() const { return m_firstStart; }
@@ -105,6 +141,10 @@ public slots:
     // goes to the auto-save file for the next start to offer, and the
     // window closes.
     void OnSessionEnd();
+    // A triggered command item.
+    void OnMainToolbarAction();
+    // The floor tool bar's segments: the user picked a floor.
+    void on_SegmFloorChanged();
 
 protected:
     void showEvent(QShowEvent* event) override;
@@ -119,11 +159,10 @@ private:
     void ApplyStoredGeometry();
     void CreateMenus();
     void CreateDocks();
-    void CreateProjectMenu();
-    void CreateViewMenu();
-    void CreateEditMenu();
-    void CreateFloorMenu();
     void FillSamplesMenu();
+    void ShowAbout();
+    // The language's help or news file, false when it has none.
+    bool OpenLanguageFile(bool whatsNew);
     void OpenStartFile();
     // The first project file among dropped ones, or empty.
     static CVxStringW GetDroppedProjectFile(const QMimeData* data);
@@ -131,11 +170,13 @@ private:
 
     static CVxMainWindow* s_instance;
     static bool s_openSampleAtFirstStart;
+    static inline std::function<bool(int, int)> s_commandHook;
 
     CVxAppHelperQt* m_helper = nullptr;
     CVxMainRenderArea* m_renderArea = nullptr;
     CVxMainScrollArea* m_scrollArea = nullptr;
     CVxMainStatusBar* m_statusBar = nullptr;
+    CVxMainToolbar* m_mainToolbar = nullptr;
     QToolBar* m_floorToolbar = nullptr;
     QToolBar* m_contextAlignToolbar = nullptr;
     QToolBar* m_contextToolbar = nullptr;
@@ -144,12 +185,9 @@ private:
     QMenu* m_projectPopup = nullptr;
     QMenu* m_specialEditorPopup = nullptr;
     QMenu* m_newObjectPopup = nullptr;
+    QMenu* m_longPressPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
     QMenu* m_samplesMenu = nullptr;
-    QAction* m_floorActions[6] = {};
-    QAction* m_undoAction = nullptr;
-    QAction* m_redoAction = nullptr;
-    QAction* m_recentActions[4] = {};
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;
     bool m_firstStart = false;

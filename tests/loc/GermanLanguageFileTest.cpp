@@ -93,4 +93,6 @@ TEST(GermanLanguageFile, HasEveryRowTheProgramAsksFor)
         EXPECT_EQ(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_TOOLBAR), row, out), !noText)
             << row;
     }
+    // The format painter's second line.
+    EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_TOOLBAR), 300, out));
 }
