@@ -16,7 +16,7 @@ PACKAGES=(
     zlib1g-dev libutfcpp-dev libqrcodegencpp-dev
     googletest libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
     libcgal-dev
-    xvfb xauth fonts-dejavu-core
+    xvfb xauth fonts-dejavu-core xdotool imagemagick
 )
 
 missing=()

@@ -8,6 +8,7 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 
 CVxMainStatusBar::CVxMainStatusBar(QWidget* parent) : QStatusBar(parent)
@@ -83,6 +84,10 @@ CVxStringW CVxMainStatusBar::GetRightText() const
         double x = m_mouseX;
         double y = m_mouseY;
         floor->m_localCoords.SubtractFrom(x, y);
+        // As many decimals as the project shows its lengths with.
+        const double step = std::pow(10.0, std::clamp(project.m_decimalPrecision, 0, 6));
+        x = std::round(x * step) / step;
+        y = std::round(y * step) / step;
         text += separator;
         text += VX_DblFormat(x, VX_DF_FEET_GLYPHS, true);
         text += L", ";
