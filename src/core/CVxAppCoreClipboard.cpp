@@ -51,6 +51,32 @@ public:
     CVxStringW projectFile;
     CVxStringW projectId;
 };
+void Unite(VxRECT* dirty, const VxRECT& rect)
+{
+    if (dirty->right <= dirty->left || dirty->bottom <= dirty->top) {
+        *dirty = rect;
+        return;
+    }
+    dirty->left = std::min(dirty->left, rect.left);
+    dirty->top = std::min(dirty->top, rect.top);
+    dirty->right = std::max(dirty->right, rect.right);
+    dirty->bottom = std::max(dirty->bottom, rect.bottom);
+}
+
+// A dimension line's frame: its length along the rotation, its end marks
+// across. The line runs through the middle of the marks, so the frame
+// starts half a mark off the line that it measures.
+void SetDimLineFrame(CVxPart& line, const CVxDPoint& from, double length, double degrees, double mark)
+{
+    const double r = degrees * 3.14159265358979323846 / 180.0;
+    line.width = std::max(0.0, std::round(length * 100.0) / 100.0);
+    line.height = mark;
+    line.rotation = degrees < 0 ? degrees + 360 : degrees;
+    line.x = from.x + std::sin(r) * mark / 2;
+    line.y = from.y - std::cos(r) * mark / 2;
+    line.InvalidateCache();
+}
+
 // The pictures that the reader refused are dropped, members included.
 void ForgetRefusedFiles(CVxPart& part, const std::vector<CVxStringW>& refused, int depth)
 {
@@ -337,13 +363,9 @@ void CVxAppCore::CreateMeasLine(const CVxDPoint& fromPixels, const CVxDPoint& to
     int index = -1;
     CVxPart* line = floor->GetNewObject(&index, true);
     line->type = ptMeasLine;
-    line->x = from.x;
-    line->y = from.y;
-    line->width = length;
-    line->height = 0;
-    line->rotation = std::atan2(to.y - from.y, to.x - from.x) * 180.0 / 3.14159265358979323846;
-    if (line->rotation < 0)
-        line->rotation += 360;
+    line->caption = L"~";
+    SetDimLineFrame(*line, from, length,
+                    std::atan2(to.y - from.y, to.x - from.x) * 180.0 / 3.14159265358979323846, 10.0 / m_zoom);
     line->layer = floor->m_layers.GetActiveLayer();
     line->selected = true;
     line->InvalidateCache();
@@ -374,11 +396,9 @@ void CVxAppCore::DimensionSelectedObjects()
             line.Reset();
             line.inUse = true;
             line.type = ptMeasLine;
-            line.x = side[0].x + uy * off;
-            line.y = side[0].y - ux * off;
-            line.width = std::round(len * 100.0) / 100.0;
-            line.height = 0;
-            line.rotation = std::atan2(uy, ux) * 180.0 / 3.14159265358979323846;
+            line.caption = L"~";
+            SetDimLineFrame(line, CVxDPoint(side[0].x + uy * off, side[0].y - ux * off), len,
+                            std::atan2(uy, ux) * 180.0 / 3.14159265358979323846, 10.0 / m_zoom);
             line.layer = part.layer;
             lines.push_back(line);
         }
@@ -408,12 +428,113 @@ void CVxAppCore::DeleteAllDimensionLines()
     AfterSelectionCommand(true);
 }
 
-void CVxAppCore::UpdateTempDimLines(VxRECT* /*dirty*/)
+void CVxAppCore::UpdateTempDimLines(VxRECT* dirty)
 {
-    // Openings are placed by the wall editor's own dimension lines for now.
+    // While a door or window slides along its wall, two lines measure the
+    // gaps to the next stops on either side: openings on the same run of
+    // walls, and the run's ends.
+    CVxFloor* floor = m_project.GetFloor();
+    if (GetSelCount() != 1 || m_zoom <= 0)
+        return;
+    const int selected = GetFirstSelected();
+    const CVxPart* part = floor->SafeGetPart(selected);
+    if (!part || !part->snapToWall)
+        return;
+    const CVxRoomWalls& walls = floor->m_walls;
+    const CVxWall* wall = walls.SafeGetWall(part->snapWall);
+    const CVxDRect opening = part->GetWallOpeningRect(&walls, part->snapWall, true);
+    if (!wall || wall->IsCurved() || opening.Width() <= 0 || wall->length <= 0)
+        return;
+
+    const CVxDPoint a = wall->start;
+    const CVxDPoint dir((wall->end.x - a.x) / wall->length, (wall->end.y - a.y) / wall->length);
+    const auto along = [&](const CVxDPoint& p) { return (p.x - a.x) * dir.x + (p.y - a.y) * dir.y; };
+    std::vector<double> stops;
+    double low = 0;
+    double high = wall->length;
+    for (int i = 0; i < walls.GetWallCount(); ++i) {
+        const CVxWall& other = walls.walls[static_cast<size_t>(i)];
+        if (&other != wall &&
+            (other.snapSegment == 0 || other.snapSegment != wall->snapSegment || other.IsCurved()))
+            continue;
+        const double s = along(other.start);
+        const double e = along(other.end);
+        // Only walls that continue this one in line.
+        const auto off = [&](const CVxDPoint& p) {
+            return std::fabs((p.x - a.x) * dir.y - (p.y - a.y) * dir.x);
+        };
+        if (off(other.start) > 1e-3 || off(other.end) > 1e-3)
+            continue;
+        low = std::min(low, std::min(s, e));
+        high = std::max(high, std::max(s, e));
+    }
+    stops.push_back(low);
+    stops.push_back(high);
+    for (int i = 0; i < floor->GetObjectSlotCount(); ++i) {
+        const CVxPart& other = floor->m_objects[static_cast<size_t>(i)];
+        if (i == selected || !other.inUse || other.type == ptMeasLine || !other.snapToWall)
+            continue;
+        const CVxDRect r = other.GetWallOpeningRect(&walls, part->snapWall, false);
+        if (r.Width() <= 0)
+            continue;
+        stops.push_back(r.left);
+        stops.push_back(r.right);
+    }
+    std::sort(stops.begin(), stops.end());
+    double before = low;
+    double after = high;
+    for (double stop : stops) {
+        if (stop <= opening.left + 1e-9)
+            before = std::max(before, stop);
+        if (stop >= opening.right - 1e-9)
+            after = std::min(after, stop);
+    }
+
+    // The lines stand beside the wall, a little off its face.
+    const double offset = wall->thickness / 2 + 14.0 / m_zoom;
+    const CVxDPoint normal(-dir.y, dir.x);
+    const double angle = std::atan2(dir.y, dir.x) * 180.0 / 3.14159265358979323846;
+    const auto place = [&](CVxPart& line, double from, double to) {
+        if (dirty) {
+            VxRECT r;
+            line.GetCachedDrawingRect(&r, 0, 0, m_zoom);
+            Unite(dirty, r);
+        }
+        SetDimLineFrame(
+            line, CVxDPoint(a.x + dir.x * from + normal.x * offset, a.y + dir.y * from + normal.y * offset),
+            to - from, angle, 10.0 / m_zoom);
+        line.layer = part->layer;
+        line.InvalidateCache();
+        if (dirty) {
+            VxRECT r;
+            line.GetCachedDrawingRect(&r, 0, 0, m_zoom);
+            Unite(dirty, r);
+        }
+    };
+    std::vector<int> lines;
+    for (int i = 0; i < floor->GetObjectSlotCount() && lines.size() < 2; ++i)
+        if (floor->m_objects[static_cast<size_t>(i)].inUse &&
+            floor->m_objects[static_cast<size_t>(i)].IsTempDimLine())
+            lines.push_back(i);
+    while (lines.size() < 2) {
+        int index = -1;
+        CVxPart* line = floor->GetNewObject(&index, true);
+        line->type = ptMeasLine;
+        line->caption = L"~";
+        line->appTag |= CVxPart::appTagTempDimLine;
+        lines.push_back(index);
+    }
+    m_tempDimMode = true;
+    place(floor->m_objects[static_cast<size_t>(lines[0])], before, opening.left);
+    place(floor->m_objects[static_cast<size_t>(lines[1])], opening.right, after);
 }
 
 void CVxAppCore::DeleteTempDimLines()
 {
+    CVxFloor* floor = m_project.GetFloor();
+    for (CVxPart& part : floor->m_objects)
+        if (part.inUse && part.IsTempDimLine())
+            part = CVxPart();
+    floor->m_objectCount = floor->CountUsedObjects();
     m_tempDimMode = false;
 }

@@ -32,6 +32,7 @@ private slots:
     void copyAndPasteIntoAnotherProject();
     void foreignClipboardTextPastesNothing();
     void groupUngroupAndAlign();
+    void doorSlidesAlongItsWallWithGapLines();
 
 private:
     // A rectangle of the current floor, in units.
@@ -373,6 +374,43 @@ void TestPlanEditing::groupUngroupAndAlign()
     QVERIFY(core->MakeUndo());
     QVERIFY(core->MakeUndo());
     QCOMPARE(Part(b).x, 150.0);
+}
+
+void TestPlanEditing::doorSlidesAlongItsWallWithGapLines()
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxFloor* floor = core->GetProject().GetFloor();
+    CVxRoomWalls& walls = floor->m_walls;
+    walls.RemoveAll();
+    walls.GetNewWall()->Set(50, 50, 450, 50, 1, 10, 250, 250, true, false);
+    walls.GetNewWall()->Set(450, 50, 450, 350, 1, 10, 250, 250, true, false);
+    walls.GetNewWall()->Set(450, 350, 50, 350, 1, 10, 250, 250, true, false);
+    walls.GetNewWall()->Set(50, 350, 50, 50, 1, 10, 250, 250, true, false);
+    core->UpdateFloorPlan();
+    const int door = AddBox(200, 45, 80, 10);
+    Part(door).type = ptWindow;
+    Part(door).snapToWall = true;
+    Part(door).SnapToWall(&walls, 200, 50, false, false, false);
+    const double startX = Part(door).x;
+    core->SetSelection(door, true);
+    const QPoint at = Pixel(startX + 40, 50);
+    Drag(at, at + QPoint(60, 0), Qt::NoModifier, false);
+    QVERIFY2(Part(door).x > startX, qPrintable(QString::number(Part(door).x)));
+    QCOMPARE(Part(door).y, 45.0);
+    // Two lines tell the gaps to the wall's ends.
+    std::vector<const CVxPart*> lines;
+    for (const CVxPart& part : floor->m_objects)
+        if (part.inUse && part.IsTempDimLine())
+            lines.push_back(&part);
+    QCOMPARE(lines.size(), size_t(2));
+    const double left = Part(door).x - 50;
+    QVERIFY2(std::fabs(lines[0]->width - left) < 0.02, qPrintable(QString::number(lines[0]->width)));
+    QVERIFY(std::fabs(lines[1]->width - (450 - Part(door).x - 80)) < 0.02);
+    QTest::mouseRelease(m_view, Qt::LeftButton, Qt::NoModifier, at + QPoint(60, 0));
+    for (const CVxPart& part : floor->m_objects)
+        QVERIFY(!(part.inUse && part.IsTempDimLine()));
+    QVERIFY(core->MakeUndo());
+    QCOMPARE(Part(door).x, startX);
 }
 
 int main(int argc, char** argv)
