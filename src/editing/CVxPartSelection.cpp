@@ -156,8 +156,10 @@ void CVxPartSelection::UpdateSymbol(CVxPart* part, int partIndex, double zoom)
         symbol.isRound = shape == CVxSelSymbol::shapeCircle ? 1 : 0;
         return symbol;
     };
+    const int draggedSub = dragged && dragged->partNo == partIndex ? dragged->subIndex : -1;
     auto push = [&](CVxSelSymbol symbol) {
-        if (symbol.kind == draggedKind)
+        if (symbol.kind == draggedKind &&
+            (symbol.kind != CVxSelSymbol::kindVertex || symbol.subIndex == draggedSub))
             m_symbolIdx = static_cast<int>(m_symbols.size());
         m_symbols.push_back(symbol);
     };
@@ -169,6 +171,48 @@ void CVxPartSelection::UpdateSymbol(CVxPart* part, int partIndex, double zoom)
             const CVxDPoint& end = k == 0 ? corners[0] : corners[3];
             symbol.pos = VxPOINT{static_cast<int>(std::lround(end.x)), static_cast<int>(std::lround(end.y))};
             symbol.isRound = 1;
+            push(symbol);
+        }
+        return;
+    }
+
+    // A point given in fractions of the object's frame, in pixels.
+    const auto framePoint = [&](double u, double v) {
+        const double px =
+            corners[0].x + u * (corners[1].x - corners[0].x) + v * (corners[3].x - corners[0].x);
+        const double py =
+            corners[0].y + u * (corners[1].y - corners[0].y) + v * (corners[3].y - corners[0].y);
+        return VxPOINT{static_cast<int>(std::lround(px)), static_cast<int>(std::lround(py))};
+    };
+    if (part->type == ptAngle) {
+        // The first arm's end, the vertex and the second arm's end.
+        CVxDPoint vertex, arm1, arm2;
+        part->GetAnglePartPoints(vertex, arm1, arm2);
+        const CVxDPoint* points[3] = {&arm1, &vertex, &arm2};
+        for (int k = 0; k < 3; ++k) {
+            CVxSelSymbol symbol = add(4 + k, CVxSelSymbol::shapeSquare);
+            symbol.isRound = 1;
+            symbol.pos = framePoint(points[k]->x, points[k]->y);
+            push(symbol);
+        }
+        return;
+    }
+    if ((part->type == ptPolyline || part->type == ptPolygon) && part->polygon.GetVertexCount() >= 2 &&
+        !part->IsSizeLocked()) {
+        // One handle per point; the points run 0 to 1000 across the frame.
+        for (int i = 0; i < part->polygon.GetVertexCount(); ++i) {
+            const CVxDPoint& p = part->polygon.points[static_cast<size_t>(i)];
+            CVxSelSymbol symbol = add(CVxSelSymbol::kindVertex, CVxSelSymbol::shapeSquare);
+            symbol.subIndex = i;
+            symbol.pos = framePoint(p.x / 1000.0, p.y / 1000.0);
+            push(symbol);
+        }
+        if (part->HasCap(capRotate)) {
+            const double w = Length(corners[0], corners[1]);
+            const double h = Length(corners[0], corners[3]);
+            CVxSelSymbol symbol = add(CVxSelSymbol::kindRotate, CVxSelSymbol::shapeCircle);
+            symbol.color = 0xFFE0B0;
+            UpdateRegularSymbolPos(symbol, corners, w, h);
             push(symbol);
         }
         return;
@@ -222,8 +266,60 @@ double CVxPartSelection::SnapRotation(double degrees, bool snap45)
     return VX_NormalizeAngle(degrees);
 }
 
-bool CVxPartSelection::MouseMovePart(int kind, CVxPart* part, int /*subIndex*/, unsigned modifiers, int x,
-                                     int y, double zoom)
+bool CVxPartSelection::MovePolygonPoint(CVxPart* part, int index, CVxDPoint target, bool snap45) const
+{
+    CVxDPolygon& poly = part->polygon;
+    const int count = poly.GetVertexCount();
+    if (index < 0 || index >= count || part->width <= 0 || part->height <= 0)
+        return false;
+    // Every point in plan units, the moved one where the pointer is.
+    const double r = part->rotation * kDegToRad;
+    const double c = std::cos(r), s = std::sin(r);
+    std::vector<CVxDPoint> plan(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const CVxDPoint& p = poly.points[static_cast<size_t>(i)];
+        const double u = p.x / 1000.0 * part->width;
+        const double v = p.y / 1000.0 * part->height;
+        plan[static_cast<size_t>(i)] = CVxDPoint(part->x + u * c - v * s, part->y + u * s + v * c);
+    }
+    if (snap45) {
+        const int neighbour = index > 0 ? index - 1 : 1;
+        target = SnapDirection45(plan[static_cast<size_t>(neighbour)], target);
+    }
+    if (m_project)
+        m_project->SubUnitCorrection(&target, VX_DF_DECIMAL);
+    plan[static_cast<size_t>(index)] = target;
+    // The frame grows or shrinks around the points, in the object's turn.
+    double minU = 1e300, minV = 1e300, maxU = -1e300, maxV = -1e300;
+    std::vector<CVxDPoint> local(plan.size());
+    for (size_t i = 0; i < plan.size(); ++i) {
+        const double dx = plan[i].x - part->x;
+        const double dy = plan[i].y - part->y;
+        local[i] = CVxDPoint(dx * c + dy * s, -dx * s + dy * c);
+        minU = std::min(minU, local[i].x);
+        minV = std::min(minV, local[i].y);
+        maxU = std::max(maxU, local[i].x);
+        maxV = std::max(maxV, local[i].y);
+    }
+    const double w = std::max(maxU - minU, 1e-3);
+    const double h = std::max(maxV - minV, 1e-3);
+    if (!std::isfinite(w) || !std::isfinite(h))
+        return false;
+    for (size_t i = 0; i < local.size(); ++i)
+        poly.points[i] = CVxDPoint((local[i].x - minU) / w * 1000.0, (local[i].y - minV) / h * 1000.0);
+    // Control points of curved edges keep their place in the plan.
+    for (CVxDPoint& control : poly.bezierControls)
+        control = CVxDPoint((control.x / 1000.0 * part->width - minU) / w * 1000.0,
+                            (control.y / 1000.0 * part->height - minV) / h * 1000.0);
+    part->x += minU * c - minV * s;
+    part->y += minU * s + minV * c;
+    part->width = w;
+    part->height = h;
+    return true;
+}
+
+bool CVxPartSelection::MouseMovePart(int kind, CVxPart* part, int subIndex, unsigned modifiers, int x, int y,
+                                     double zoom)
 {
     if (!part || zoom <= 0)
         return false;
@@ -232,7 +328,28 @@ bool CVxPartSelection::MouseMovePart(int kind, CVxPart* part, int /*subIndex*/, 
     const double oldX = part->x, oldY = part->y, oldW = part->width, oldH = part->height;
     const double oldRotation = part->rotation;
 
-    if (part->type == ptLine && (kind == 0 || kind == 4)) {
+    if (part->type == ptAngle && kind >= 4 && kind <= 6) {
+        CVxDPoint corners[4];
+        part->GetRect(corners, 1.0, false);
+        CVxDPoint fractions[3];
+        part->GetAnglePartPoints(fractions[1], fractions[0], fractions[2]);
+        CVxDPoint points[3];
+        for (int i = 0; i < 3; ++i)
+            points[i] = CVxDPoint(corners[0].x + fractions[i].x * (corners[1].x - corners[0].x) +
+                                      fractions[i].y * (corners[3].x - corners[0].x),
+                                  corners[0].y + fractions[i].x * (corners[1].y - corners[0].y) +
+                                      fractions[i].y * (corners[3].y - corners[0].y));
+        CVxDPoint moving = pointer;
+        if (m_project)
+            m_project->SubUnitCorrection(&moving, VX_DF_DECIMAL);
+        points[kind - 4] = moving;
+        if (points[0] == points[1] || points[2] == points[1])
+            return false;
+        part->SetAnglePartPoints(points[1], points[0], points[2], kind, (modifiers & shift) != 0);
+    } else if (kind == CVxSelSymbol::kindVertex && part->polygon.GetVertexCount() >= 2) {
+        if (!MovePolygonPoint(part, subIndex, pointer, (modifiers & shift) != 0))
+            return false;
+    } else if (part->type == ptLine && (kind == 0 || kind == 4)) {
         CVxDPoint corners[4];
         part->GetRect(corners, 1.0, false);
         const CVxDPoint fixed = kind == 0 ? corners[3] : corners[0];

@@ -35,6 +35,9 @@ public:
     // The rotation that a free drag gives: tenths of a degree, falling onto
     // the eighths of a turn within 3 degrees; with snap45 only eighths.
     static double SnapRotation(double degrees, bool snap45);
+    // Moves point `index` of a polygon or polyline to `target` (units) and
+    // fits the frame to the points again.
+    bool MovePolygonPoint(CVxPart* part, int index, CVxDPoint target, bool snap45) const;
 
     // Handle distances in pixels: from the object's rectangle, and of the
     // rotation handle from the centre.

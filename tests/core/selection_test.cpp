@@ -169,3 +169,37 @@ TEST_F(Selection, HandlesFollowWhatTheObjectAllows)
     core->OnSelectionChange();
     EXPECT_TRUE(kinds().empty());
 }
+
+TEST_F(Selection, MovingAPolylinePointRefitsTheFrameAndKeepsTheOthers)
+{
+    const int index = Add(100, 100, 100, 100);
+    CVxPart& line = Part(index);
+    line.type = ptPolyline;
+    line.rotation = 90;
+    line.polygon.points = {CVxDPoint(0, 0), CVxDPoint(1000, 500), CVxDPoint(500, 1000)};
+    // Where a point lies in the plan.
+    auto plan = [&](int i) {
+        const CVxDPoint& p = line.polygon.points[static_cast<size_t>(i)];
+        const double u = p.x / 1000 * line.width, v = p.y / 1000 * line.height;
+        return CVxDPoint(line.x - v, line.y + u); // turned by 90 degrees
+    };
+    const CVxDPoint keep1 = plan(1);
+    const CVxDPoint keep2 = plan(2);
+    CVxPartSelection selection;
+    ASSERT_TRUE(selection.MovePolygonPoint(&line, 0, CVxDPoint(300, 40), false));
+    EXPECT_NEAR(plan(0).x, 300, 1e-9);
+    EXPECT_NEAR(plan(0).y, 40, 1e-9);
+    EXPECT_NEAR(plan(1).x, keep1.x, 1e-9);
+    EXPECT_NEAR(plan(1).y, keep1.y, 1e-9);
+    EXPECT_NEAR(plan(2).x, keep2.x, 1e-9);
+    EXPECT_NEAR(plan(2).y, keep2.y, 1e-9);
+    for (const CVxDPoint& p : line.polygon.points) {
+        EXPECT_GE(p.x, -1e-9);
+        EXPECT_LE(p.x, 1000 + 1e-9);
+    }
+    core->SetSelection(index, false);
+    int vertices = 0;
+    for (const CVxSelSymbol& s : core->GetSelectionHandles().GetSymbols())
+        vertices += s.kind == CVxSelSymbol::kindVertex;
+    EXPECT_EQ(vertices, 3);
+}
