@@ -313,6 +313,10 @@ void CVxAppCore::DrawMeasureLine(unsigned modifiers, double x, double y)
         std::atan2(-(ey - m_measureStart.y), ex - m_measureStart.x) * 180.0 / 3.14159265358979323846;
     if (angle < 0)
         angle += 360;
+    // Whole tenths, and no "-0.0" or "360.0" for a level line.
+    angle = std::round(angle * 10.0) / 10.0;
+    if (angle >= 360.0 || angle == 0.0)
+        angle = 0.0;
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
         CVxStringW value = VX_DblFormat(length, VX_DF_FEET_GLYPHS, true);
         if (m_project.m_unit != CVxUnits::UNIT_INCH)
