@@ -17,6 +17,7 @@ PACKAGES=(
     googletest libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
     libcgal-dev
     xvfb xauth fonts-dejavu-core xdotool imagemagick
+    desktop-file-utils appstream shared-mime-info dpkg-dev file
 )
 
 missing=()

@@ -9,6 +9,9 @@
 #include "VxTrace.h"
 #include "VxZoomLadder.h"
 
+#include <QDir>
+#include <QFileInfo>
+
 #include <algorithm>
 #include <clocale>
 #include <cmath>
@@ -25,6 +28,21 @@ CVxAppCore::CVxAppCore()
 }
 
 CVxAppCore::~CVxAppCore() = default;
+
+CVxStringW CVxAppCore::FindDataFolder(const CVxStringW& programFolder)
+{
+    // Beside the program in a build folder or an unpacked archive; in
+    // share/plaveno when installed into a prefix.
+    QString folder = programFolder.ToQString();
+    if (!folder.endsWith(QLatin1Char('/')))
+        folder += QLatin1Char('/');
+    if (QFileInfo::exists(folder + QStringLiteral("Language")))
+        return CVxStringW(folder);
+    const QString shared = QDir::cleanPath(folder + QStringLiteral("../share/plaveno")) + QLatin1Char('/');
+    if (QFileInfo::exists(shared + QStringLiteral("Language")))
+        return CVxStringW(shared);
+    return CVxStringW(folder);
+}
 
 void CVxAppCore::SetAppFolder(const CVxStringW& folder)
 {

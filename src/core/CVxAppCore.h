@@ -45,6 +45,8 @@ public:
     void SetProjectPath(const CVxStringW& path) { m_projectPath = path; }
     const CVxStringW& GetAppFolder() const { return m_appFolder; }
     void SetAppFolder(const CVxStringW& folder);
+    // Where the program's data lies for a program in `programFolder`.
+    static CVxStringW FindDataFolder(const CVxStringW& programFolder);
     std::vector<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
 
     // A new default project: a 500 by 300 room in any unit.

@@ -95,7 +95,7 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     VX_SetAppHelperCallback(m_helper);
     CVxAppCore* core = VX_GetCore();
 
-    CVxStringW appFolder = CVxStringW(QCoreApplication::applicationDirPath()) + L"/";
+    CVxStringW appFolder = CVxAppCore::FindDataFolder(CVxStringW(QCoreApplication::applicationDirPath()));
     ParseCommandLine(arguments.isEmpty() ? QCoreApplication::arguments() : arguments, appFolder);
 
     TraceAppVersion();

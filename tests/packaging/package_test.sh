@@ -1,0 +1,54 @@
+#!/usr/bin/env bash
+# The desktop files validate, and the Debian package, unpacked into a
+# temporary folder, runs: plaveno-cli reads and draws a sample from there,
+# and the thumbnailer entry calls it.
+#   package_test.sh SOURCE_DIR BUILD_DIR
+set -euo pipefail
+source_dir=$1
+build_dir=$2
+linux=$source_dir/packaging/linux
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+desktop-file-validate "$linux/org.plaveno.Plaveno.desktop"
+appstreamcli validate --no-net "$linux/org.plaveno.Plaveno.metainfo.xml"
+
+# The file types, with the magic that finds a project without its name.
+mkdir -p "$work/mime/packages"
+cp "$linux/org.plaveno.Plaveno.xml" "$work/mime/packages/"
+update-mime-database "$work/mime"
+test -f "$work/mime/application/x-plaveno-project.xml"
+grep -q 'x-plaveno-project' "$work/mime/globs2"
+grep -q 'x-plaveno-project' "$work/mime/magic"
+
+(cd "$build_dir" && cpack -G DEB -B "$work/package" >"$work/cpack.log") || {
+    cat "$work/cpack.log"
+    exit 1
+}
+deb=$(ls "$work"/package/plaveno_*.deb)
+dpkg-deb -f "$deb" Depends | grep -q 'libqt6widgets6'
+dpkg-deb -f "$deb" Depends | grep -q 'qt6-qpa-plugins'
+dpkg-deb -x "$deb" "$work/root"
+root=$work/root/usr
+test -x "$root/bin/plaveno"
+test -f "$root/share/applications/org.plaveno.Plaveno.desktop"
+test -f "$root/share/icons/hicolor/scalable/apps/org.plaveno.Plaveno.svg"
+test -f "$root/share/man/man1/plaveno-cli.1.gz"
+test -f "$root/share/plaveno/Library.pvl"
+
+# The unpacked program finds its data through share/plaveno.
+"$root/bin/plaveno-cli" info "$root/share/plaveno/samples/Flat.pvp" | grep -q 'Room'
+"$root/bin/plaveno-cli" render "$root/share/plaveno/samples/Flat.pvp" -o "$work/flat.png"
+test -s "$work/flat.png"
+
+# The thumbnailer's command, with its placeholders filled as a file
+# manager does.
+entry=$root/share/thumbnailers/plaveno.thumbnailer
+grep -q '^MimeType=application/x-plaveno-project;$' "$entry"
+command=$(sed -n 's/^Exec=//p' "$entry")
+command=${command//%i/$root/share/plaveno/samples/Studio.pvp}
+command=${command//%o/$work/thumb.png}
+command=${command//%s/128}
+(cd "$root/bin" && PATH="$root/bin:$PATH" eval "$command")
+test -s "$work/thumb.png"
+echo "package $(basename "$deb") checked"
