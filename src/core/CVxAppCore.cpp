@@ -49,6 +49,11 @@ void CVxAppCore::SetAppExiting()
 
 void CVxAppCore::InitProject()
 {
+    // The first project of a run needs the library: its objects take names
+    // and heights from it. The host has read the settings and chosen the
+    // language by now.
+    if (!m_libraryInitialized)
+        LibInitObjectLibrary();
     m_project.Reset();
     m_clipProjectId.Empty();
     const CVxOptions* options = VX_GetOptions();
