@@ -10,6 +10,9 @@
 #include "VxNumbers.h"
 
 #include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 
 #include <cstdio>
 
@@ -20,54 +23,70 @@ CVxStringW PagesOf(const CVxPart& part)
     return part.library.IsEmpty() ? CVxLibraryPage::LibNameFromID(0) : part.library;
 }
 
+int CountOnPage(const CVxUserLibrary& library, const CVxLibraryPage& page)
+{
+    int count = 0;
+    for (const CVxPart& part : library.GetObjects())
+        if (part.inUse && page.id >= 0 && page.id < 32 && (part.libraryMask & (1u << page.id)) != 0)
+            ++count;
+    return count;
+}
+
+void PrintJson(const CVxUserLibrary& library)
+{
+    QJsonObject root;
+    root.insert(QStringLiteral("name"), library.m_libName.ToQString());
+    root.insert(QStringLiteral("version"), library.LibVersion);
+    root.insert(QStringLiteral("objects"), library.GetObjectCount());
+    QJsonArray pages;
+    for (const CVxLibraryPage& page : library.GetPages()) {
+        QJsonObject item;
+        item.insert(QStringLiteral("id"), page.id);
+        item.insert(QStringLiteral("name"), page.uniqueName.ToQString());
+        item.insert(QStringLiteral("title"), page.localName.ToQString());
+        item.insert(QStringLiteral("objects"), CountOnPage(library, page));
+        pages.append(item);
+    }
+    root.insert(QStringLiteral("pages"), pages);
+    QJsonArray items;
+    for (const CVxPart& part : library.GetObjects()) {
+        if (!part.inUse)
+            continue;
+        QJsonObject item;
+        item.insert(QStringLiteral("number"), part.libObjID);
+        item.insert(QStringLiteral("name"), part.caption.ToQString());
+        item.insert(QStringLiteral("page"), PagesOf(part).ToQString());
+        item.insert(QStringLiteral("width"), part.width);
+        item.insert(QStringLiteral("depth"), part.height);
+        item.insert(QStringLiteral("height"), part.zHeight);
+        items.append(item);
+    }
+    root.insert(QStringLiteral("items"), items);
+    fputs(QJsonDocument(root).toJson(QJsonDocument::Indented).constData(), stdout);
+}
+
 void PrintLibrary(const CVxUserLibrary& library, bool json)
 {
-    const std::vector<CVxLibraryPage>& pages = library.GetPages();
     if (json) {
-        printf("{\"name\": \"%s\", \"version\": %d, \"objects\": %d, \"pages\": [",
-               library.m_libName.ToQString().toUtf8().constData(), library.LibVersion,
-               library.GetObjectCount());
-    } else {
-        printf("Library %s, version %d: %d objects on %d pages\n\nPages:\n",
-               library.m_libName.ToQString().toUtf8().constData(), library.LibVersion,
-               library.GetObjectCount(), static_cast<int>(pages.size()));
+        PrintJson(library);
+        return;
     }
-    for (size_t i = 0; i < pages.size(); ++i) {
-        const CVxLibraryPage& page = pages[i];
-        int count = 0;
-        for (const CVxPart& part : library.GetObjects())
-            if (part.inUse && page.id >= 0 && page.id < 32 && (part.libraryMask & (1u << page.id)) != 0)
-                ++count;
-        const QByteArray unique = page.uniqueName.ToQString().toUtf8();
-        const QByteArray local = page.localName.ToQString().toUtf8();
-        if (json)
-            printf("%s{\"id\": %d, \"name\": \"%s\", \"title\": \"%s\", \"objects\": %d}", i ? ", " : "",
-                   page.id, unique.constData(), local.constData(), count);
-        else
-            printf("  %2d  %-12s %-22s %4d objects\n", page.id, unique.constData(), local.constData(), count);
-    }
-    printf(json ? "], \"items\": [" : "\nObjects:\n     #  number  %-32s %-24s size (cm)\n", "name", "page");
+    const std::vector<CVxLibraryPage>& pages = library.GetPages();
+    printf("Library %s, version %d: %d objects on %d pages\n\nPages:\n",
+           library.m_libName.ToQString().toUtf8().constData(), library.LibVersion, library.GetObjectCount(),
+           static_cast<int>(pages.size()));
+    for (const CVxLibraryPage& page : pages)
+        printf("  %2d  %-12s %-22s %4d objects\n", page.id, page.uniqueName.ToQString().toUtf8().constData(),
+               page.localName.ToQString().toUtf8().constData(), CountOnPage(library, page));
+    printf("\nObjects:\n     #  number  %-32s %-24s size (cm)\n", "name", "page");
     int shown = 0;
     for (const CVxPart& part : library.GetObjects()) {
         if (!part.inUse)
             continue;
-        const QByteArray name = part.caption.ToQString().toUtf8();
-        const QByteArray page = PagesOf(part).ToQString().toUtf8();
-        const QByteArray w = DblSave(part.width).Std().c_str();
-        const QByteArray h = DblSave(part.height).Std().c_str();
-        const QByteArray z = DblSave(part.zHeight).Std().c_str();
-        ++shown;
-        if (json)
-            printf("%s{\"number\": %d, \"name\": \"%s\", \"page\": \"%s\", \"width\": %s, \"depth\": %s, "
-                   "\"height\": %s}",
-                   shown > 1 ? ", " : "", part.libObjID,
-                   QString::fromUtf8(name).toHtmlEscaped().toUtf8().constData(), page.constData(),
-                   w.constData(), h.constData(), z.constData());
-        else
-            printf("  %4d  %6d  %-32s %-24s %s x %s x %s\n", shown, part.libObjID, name.constData(),
-                   page.constData(), w.constData(), h.constData(), z.constData());
+        printf("  %4d  %6d  %-32s %-24s %s x %s x %s\n", ++shown, part.libObjID,
+               part.caption.ToQString().toUtf8().constData(), PagesOf(part).ToQString().toUtf8().constData(),
+               DblSave(part.width).c_str(), DblSave(part.height).c_str(), DblSave(part.zHeight).c_str());
     }
-    printf(json ? "]}\n" : "");
 }
 
 } // namespace
