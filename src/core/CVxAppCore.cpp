@@ -45,6 +45,7 @@ void CVxAppCore::SetAppFolder(const CVxStringW& folder)
 void CVxAppCore::SetAppExiting()
 {
     m_appExiting = 1;
+    LibRemoveTempFiles();
 }
 
 void CVxAppCore::InitProject()

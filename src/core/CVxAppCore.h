@@ -431,6 +431,8 @@ public:
     void LibDrawObjectThumb(CVxDC* dc, CVxPart* part, bool show3D, int x, int y, int width, int height);
     // Plan pictures of 3D objects, by file name; null for none.
     const class CVxLibrary3DImage* FindLib3DImage(const CVxStringW& name);
+    // The folders that compressed libraries were unpacked into go at exit.
+    void LibRemoveTempFiles();
 
 private:
     // CVxAppCoreLibrary.cpp

@@ -569,3 +569,9 @@ const CVxLibrary3DImage* CVxAppCore::FindLib3DImage(const CVxStringW& name)
     m_lib3DImages.push_back(image);
     return loaded ? image.get() : nullptr;
 }
+
+void CVxAppCore::LibRemoveTempFiles()
+{
+    if (m_userLibrary)
+        m_userLibrary->RemoveTempFiles();
+}

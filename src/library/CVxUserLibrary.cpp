@@ -4,6 +4,7 @@
 #include "CVxExternalLibraries.h"
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
+#include "CVxLocalize.h"
 #include "CVxOptions.h"
 #include "CVxPartVectorGrouper.h"
 #include "CVxUnits.h"
@@ -250,9 +251,17 @@ bool CVxUserLibrary::LoadFromFileAt(const CVxStringW& path, int flags, int page,
                 }
                 reader.SetProjectVersion(setup.fileVersion > 0 ? setup.fileVersion : 1);
                 reader.SetUnit(setup.unit);
-                if (setup.fileVersion > fileVersion)
+                if (setup.fileVersion > fileVersion) {
+                    // Read all the same: unknown keys are passed over.
                     VxTrace("The file was created using a higher version of Plaveno: %s\n",
                             Utf8(path).c_str());
+                    const CVxLocalize* loc = VX_GetLoc();
+                    const CVxStringW text(L"The file was created using a higher version of Plaveno.");
+                    host->MsgBox((loc ? loc->LocalizeMessage(302, text) : text) + L"\n" + path,
+                                 loc ? loc->LocalizeMessage(33, CVxStringW(L"Warning"))
+                                     : CVxStringW(L"Warning"),
+                                 static_cast<unsigned>(VX_MB_OK) | VX_MB_ICON_WARNING);
+                }
                 AddFilePages(setup, flags);
             } else if (section.Left(4) == "Part") {
                 if (partsRead >= maxObjectsPerFile || m_objects.size() >= static_cast<size_t>(maxObjects)) {

@@ -98,3 +98,20 @@ TEST(LibraryHostile, ContainersThatAreNoLibrary)
 }
 
 } // namespace
+
+namespace {
+
+TEST(LibraryHostile, NewerFilesWarnAndReadAllTheSame)
+{
+    CVxYesHost host;
+    const std::string text = "[LibSetup]\r\nFileVersion=2400\r\nFutureKey=1\r\n" + VxLibPart(1, 39, "Chair") +
+                             "FutureObjectKey=7\r\n\r\n[FutureSection]\r\nA=1\r\n";
+    CVxUserLibrary library;
+    ASSERT_TRUE(library.LoadFromFile(HostileFile("newer.pvl", text), 0, -1));
+    EXPECT_EQ(library.GetObjectCount(), 1);
+    EXPECT_EQ(host.questions, 1);
+    EXPECT_TRUE(
+        host.lastQuestion.StartsWith(CVxStringW(L"The file was created using a higher version of Plaveno.")));
+}
+
+} // namespace
