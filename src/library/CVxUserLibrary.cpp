@@ -240,7 +240,9 @@ bool CVxUserLibrary::LoadFromFileAt(const CVxStringW& path, int flags, int page,
             if (section == "LibSetup" && !haveSetup) {
                 reader.ReadSection(&setup);
                 haveSetup = true;
-                if (setup.compressed) {
+                // A container's head comes first; one behind objects is a
+                // lie, and the objects already read stay what the file is.
+                if (setup.compressed && partsRead == 0) {
                     // The text inside a container is plain by definition; one
                     // that claims otherwise would unpack itself without end.
                     if (inner)

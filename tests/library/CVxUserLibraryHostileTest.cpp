@@ -95,6 +95,17 @@ TEST(LibraryHostile, ContainersThatAreNoLibrary)
         0, -1));
     EXPECT_EQ(library.GetObjectCount(), 1);
     library.RemoveTempFiles();
+
+    // A container head behind objects changes nothing; those objects are
+    // checked like any others.
+    ASSERT_TRUE(library.LoadFromFile(
+        HostileFile("late.pvl", VxLibPart(1, 39, "Early", "Width=1e300\r\n") + "\r\n" + head +
+                                    VxDeflatedEntry("x.pvl", VxLibHead() + VxLibPart(1, 40, "Inner"))),
+        0, -1));
+    ASSERT_EQ(library.GetObjectCount(), 1);
+    EXPECT_EQ(library.SafeGetPart(0)->caption, CVxStringW(L"Early"));
+    ExpectUsable(*library.SafeGetPart(0));
+    library.RemoveTempFiles();
 }
 
 } // namespace

@@ -364,6 +364,27 @@ TEST_F(LibraryTest, ThumbnailsShowTheObjects)
     EXPECT_EQ(drawn, 4);
 }
 
+TEST_F(LibraryTest, ThumbnailsOf3DObjectsShowTheirPlanPicture)
+{
+    const QString png = (VxTestTempFolder() + L"pictures/chair3d.png").ToQString();
+    QDir().mkpath(QFileInfo(png).path());
+    QImage red(40, 20, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    ASSERT_TRUE(red.save(png));
+    CVxPart part = *m_library->SafeGetPart(IndexOfLibObj(*m_library, 39));
+    part.lib3DImgPng = CVxStringW(png);
+    for (bool show3D : {true, false}) {
+        CVxQtDC dc(96, 96, true);
+        m_core->LibDrawObjectThumb(&dc, &part, show3D, 0, 0, 96, 96);
+        const QImage image = dc.GetImage()->copy();
+        // The picture keeps its shape: 96 by 48 in the middle.
+        EXPECT_EQ(image.pixelColor(48, 48) == QColor(Qt::red), show3D);
+        EXPECT_NE(image.pixelColor(48, 10), QColor(Qt::red));
+    }
+    EXPECT_NE(m_core->FindLib3DImage(CVxStringW(png)), nullptr);
+    EXPECT_EQ(m_core->FindLib3DImage(CVxStringW(png + ".missing")), nullptr);
+}
+
 TEST_F(LibraryTest, ViewCaptionShowsTheSizeInTheProjectUnit)
 {
     const CVxPart* chair = m_library->SafeGetPart(IndexOfLibObj(*m_library, 39));
