@@ -86,6 +86,29 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --size N          width and height in pixels (default 512)\n"
          "  -h, --help        show this help\n",
          VxCliThumbnail},
+        {"library", "list the pages and objects of the object library",
+         "Usage: plaveno-cli library [FILE] [--json]\n"
+         "\n"
+         "Lists the pages of an object library with the number of objects on each,\n"
+         "then every object: its library number, name, pages and size in\n"
+         "centimetres (width x depth x height). Without FILE the library is the one\n"
+         "the program loads: the catalogue beside it and the additional libraries.\n"
+         "FILE may be a .pvl library of either form.\n"
+         "\n"
+         "Options:\n"
+         "  --json      machine-readable output\n"
+         "  -h, --help  show this help\n",
+         VxCliLibrary},
+        {"compress-library", "write an object library in the compressed form",
+         "Usage: plaveno-cli compress-library IN OUT\n"
+         "\n"
+         "Reads the library IN and writes it to OUT in the compressed container,\n"
+         "with the files its objects use; the build writes the catalogue so.\n"
+         "OUT is read back and must hold the same objects and pages.\n"
+         "\n"
+         "Options:\n"
+         "  -h, --help  show this help\n",
+         VxCliCompressLibrary},
     };
     return verbs;
 }

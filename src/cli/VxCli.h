@@ -37,6 +37,8 @@ int VxCliInfo(const std::vector<std::string>& args);
 int VxCliRender(const std::vector<std::string>& args);
 int VxCliConvert(const std::vector<std::string>& args);
 int VxCliThumbnail(const std::vector<std::string>& args);
+int VxCliLibrary(const std::vector<std::string>& args);
+int VxCliCompressLibrary(const std::vector<std::string>& args);
 
 // The arguments of one verb: options that take a value, switches, and the
 // positional arguments in order. "--name=value" and "--name value" both work.

@@ -28,7 +28,7 @@ void PrintUsage(FILE* out)
           "Verbs:\n",
           out);
     for (const SVxCliVerb& verb : VxCliVerbs())
-        fprintf(out, "  %-10s %s\n", verb.name, verb.summary);
+        fprintf(out, "  %-17s %s\n", verb.name, verb.summary);
     fputs("\n"
           "Options:\n"
           "  -h, --help     show this help and exit\n"

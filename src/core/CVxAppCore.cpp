@@ -63,10 +63,16 @@ void CVxAppCore::SetAppFolder(const CVxStringW& folder)
 void CVxAppCore::SetAppExiting()
 {
     m_appExiting = 1;
+    LibRemoveTempFiles();
 }
 
 void CVxAppCore::InitProject()
 {
+    // The first project of a run needs the library: its objects take names
+    // and heights from it. The host has read the settings and chosen the
+    // language by now.
+    if (!m_libraryInitialized)
+        LibInitObjectLibrary();
     m_project.Reset();
     m_clipProjectId.Empty();
     const CVxOptions* options = VX_GetOptions();

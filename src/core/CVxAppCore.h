@@ -398,6 +398,80 @@ public:
     static constexpr int fileChangeRetryMs = 5000;
     static constexpr int thumbnailSize = 512;
 
+    // The object library (CVxAppCoreLibrary.cpp). Library objects are parts
+    // in centimetres on pages; the names table gives every library number
+    // its display name, in the current language.
+    struct CVxLibLocObjName
+    {
+        // The display name, and the English one it was made from.
+        CVxStringW name;
+        CVxStringW englishName;
+        // A caption "@12 large" refers to row 12: base 12, suffix " large".
+        int baseNumber = 0;
+        CVxStringW suffix;
+    };
+    // The longest chain of "@" references that is followed.
+    static constexpr int maxLibNameReferenceDepth = 16;
+    // At start and after a change of additional libraries: standard pages,
+    // library files, the user library, names in the current language. The
+    // first InitProject runs it when nobody did before.
+    void LibInitObjectLibrary();
+    bool IsLibraryInitialized() const { return m_libraryInitialized; }
+    // The documents folder's UserLib.pvl (moved there from older places),
+    // the catalogue beside the program and the additional files.
+    void LibLoadObjectLibraryFiles();
+    // After a change of language.
+    void LocalizeLibrary();
+    class CVxUserLibrary& GetUserLibrary();
+    const std::vector<CVxLibLocObjName>& GetLibLocObjNames() const { return m_libLocObjNames; }
+    CVxStringW GetLibObjName(int libObjID) const;
+    double GetLibObjZHeight(int libObjID) const;
+    CVxStringW GetLibObjWrlFile(int libObjID) const;
+    // The page bit of a page name; false for a name no page has.
+    bool GetLibIDFromName(const CVxStringW& name, int* id) const;
+    // The page of that mask bit and display name, -1 for none.
+    int FindLibPartPage(int mask, const CVxStringW& name) const;
+    // `part` becomes a new object from library object `index`, in the
+    // project's unit; the caller places it. False for no such object.
+    bool LibWriteToPart(CVxPart* part, int index) const;
+    // The text under a thumbnail: the caption, with the size the object
+    // would get in the project when addDimensions is set, on a second line
+    // when twoLines is set.
+    CVxStringW LibGetPartViewCaption(const CVxPart* part, bool addDimensions, bool twoLines) const;
+    // A copy of `part` (in the project's unit) joins the user library on
+    // that user page; the index of the new object or -1. The user library is
+    // saved.
+    int LibAddObjectToUserLibrary(const CVxPart& part, int page);
+    // A .pvo file: an ordinary project of one 500 by 500 room with the
+    // object in its middle.
+    bool LibExportObject(int index, const CVxStringW& path);
+    // The object of a .pvo file joins the user library; its index, or -1
+    // for a file that holds no object.
+    int LibImportObject(const CVxStringW& path, int page);
+    // User objects only; each asks where the user must decide, then saves
+    // the user library and has the host rebuild its view.
+    bool LibRemoveObject(int index);
+    bool LibRenameObject(int index, const CVxStringW& name);
+    bool LibReorderObjectToPos(int from, int to, bool after);
+    // The thumbnail of a library object, drawn into the rectangle: the plan
+    // picture of its 3D model with show3D where there is one, else its plan
+    // symbol fitted in.
+    void LibDrawObjectThumb(CVxDC* dc, CVxPart* part, bool show3D, int x, int y, int width, int height);
+    // Plan pictures of 3D objects, by file name; null for none.
+    const class CVxLibrary3DImage* FindLib3DImage(const CVxStringW& name);
+    // The folders that compressed libraries were unpacked into go at exit.
+    void LibRemoveTempFiles();
+
+private:
+    // CVxAppCoreLibrary.cpp
+    void BuildLibNames();
+    std::shared_ptr<class CVxUserLibrary> m_userLibrary;
+    std::shared_ptr<class CVxCorePartLibrary> m_partLibrary;
+    std::vector<std::shared_ptr<class CVxLibrary3DImage>> m_lib3DImages;
+    std::vector<CVxLibLocObjName> m_libLocObjNames;
+    bool m_libraryInitialized = false;
+
+public:
 private:
     void AfterTransform();
     void Repaint();

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -534,4 +535,47 @@ TEST(Cli, UnwritableOutputLeavesNoFile)
     const QStringList left = QDir(VxTestTempFolder().ToQString()).entryList({"*saving*"}, QDir::Files);
     EXPECT_TRUE(left.isEmpty()) << left.join(' ').toStdString();
     EXPECT_TRUE(QDir(folder).isEmpty());
+}
+
+TEST(Cli, LibraryListsTheCatalogueAndItsCompressedForm)
+{
+    // The program's own library: the catalogue beside the tool.
+    const SRun listed = RunCli({"library", "--json"});
+    ASSERT_EQ(listed.exitCode, 0) << listed.err.toStdString();
+    const QJsonObject library = QJsonDocument::fromJson(listed.out).object();
+    EXPECT_EQ(library.value("objects").toInt(), 293);
+    const QJsonArray pages = library.value("pages").toArray();
+    ASSERT_EQ(pages.size(), 15);
+    EXPECT_EQ(pages[2].toObject().value("title").toString(), QStringLiteral("Doors and Windows"));
+    for (int i = 1; i < pages.size(); ++i)
+        EXPECT_GT(pages[i].toObject().value("objects").toInt(), 0) << i;
+    const QJsonArray items = library.value("items").toArray();
+    ASSERT_EQ(items.size(), 293);
+    bool chair = false;
+    for (const QJsonValue& item : items)
+        chair = chair || (item.toObject().value("number").toInt() == 39 &&
+                          item.toObject().value("name").toString() == QStringLiteral("Chair") &&
+                          item.toObject().value("height").toDouble() == 90);
+    EXPECT_TRUE(chair);
+
+    // The compressed form lists as the plain one.
+    const QString source = QStringLiteral(PLAVENO_SOURCE_DIR "/data/Library.pvl");
+    const QString packed = Temp("catalogue.pvlz");
+    const SRun written = RunCli({"compress-library", source, packed});
+    ASSERT_EQ(written.exitCode, 0) << written.err.toStdString();
+    EXPECT_LT(QFileInfo(packed).size(), QFileInfo(source).size() / 4);
+    const SRun plainText = RunCli({"library", source});
+    const SRun packedText = RunCli({"library", packed});
+    EXPECT_EQ(plainText.exitCode, 0);
+    EXPECT_EQ(plainText.out, packedText.out);
+    EXPECT_TRUE(plainText.out.startsWith("Library Standard, version 1: 293 objects on 15 pages"));
+
+    // Files that are no library.
+    const QString text = Temp("notalibrary.pvl");
+    WriteAll(text, "just words\n");
+    ExpectFileError(RunCli({"library", text}), text);
+    ExpectFileError(RunCli({"compress-library", text, Temp("out.pvlz")}), text);
+    EXPECT_FALSE(QFileInfo::exists(Temp("out.pvlz")));
+    EXPECT_EQ(RunCli({"library", source, packed}).exitCode, 2);
+    EXPECT_EQ(RunCli({"compress-library", source}).exitCode, 2);
 }
