@@ -127,7 +127,8 @@ int main(int argc, char* argv[])
     host.CreateFolder(root + L"appdata/");
     host.CreateFolder(root + L"docs/");
     VX_SetAppHelperCallback(&host);
-    VX_GetCore()->SetAppFolder(CVxAppCore::FindDataFolder(CVxStringW(QCoreApplication::applicationDirPath())));
+    VX_GetCore()->SetAppFolder(
+        CVxAppCore::FindDataFolder(CVxStringW(QCoreApplication::applicationDirPath())));
 
     const int result = verb->handler(args);
     VX_GetCore()->GetProject().RemoveTempFiles();

@@ -40,6 +40,9 @@ test -f "$root/share/plaveno/Library.pvl"
 "$root/bin/plaveno-cli" info "$root/share/plaveno/samples/Flat.pvp" | grep -q 'Room'
 "$root/bin/plaveno-cli" render "$root/share/plaveno/samples/Flat.pvp" -o "$work/flat.png"
 test -s "$work/flat.png"
+test -f "$root/share/plaveno/Library.pvlz"
+objects=$("$root/bin/plaveno-cli" library --json | grep -c '"number"' || true)
+[ "$objects" -eq 293 ] || { echo "the unpacked program lists $objects library objects"; exit 1; }
 
 # The thumbnailer's command, with its placeholders filled as a file
 # manager does.
