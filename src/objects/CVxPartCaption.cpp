@@ -298,11 +298,12 @@ void CVxPart::DrawLabelCaption(CVxDC* dc, int units, double originX, double orig
             along = (w - size.cx) / 2;
         else if (align == 2)
             along = w - size.cx;
-        const double across = top + lineHeight * static_cast<double>(i);
+        // Each line hangs from its bottom, which the surface places exactly.
+        const double across = top + lineHeight * static_cast<double>(i + 1);
         const double px = originX + x * zoom + along * c - across * s;
         const double py = originY + y * zoom + along * s + across * c;
         dc->TextOut(lines[i], static_cast<int>(std::lround(px)), static_cast<int>(std::lround(py)),
-                    CVxDC::taTop, textColor);
+                    CVxDC::taBottom, textColor);
     }
     dc->SelectOldFont();
 }
