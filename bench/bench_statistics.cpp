@@ -13,18 +13,30 @@ namespace {
 constexpr int kColumns = 25;
 constexpr int kRows = 20;
 
+// Columns and rows of slightly different sizes, so that hardly two rooms
+// share a figure, as in a real house.
+double ColumnX(int c)
+{
+    return c * 400.0 + c * (c - 1) * 1.37;
+}
+
+double RowY(int r)
+{
+    return r * 300.0 + r * (r - 1) * 2.11;
+}
+
 void MakeFloor(CVxFloor& floor)
 {
     CVxRoomWalls& walls = floor.m_walls;
     walls.RemoveAll();
     for (int r = 0; r <= kRows; ++r)
         for (int c = 0; c < kColumns; ++c)
-            walls.GetNewWall()->Set(c * 400.0, r * 300.0, (c + 1) * 400.0, r * 300.0, 1, 10, 250, 250, true,
+            walls.GetNewWall()->Set(ColumnX(c), RowY(r), ColumnX(c + 1), RowY(r), 1, 10, 250, 250, true,
                                     false);
     for (int r = 0; r < kRows; ++r)
         for (int c = 0; c <= kColumns; ++c)
-            walls.GetNewWall()->Set(c * 400.0, r * 300.0, c * 400.0, (r + 1) * 300.0, 1, 10, 250, 250, true,
-                                    false);
+            walls.GetNewWall()->Set(ColumnX(c), RowY(r), ColumnX(c), RowY(r + 1), 1, 10, 240 + c, 240 + c,
+                                    true, false);
     walls.RebuildWalls();
 }
 
@@ -34,10 +46,10 @@ void AddWindows(CVxFloor& floor)
         for (int c = 0; c < kColumns; ++c) {
             CVxPart* window = floor.GetNewObject(nullptr, true);
             window->type = ptWindow;
-            window->width = 100;
+            window->width = 80 + (r * kColumns + c) % 40;
             window->zHeight = 120;
             window->snapToWall = true;
-            window->SnapToWall(&floor.m_walls, c * 400.0 + 150, r * 300.0 + 2, false, false, false);
+            window->SnapToWall(&floor.m_walls, ColumnX(c) + 150, RowY(r) + 2, false, false, false);
         }
     }
 }

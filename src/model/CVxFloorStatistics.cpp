@@ -11,16 +11,23 @@
 #include "CVxPlanGraph.h"
 #include "CVxUnits.h"
 #include "VxGeometryFunctions.h"
+#include "VxNumberText.h"
 #include "VxNumbers.h"
 
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
+#include <unordered_map>
+#include <vector>
 
 namespace {
 
 constexpr double kEps = 1e-7;
 constexpr double kPrintedFigure = 1e-5;
 constexpr int kLibWallOpening = 106;
+constexpr size_t kMostRemembered = 4096;
+// Characters of a room's rows in the table, roughly, to size it once.
+constexpr size_t kRoomTextGuess = 400;
 
 // Rows of the room manager's table that the statistics share.
 enum EStatText
@@ -61,23 +68,6 @@ CVxStringW NoColon(const CVxStringW& text)
     return text.ReplaceAll(CVxStringW(L":"), CVxStringW());
 }
 
-CVxStringW Num(double value)
-{
-    return CVxStringW(DblRound2x(value));
-}
-
-double LengthFactor(int unit, int statUnit)
-{
-    return CVxUnits::GetUnitCal(unit) / CVxUnits::GetUnitCal(statUnit);
-}
-
-// Height of a wall at a point of its centre line, straight between its ends.
-double WallHeightAt(const CVxWall& wall, const CVxDPoint& at)
-{
-    const double t = wall.length > 0 ? at.Distance(wall.start) / wall.length : 0;
-    return (1 - t) * wall.startHeight + t * wall.endHeight;
-}
-
 // The point by which an object on a wall is found along the wall's face:
 // the corner at its start along the face it stands on.
 CVxDPoint WallObjectReference(const CVxPart& part)
@@ -100,16 +90,92 @@ CVxDPoint WallObjectReference(const CVxPart& part)
     return part.snapWallSide == 0 ? CVxDPoint(part.x, part.y) : c[2];
 }
 
+// What one table needs again for every room: the number writer, the words
+// of its rows and, by wall, the doors and windows that hang on the floor's
+// walls with the point by which each is found along its wall.
+struct SStatContext
+{
+    struct SHung
+    {
+        const CVxPart* part;
+        CVxDPoint reference;
+    };
+
+    explicit SStatContext(const CVxFloor& owner) : floor(owner)
+    {
+        for (const CVxPart& part : floor.m_objects) {
+            if (!part.inUse || !part.snapToWall || !floor.m_layers.IsLayerVisible(part.layer))
+                continue;
+            const CVxWall* own = floor.m_walls.SafeGetWall(part.snapWall);
+            if (!own)
+                continue;
+            // Walls in one line share a line number; an object counts on
+            // every wall of its line, or on its own wall without one.
+            const SHung hung{&part, WallObjectReference(part)};
+            if (own->snapSegment != 0)
+                byLine[own->snapSegment].push_back(hung);
+            else
+                byWall[part.snapWall].push_back(hung);
+        }
+    }
+
+    // Figures repeat across a floor (heights, zeros, equal rooms), and the
+    // locale's text of a number costs far more than looking it up.
+    const CVxStringW& Num(double value) const
+    {
+        value = DblRound2x(value);
+        const auto found = written.find(value);
+        if (found != written.end())
+            return found->second;
+        if (written.size() >= kMostRemembered)
+            written.clear();
+        return written.emplace(value, number(value)).first->second;
+    }
+
+    const std::vector<SHung>* OnLine(uint64_t line) const
+    {
+        const auto found = byLine.find(line);
+        return found == byLine.end() ? nullptr : &found->second;
+    }
+    const std::vector<SHung>* OnWall(int wall) const
+    {
+        const auto found = byWall.find(wall);
+        return found == byWall.end() ? nullptr : &found->second;
+    }
+
+    const CVxFloor& floor;
+    CVxNumberText number;
+    mutable std::unordered_map<double, CVxStringW> written;
+    CVxStringW wallWord = Message(kMsgWall, L"Wall");
+    std::unordered_map<uint64_t, std::vector<SHung>> byLine;
+    std::unordered_map<int, std::vector<SHung>> byWall;
+};
+
+double LengthFactor(int unit, int statUnit)
+{
+    return CVxUnits::GetUnitCal(unit) / CVxUnits::GetUnitCal(statUnit);
+}
+
+// Height of a wall at a point of its centre line, straight between its ends.
+double WallHeightAt(const CVxWall& wall, const CVxDPoint& at)
+{
+    const double t = wall.length > 0 ? at.Distance(wall.start) / wall.length : 0;
+    return (1 - t) * wall.startHeight + t * wall.endHeight;
+}
+
 } // namespace
 
-CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format, int lengthUnit,
-                                        int statUnit, int segment, double* outHeight, double* outOpenings,
-                                        double* outDoorsWindows, double* outArea, double* outUseful,
-                                        CVxAppearance* outAppearances) const
+namespace {
+
+// The wall runs of one room, appended to text; see GetWallsInfoString.
+void AppendWallsInfo(const SStatContext& ctx, CVxStringW& text, const CVxFloorRegion* region, int format,
+                     int lengthUnit, int statUnit, int segment, double* outHeight, double* outOpenings,
+                     double* outDoorsWindows, double* outArea, double* outUseful,
+                     CVxAppearance* outAppearances)
 {
-    CVxStringW text;
     if (!region)
-        return text;
+        return;
+    const size_t start = static_cast<size_t>(text.GetLength());
     const double lf = LengthFactor(lengthUnit, statUnit);
     const double af = lf * lf;
     const CVxStringW& lengthText = CVxUnits::GetUnitText(statUnit);
@@ -125,7 +191,7 @@ CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format
         if (segment != -1 && id != segment)
             continue;
         const int wallIndex = region->walls[static_cast<size_t>(k)];
-        const CVxWall* wall = m_walls.SafeGetWall(wallIndex);
+        const CVxWall* wall = ctx.floor.m_walls.SafeGetWall(wallIndex);
         if (wall && inner > 0 && corners > 0) {
             const CVxDPoint a = region->innerPolygon.points[static_cast<size_t>(k % inner)];
             const CVxDPoint b = region->innerPolygon.points[static_cast<size_t>((k + 1) % inner)];
@@ -142,29 +208,26 @@ CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format
             runHeight = std::max({runHeight, h1, h2});
 
             const bool reversed = d.x < c.x || (d.x == c.x && d.y < c.y);
-            for (const CVxPart& part : m_objects) {
-                if (!part.inUse || !part.snapToWall || !m_layers.IsLayerVisible(part.layer))
+            for (const auto* hungHere :
+                 {wall->snapSegment != 0 ? ctx.OnLine(wall->snapSegment) : nullptr, ctx.OnWall(wallIndex)}) {
+                if (!hungHere)
                     continue;
-                const CVxWall* own = m_walls.SafeGetWall(part.snapWall);
-                if (!own)
-                    continue;
-                if (part.snapWall != wallIndex &&
-                    !(own->snapSegment != 0 && own->snapSegment == wall->snapSegment))
-                    continue;
-                double t = 0;
-                const CVxDPoint ref = WallObjectReference(part);
-                DblGetDistFromLine(a, b, ref, &t);
-                const CVxDPoint p(a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t);
-                double along = length * t;
-                if (reversed)
-                    along -= part.width;
-                if (along > length + kEps || b.Distance(p) > length + kEps)
-                    continue;
-                const double front = part.width * part.zHeight;
-                if (part.libObjID == kLibWallOpening)
-                    runOpenings += front;
-                else
-                    runDoors += front;
+                for (const SStatContext::SHung& hung : *hungHere) {
+                    const CVxPart& part = *hung.part;
+                    double t = 0;
+                    DblGetDistFromLine(a, b, hung.reference, &t);
+                    const CVxDPoint p(a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t);
+                    double along = length * t;
+                    if (reversed)
+                        along -= part.width;
+                    if (along > length + kEps || b.Distance(p) > length + kEps)
+                        continue;
+                    const double front = part.width * part.zHeight;
+                    if (part.libObjID == kLibWallOpening)
+                        runOpenings += front;
+                    else
+                        runDoors += front;
+                }
             }
         }
 
@@ -174,35 +237,44 @@ CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format
         if (!runEnds)
             continue;
         const double useful = runArea - runDoors - runOpenings;
-        if (format == statText) {
-            text += RoomText(stLength, L"Length:") + L" " + Num(runLength * lf) + L" " + lengthText + L"\r\n";
-            text += RoomText(stHeight, L"Height:") + L" " + Num(runHeight * lf) + L" " + lengthText + L"\r\n";
-            text += RoomText(stArea, L"Area:") + L" " + Num(runArea * af) + L" " + areaText + L"\r\n";
+        if (format == CVxFloor::statText) {
+            text +=
+                RoomText(stLength, L"Length:") + L" " + ctx.Num(runLength * lf) + L" " + lengthText + L"\r\n";
+            text +=
+                RoomText(stHeight, L"Height:") + L" " + ctx.Num(runHeight * lf) + L" " + lengthText + L"\r\n";
+            text += RoomText(stArea, L"Area:") + L" " + ctx.Num(runArea * af) + L" " + areaText + L"\r\n";
             bool more = false;
             if (runDoors > kPrintedFigure) {
-                text += RoomText(stDoorsWindows, L"Doors and Windows") + L": " + Num(runDoors * af) + L" " +
-                        areaText + L"\r\n";
+                text += RoomText(stDoorsWindows, L"Doors and Windows") + L": " + ctx.Num(runDoors * af) +
+                        L" " + areaText + L"\r\n";
                 more = true;
             }
             if (runOpenings > kPrintedFigure) {
-                text += RoomText(stOpenings, L"Floor and wall openings") + L": " + Num(runOpenings * af) +
+                text += RoomText(stOpenings, L"Floor and wall openings") + L": " + ctx.Num(runOpenings * af) +
                         L" " + areaText + L"\r\n";
                 more = true;
             }
             if (more)
-                text += RoomText(stUseful, L"Total useful area:") + L" " + Num(useful * af) + L" " +
+                text += RoomText(stUseful, L"Total useful area:") + L" " + ctx.Num(useful * af) + L" " +
                         areaText + L"\r\n";
-        } else if (format == statTable) {
-            text += L"\t" + Message(kMsgWall, L"Wall") + L"\t\t" + Num(runLength * lf) + L"\t" +
-                    Num(runHeight * lf) + L"\t" + Num(runArea * af) + L"\t" + Num(runDoors * af) + L"\t" +
-                    Num(runOpenings * af) + L"\t" + Num(useful * af) + L"\r\n";
+        } else if (format == CVxFloor::statTable) {
+            text += L'\t';
+            text += ctx.wallWord;
+            text += L"\t\t";
+            for (double figure :
+                 {runLength * lf, runHeight * lf, runArea * af, runDoors * af, runOpenings * af}) {
+                text += ctx.Num(figure);
+                text += L'\t';
+            }
+            text += ctx.Num(useful * af);
+            text += L"\r\n";
         } else {
             if (outAppearances)
                 outAppearances[k] = region->wallAppearance;
             if (outUseful)
                 outUseful[k] = useful;
         }
-        if (format == statText || format == statTable) {
+        if (format == CVxFloor::statText || format == CVxFloor::statTable) {
             if (outArea)
                 *outArea += runArea;
             if (outHeight)
@@ -216,8 +288,23 @@ CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format
         }
         runLength = runHeight = runArea = runDoors = runOpenings = 0;
     }
-    if (format == statText && segment != -1 && text.GetLength() >= 2)
+    if (format == CVxFloor::statText && segment != -1 && static_cast<size_t>(text.GetLength()) >= start + 2)
         text = text.Left(text.GetLength() - 2);
+}
+
+} // namespace
+
+CVxStringW CVxFloor::GetWallsInfoString(const CVxFloorRegion* region, int format, int lengthUnit,
+                                        int statUnit, int segment, double* outHeight, double* outOpenings,
+                                        double* outDoorsWindows, double* outArea, double* outUseful,
+                                        CVxAppearance* outAppearances) const
+{
+    CVxStringW text;
+    if (!region)
+        return text;
+    const SStatContext ctx(*this);
+    AppendWallsInfo(ctx, text, region, format, lengthUnit, statUnit, segment, outHeight, outOpenings,
+                    outDoorsWindows, outArea, outUseful, outAppearances);
     return text;
 }
 
@@ -244,26 +331,44 @@ CVxStringW CVxFloor::GetFloorStatisticalString(const CVxFloorPlan& plan, int uni
 
     const CVxStringW dimensions = NoColon(RoomText(stDimensions, L"Dimensions:"));
     const CVxStringW totals = Message(kMsgTotals, L"Totals");
+    const SStatContext ctx(*this);
+    text.Std().reserve(static_cast<size_t>(text.GetLength()) + plan.regions.size() * kRoomTextGuess);
+    const auto cells = [&text, &ctx](std::initializer_list<double> figures) {
+        for (double figure : figures) {
+            text += L'\t';
+            text += ctx.Num(figure);
+        }
+    };
     int number = 0;
     for (const CVxFloorRegion& region : plan.regions) {
         ++number;
-        const CVxStringW name =
-            region.name.IsEmpty() ? roomWord + L" " + CVxStringW().sprintf(L"%d", number) : region.name;
+        if (region.name.IsEmpty())
+            text += roomWord + CVxStringW().sprintf(L" %d", number);
+        else
+            text += region.name;
         const CVxDRect box = region.innerPolygon.GetBoundingRect();
         const double width = box.right - box.left;
         const double length = box.bottom - box.top;
         const double area = region.innerPolygon.GetArea();
         const double useful = region.GetAreaWithoutHoles();
         const double openings = area - useful;
-        text += name + L"\t" + dimensions + L"\t" + Num(width * lf) + L"\t" + Num(length * lf) + L"\t\t" +
-                Num(area * af) + L"\t\t" + Num(openings * af) + L"\t" + Num(useful * af) + L"\r\n";
+        text += L'\t';
+        text += dimensions;
+        cells({width * lf, length * lf});
+        text += L'\t';
+        cells({area * af});
+        text += L'\t';
+        cells({openings * af, useful * af});
+        text += L"\r\n";
 
         double height = 0, doors = 0, allOpenings = openings, allArea = area, allUseful = useful;
-        text += GetWallsInfoString(&region, statTable, unit, statUnit, -1, &height, &allOpenings, &doors,
-                                   &allArea, &allUseful, nullptr);
-        text += L"\t" + totals + L"\t" + Num(width * lf) + L"\t" + Num(length * lf) + L"\t" +
-                Num(height * lf) + L"\t" + Num(allArea * af) + L"\t" + Num(doors * af) + L"\t" +
-                Num(allOpenings * af) + L"\t" + Num(allUseful * af) + L"\r\n\r\n";
+        AppendWallsInfo(ctx, text, &region, statTable, unit, statUnit, -1, &height, &allOpenings, &doors,
+                        &allArea, &allUseful, nullptr);
+        text += L'\t';
+        text += totals;
+        cells({width * lf, length * lf, height * lf, allArea * af, doors * af, allOpenings * af,
+               allUseful * af});
+        text += L"\r\n\r\n";
     }
     return text;
 }
