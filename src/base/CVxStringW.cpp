@@ -1,6 +1,7 @@
 #include "CVxStringW.h"
 
 #include "CVxStringA.h"
+#include "VxNumberText.h"
 
 #include <QLocale>
 #include <QString>
@@ -61,7 +62,7 @@ CVxStringW& CVxStringW::sprintf(const wchar_t* format, ...)
     }
 }
 
-static QLocale NumberLocale()
+QLocale VX_NumberLocale()
 {
     QLocale locale;
     // One language of the Qt enumeration formats numbers in a way that the
@@ -74,7 +75,7 @@ static QLocale NumberLocale()
 double CVxStringW::ToDouble() const
 {
     bool ok = false;
-    double value = NumberLocale().toDouble(ToQString(), &ok);
+    double value = VX_NumberLocale().toDouble(ToQString(), &ok);
     if (!ok)
         throw std::invalid_argument("bad_cast");
     return value;
@@ -82,12 +83,22 @@ double CVxStringW::ToDouble() const
 
 CVxStringW CVxStringW::FromDoubleUsingLocale(double value, int precision)
 {
-    QLocale locale = NumberLocale();
+    QLocale locale = VX_NumberLocale();
     if (precision < 0) {
         locale.setNumberOptions(locale.numberOptions() | QLocale::OmitGroupSeparator);
         return CVxStringW(locale.toString(value, 'g', precision));
     }
     return CVxStringW(locale.toString(value, 'f', precision));
+}
+
+CVxNumberText::CVxNumberText() : m_locale(VX_NumberLocale())
+{
+    m_locale.setNumberOptions(m_locale.numberOptions() | QLocale::OmitGroupSeparator);
+}
+
+CVxStringW CVxNumberText::operator()(double value) const
+{
+    return CVxStringW(m_locale.toString(value, 'g', -1));
 }
 
 CVxStringW CVxStringW::IntToHex(unsigned value, int digits, bool prefix)

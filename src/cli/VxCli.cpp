@@ -109,6 +109,19 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "Options:\n"
          "  -h, --help  show this help\n",
          VxCliCompressLibrary},
+        {"stats", "the statistics table of a floor: rooms, wall runs and their areas",
+         "Usage: plaveno-cli stats FILE [--floor N] [--json]\n"
+         "\n"
+         "Prints the table that the program copies to the clipboard: one row per\n"
+         "room with its size, floor area, openings and useful area, one row per\n"
+         "straight run of its walls, and the room's totals. Columns are divided by\n"
+         "tabs, rows end in CR LF; figures are in the project's statistical unit.\n"
+         "\n"
+         "Options:\n"
+         "  --floor N   the floor, 1 for the ground floor (default 1)\n"
+         "  --json      the same figures as JSON, room by room\n"
+         "  -h, --help  show this help\n",
+         VxCliStats},
     };
     return verbs;
 }

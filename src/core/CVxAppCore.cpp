@@ -3,6 +3,7 @@
 #include "CVxColorSwatchLibrary.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
+#include "CVxPartPayload.h"
 #include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
 #include "VxReferencedFile.h"
@@ -25,6 +26,7 @@ CVxAppCore::CVxAppCore()
     srand(static_cast<unsigned>(time(nullptr)));
     m_undo = std::make_unique<CVxUndoManager>(&m_project);
     m_undo->SetUndoLimit(undoLimit);
+    CVxPartPayload::RegisterBuiltinClasses();
 }
 
 CVxAppCore::~CVxAppCore() = default;
@@ -96,6 +98,7 @@ void CVxAppCore::UpdateFloorPlan()
     CVxFloor* floor = m_project.GetFloor();
     floor->m_walls.RebuildWalls();
     m_floorPlan.CreatePlan(*floor, m_project.m_unit);
+    UpdateAreaLabels();
 }
 
 CVxStringW CVxAppCore::GetMainWndCaption(CVxStringW& shortTitle) const

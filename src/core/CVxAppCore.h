@@ -57,6 +57,18 @@ public:
     CVxFloorPlan& GetFloorPlan() { return m_floorPlan; }
     const CVxFloorPlan& GetFloorPlan() const { return m_floorPlan; }
 
+    // The current floor's table of rooms and wall runs, tab-separated, in
+    // the project's statistical unit.
+    CVxStringW GetFloorStatistics();
+    // A label with name and area in every room of the current floor, in
+    // place of the room labels there were; an undo step. numberEmptyRooms
+    // names a room without a name "Room" and its number; unit < 0 means the
+    // statistical unit.
+    void InsertAreaLabels(bool numberEmptyRooms, int unit);
+    // After a rebuild: each room label takes its room's present name and
+    // area. Labels don't move.
+    void UpdateAreaLabels();
+
     // The plan of the current floor with (x, y) the image's top-left corner
     // on the surface; updateRect limits the work, flags are the draw flags.
     void DrawProject(CVxDC* dc, int x, int y, const VxRECT& updateRect, int flags);

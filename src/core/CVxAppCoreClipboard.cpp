@@ -218,7 +218,10 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
         part.locked = 0;
         part.selected = true;
         part.layer = layer;
-        part.snapRegion = 0;
+        // A pasted room label is a plain label: bound to a room of this
+        // floor by number, the next rebuild would write that room's figures
+        // over its text.
+        part.snapRegion = -1;
         part.InvalidateCache();
         int index = -1;
         CVxPart* slot = floor->GetNewObject(&index, true);

@@ -10,6 +10,7 @@
 #include "CVxOptions.h"
 #include "IVxAppHelperCallback.h"
 #include "VxCommandTable.h"
+#include "VxUtf8.h"
 
 #include <algorithm>
 
@@ -284,6 +285,15 @@ bool CVxAppCore::DoMainToolbarButtonAction(EVxMainToolbarButtonCode code)
         break;
     case VX_TB_REMOVE_ALL_DIMENSIONS:
         DeleteAllDimensionLines();
+        break;
+    case VX_TB_EXPORT_STATISTICS:
+        if (host)
+            host->SetClipboardText(VX_StringToUTF8(GetFloorStatistics()));
+        break;
+    case VX_TB_INSERT_AREAS:
+        // Without the host's dialog: empty rooms numbered, areas in the
+        // statistical unit.
+        InsertAreaLabels(true, -1);
         break;
     case VX_TB_BLACK_WHITE:
         m_drawBlackWhite = !m_drawBlackWhite;

@@ -20,6 +20,7 @@
 #include <vector>
 
 class CVxFloorPlan;
+class CVxFloorRegion;
 class CVxIniFileReader;
 class CVxIniWriter;
 class CVxProject;
@@ -54,6 +55,30 @@ public:
     bool LoadFromFile(CVxIniFileReader* reader, CVxProject* project);
 
     double GetTotalZHeight() const;
+
+    // What the statistics write: a text for one room, the rows of the
+    // table, or the figures alone into the caller's arrays.
+    enum EVxStatFormat
+    {
+        statText = 0,
+        statTable = 1,
+        statFigures = 2
+    };
+    // The tab-separated table of all rooms and their wall runs, for the
+    // clipboard; lengths of the floor in unit, figures in statUnit.
+    CVxStringW GetFloorStatisticalString(const CVxFloorPlan& plan, int unit, int statUnit) const;
+    // The room manager's text: the floor's totals and, with a region, the
+    // selected room.
+    CVxStringW GetFloorInfoString(const CVxFloorRegion* region, int lengthUnit, int areaUnit, int statUnit,
+                                  double totalArea, double outerArea) const;
+    // The wall faces of a room, run by run (all runs with segment -1). The
+    // out pointers may be null; in the text formats they sum over the runs,
+    // with statFigures outUseful and outAppearances take one entry per run
+    // at the index of its last boundary entry.
+    CVxStringW GetWallsInfoString(const CVxFloorRegion* region, int format, int lengthUnit, int statUnit,
+                                  int segment, double* outHeight, double* outOpenings,
+                                  double* outDoorsWindows, double* outArea, double* outUseful,
+                                  CVxAppearance* outAppearances) const;
 
     // A free slot, reset and in use, or a new one at the end; index may be
     // null.

@@ -246,6 +246,20 @@ public:
                      bool plain);
     void DrawDoorFrame(CVxDC* dc, int units, CVxDPoint* points, VxPOINT* scratch, double depth);
 
+    // Captions. The variables of a caption ("%AREA%", "%LENGTH%", ...; "~"
+    // on a dimension or angle line) are replaced at every drawing.
+    CVxStringW ProcessCaptionVars(const CVxStringW& text, int units, double scale) const;
+    // The variables that a caption of the type may use, for the dialogs.
+    static std::vector<CVxStringW> GetPossibleCaptionVars(int partType, int forDialog);
+    // An object's caption word-wrapped into its bounding rectangle (pixels).
+    void DrawCaption(CVxDC* dc, VxRECT* rect, int units, double zoom, double scale);
+    // A label's text in its frame, turned with the label.
+    void DrawLabelCaption(CVxDC* dc, int units, double originX, double originY, double zoom, double scale);
+    // A dimension line's figure along the line, always readable.
+    void DrawMeasLineCaption(CVxDC* dc, int units, double originX, double originY, double zoom, double scale);
+    // The part's own font, or the project's caption font.
+    CVxFont GetCaptionFont() const;
+
     // The record form. The section is named by the caller; members follow in
     // sections named section + "." + running number.
     void SaveToFile(CVxIniWriter* writer, CVxStringA section, bool forLibrary, const CVxPart* parent) const;

@@ -36,21 +36,6 @@ bool IsReservedMark(double value)
     return value == -19182.0 || value == -19181.0;
 }
 
-// What the caption code adds to an object: its text, a label's text, or the
-// figure of a measurement line. Captions are laid out by their own
-// subsystem; until it draws here, objects show no text.
-enum ECaptionKind
-{
-    captionObject,
-    captionLabel,
-    captionMeasLine
-};
-
-void DrawCaptionHook(CVxPart& /*part*/, CVxDC* /*dc*/, ECaptionKind /*kind*/, const VxRECT& /*box*/,
-                     int /*units*/, double /*zoom*/)
-{
-}
-
 CVxStringW ProgramFolder()
 {
     if (!QCoreApplication::instance())
@@ -361,15 +346,16 @@ void CVxPart::DrawToHdc(CVxDC* dc, CVxFloor* floor, int units, double originX, d
 
     const bool textOff = VX_IsColorOff(textColor);
     if ((!textOff || type == ptLabel) && (flags & VX_DRAW_NO_CAPTIONS) == 0 && !caption.IsEmpty()) {
-        VxRECT box;
-        GetCachedBoundingRect(&box, static_cast<int>(std::lround(originX)),
-                              static_cast<int>(std::lround(originY)), zoom);
-        if (type == ptLabel)
-            DrawCaptionHook(*this, dc, captionLabel, box, units, zoom);
-        else if (type == ptMeasLine)
-            DrawCaptionHook(*this, dc, captionMeasLine, box, units, zoom);
-        else if ((flags & VX_DRAW_CAPTIONS) != 0 && type != ptQRCode && type != ptEnergyLabel)
-            DrawCaptionHook(*this, dc, captionObject, box, units, zoom);
+        if (type == ptLabel) {
+            DrawLabelCaption(dc, units, originX, originY, zoom, scale);
+        } else if (type == ptMeasLine) {
+            DrawMeasLineCaption(dc, units, originX, originY, zoom, scale);
+        } else if ((flags & VX_DRAW_CAPTIONS) != 0 && type != ptQRCode && type != ptEnergyLabel) {
+            VxRECT box;
+            GetCachedBoundingRect(&box, static_cast<int>(std::lround(originX)),
+                                  static_cast<int>(std::lround(originY)), zoom);
+            DrawCaption(dc, &box, units, zoom, scale);
+        }
     }
 
     if ((flags & VX_DRAW_MARKERS) != 0 && (!fileLink.IsEmpty() || !soundClip.IsEmpty())) {

@@ -1,5 +1,8 @@
 #include "CVxPartPayload.h"
 
+#include "CVxDozamoWardrobePayload.h"
+#include "CVxStairsPayload.h"
+
 #include <vector>
 
 namespace {
@@ -20,6 +23,16 @@ std::vector<SVxPayloadClass>& Registry()
 CVxStringW CVxPartPayload::Serialize() const
 {
     return GetClassName() + L":" + SaveToString();
+}
+
+void CVxPartPayload::RegisterBuiltinClasses()
+{
+    RegisterClass(CVxStairsPayload::ClassName(), CVxStairsPayload::libraryNumber,
+                  [] { return new CVxStairsPayload(); });
+    RegisterClass(CVxBanisterStairsPayload::ClassName(), CVxBanisterStairsPayload::libraryNumber,
+                  [] { return new CVxBanisterStairsPayload(); });
+    RegisterClass(CVxDozamoWardrobePayload::ClassName(), CVxDozamoWardrobePayload::libraryNumber,
+                  [] { return new CVxDozamoWardrobePayload(); });
 }
 
 void CVxPartPayload::RegisterClass(const CVxStringW& name, int libraryNumber, Creator creator)

@@ -48,6 +48,9 @@ public:
     // Class name, ":" and SaveToString.
     CVxStringW Serialize() const;
 
+    // The stairs, banister stairs and wardrobe classes; the core runs it
+    // once at its construction, and again it changes nothing.
+    static void RegisterBuiltinClasses();
     // A name already registered keeps its first creator.
     static void RegisterClass(const CVxStringW& name, int libraryNumber, Creator creator);
     static void UnregisterClass(const CVxStringW& name);

@@ -146,7 +146,7 @@ TEST(Cli, UsageHelpAndVersion)
     EXPECT_TRUE(version.out.startsWith("plaveno-cli ")) << version.out.toStdString();
     const SRun help = RunCli({"--help"});
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* verb : {"info", "render", "convert", "thumbnail"}) {
+    for (const char* verb : {"info", "render", "convert", "thumbnail", "stats"}) {
         EXPECT_TRUE(help.out.contains(verb)) << verb;
         const SRun verbHelp = RunCli({verb, "--help"});
         EXPECT_EQ(verbHelp.exitCode, 0) << verb;
@@ -208,6 +208,44 @@ TEST(Cli, InfoJsonDescribesTheHouse)
     EXPECT_LT(text.indexOf("\"file\""), text.indexOf("\"fileVersion\""));
     EXPECT_LT(text.indexOf("\"size\""), text.indexOf("\"floors\""));
     EXPECT_LT(text.indexOf("\"embeddedFiles\""), text.indexOf("\"missingFiles\""));
+}
+
+TEST(Cli, StatsPrintsTheTableAndTheSameFiguresAsJson)
+{
+    const QString house = SaveHouse("stats.pvp", true);
+    // Living is 395 by 300 inside its walls, Study 195 by 300; walls 250 high.
+    const SRun table = RunCli({"stats", house});
+    ASSERT_EQ(table.exitCode, 0) << table.err.toStdString();
+    const QString text = QString::fromUtf8(table.out);
+    EXPECT_TRUE(text.startsWith(QStringLiteral("Room\tID\tWidth [m]\t"))) << table.out.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r\nLiving\tDimensions\t3.95\t3\t\t11.85\t\t0\t11.85\r\n")))
+        << table.out.toStdString();
+    EXPECT_TRUE(text.contains(QStringLiteral("\r\nStudy\tDimensions\t1.95\t3\t\t5.85\t\t0\t5.85\r\n")));
+    // Study: floor 5.85 and walls (1.95 + 3) x 2.5 twice.
+    EXPECT_TRUE(text.contains(QStringLiteral("\tTotals\t1.95\t3\t2.5\t30.6\t0\t0\t30.6\r\n")));
+
+    const SRun json = RunCli({"stats", house, "--json", "--floor", "1"});
+    ASSERT_EQ(json.exitCode, 0) << json.err.toStdString();
+    QJsonParseError error;
+    const QJsonObject stats = QJsonDocument::fromJson(json.out, &error).object();
+    ASSERT_EQ(error.error, QJsonParseError::NoError) << json.out.toStdString();
+    EXPECT_EQ(stats["statisticalUnit"].toString(), "m");
+    const QJsonArray rooms = stats["rooms"].toArray();
+    ASSERT_EQ(rooms.size(), 2);
+    for (const QJsonValue& room : rooms) {
+        if (room["name"].toString() != "Study")
+            continue;
+        EXPECT_DOUBLE_EQ(room["area"].toDouble(), 5.85);
+        EXPECT_EQ(room["walls"].toArray().size(), 4);
+        EXPECT_DOUBLE_EQ(room["totals"]["area"].toDouble(), 30.6);
+    }
+    // The upper floor is a new floor's walled rectangle: one room without a
+    // name, numbered. There is no third floor.
+    const SRun upper = RunCli({"stats", house, "--floor", "2", "--json"});
+    EXPECT_EQ(upper.out.count("\"name\""), 1);
+    EXPECT_TRUE(upper.out.contains("\"name\": \"Room 1\"")) << upper.out.toStdString();
+    ExpectFileError(RunCli({"stats", house, "--floor", "3"}), house);
+    EXPECT_EQ(RunCli({"stats", house, "--floor", "0"}).exitCode, 2);
 }
 
 TEST(Cli, InfoTextCountsAndMeasuresAsTheProgramDoes)
@@ -397,6 +435,10 @@ TEST(Cli, SamplesGoThroughEveryVerb)
         EXPECT_GT(rooms, 0);
         EXPECT_GT(objects, 5);
         EXPECT_TRUE(info["missingFiles"].toArray().isEmpty());
+        // Every room of the ground floor has its row in the statistics.
+        const SRun stats = RunCli({"stats", path});
+        ASSERT_EQ(stats.exitCode, 0) << stats.err.toStdString();
+        EXPECT_EQ(stats.out.count("\tDimensions\t"), floors[0]["rooms"].toArray().size());
 
         const QString png = Temp(name + ".png");
         ASSERT_EQ(RunCli({"render", path, "-o", png, "--width", "800"}).exitCode, 0);

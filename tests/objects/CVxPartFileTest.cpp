@@ -2,6 +2,7 @@
 #include "CVxIniFileReader.h"
 #include "CVxOptions.h"
 #include "CVxPart.h"
+#include "CVxPartPayload.h"
 #include "CVxPartVectorGrouper.h"
 #include "CVxStringReader.h"
 #include "CVxStringWriter.h"
@@ -277,6 +278,23 @@ TEST(PartFile, APayloadOfAnUnknownClassIsWrittenBackAsItCame)
     CVxPart reset = again;
     reset.Reset();
     EXPECT_FALSE(Has(KeysOf(SaveText(reset), "Part1"), "Payload"));
+}
+
+TEST(PartFile, StairsGetTheirPayloadAndADamagedOneItsDefaults)
+{
+    CVxPartPayload::RegisterBuiltinClasses();
+    const CVxPart stairs = LoadOne("Type=LibraryObject\r\nLibObjID=65\r\nPayload=StairsPayload:12|\r\n");
+    ASSERT_NE(stairs.GetPayload(), nullptr);
+    const CVxPart copy = stairs;
+    EXPECT_NE(SaveText(copy).Find("Payload=StairsPayload:12|\r\n"), -1);
+    // A known class whose text can't be read: the part makes a default one.
+    const CVxPart damaged = LoadOne("Type=LibraryObject\r\nLibObjID=65\r\nPayload=StairsPayload:x|\r\n");
+    ASSERT_NE(damaged.GetPayload(), nullptr);
+    EXPECT_NE(SaveText(damaged).Find("Payload=StairsPayload:10|\r\n"), -1);
+    // Without a payload in the file a stairs object still gets one.
+    const CVxPart plain = LoadOne("Type=LibraryObject\r\nLibObjID=162\r\n");
+    ASSERT_NE(plain.GetPayload(), nullptr);
+    EXPECT_EQ(plain.GetPayload()->GetClassName(), CVxStringW(L"BanisterStairsPayload"));
 }
 
 TEST(PartFile, MissingValuesTakeDefaults)

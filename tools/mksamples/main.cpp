@@ -14,7 +14,7 @@
 #include "CVxPart.h"
 #include "CVxProject.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 
 #include <clocale>
@@ -330,9 +330,10 @@ std::vector<SSample> AllSamples()
     return samples;
 }
 
+// The furniture and one area label per room.
 int CountObjects(const SFloorDef& floor)
 {
-    return static_cast<int>(floor.objects.size());
+    return static_cast<int>(floor.objects.size() + floor.rooms.size());
 }
 
 void NameRooms(CVxProject& project, CVxFloor& floor, const SFloorDef& def)
@@ -412,6 +413,13 @@ bool BuildSample(const SSample& sample, const CVxCatalogue& catalogue, CVxProjec
         if (!PlaceObjects(floor, def, catalogue))
             return false;
     }
+    // Every room shows its name and area, as the program's command for
+    // area labels puts them.
+    for (int i = 0; i < project.GetFloorCount(); ++i) {
+        project.m_currentFloor = i;
+        core->UpdateFloorPlan();
+        core->InsertAreaLabels(false, -1);
+    }
     project.m_currentFloor = 0;
     project.m_modified = false;
     core->UpdateFloorPlan();
@@ -465,6 +473,18 @@ int Check(const CVxStringW& folder)
                 if (region && region->name == room.name)
                     ++named;
             }
+            int labelled = 0;
+            for (const CVxPart& part : floor.m_objects) {
+                const CVxFloorRegion* region = plan.SafeGetRegion(part.snapRegion);
+                if (part.inUse && part.type == ptLabel && region && !region->name.IsEmpty() &&
+                    part.caption.StartsWith(region->name + L"\r\n"))
+                    ++labelled;
+            }
+            if (labelled != static_cast<int>(def.rooms.size())) {
+                fprintf(stderr, "%ls floor %d: %d rooms with their area label, expected %zu\n", path.c_str(),
+                        i, labelled, def.rooms.size());
+                ++failures;
+            }
             if (plan.GetRegionCount() != static_cast<int>(def.rooms.size()) ||
                 named != static_cast<int>(def.rooms.size())) {
                 fprintf(stderr, "%ls floor %d: %d rooms, %d named as built; expected %zu\n", path.c_str(), i,
@@ -491,7 +511,10 @@ int Check(const CVxStringW& folder)
 
 int main(int argc, char* argv[])
 {
-    QCoreApplication app(argc, argv);
+    // Area labels are measured in their font, which needs the GUI side of
+    // Qt, though nothing is shown.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     setlocale(LC_NUMERIC, "C");
     const bool check = argc == 4 && strcmp(argv[1], "--check") == 0;
     if (argc != 3 && !check) {
