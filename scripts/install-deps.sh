@@ -13,7 +13,7 @@ PACKAGES=(
     clang clang-format libclang-rt-dev
     qt6-base-dev qt6-base-dev-tools qt6-svg-dev libqt6opengl6-dev libgl-dev
     qt6-qpa-plugins
-    zlib1g-dev libutfcpp-dev libqrcodegencpp-dev
+    zlib1g-dev libutfcpp-dev libqrcodegencpp-dev libxcb1-dev
     googletest libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
     libcgal-dev
     xvfb xauth fonts-dejavu-core xdotool imagemagick

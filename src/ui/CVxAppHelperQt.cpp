@@ -77,6 +77,21 @@ int CVxAppHelperQt::MsgBox(const CVxStringW& text, const CVxStringW& caption, un
     else if (flags & VX_MB_ICON_INFORMATION)
         icon = QMessageBox::Information;
 
+    unsigned buttons = flags & 0xFF00u;
+    if (buttons == 0)
+        buttons = VX_MB_OK;
+    // While the session ends nobody is there to answer: the careful answer
+    // is given at once, and a box that the end interrupted gives it too.
+    const auto unanswered = [buttons] {
+        if (buttons & VX_MB_CANCEL)
+            return static_cast<int>(VX_MBR_CANCEL);
+        if (buttons & VX_MB_NO)
+            return static_cast<int>(VX_MBR_NO);
+        return static_cast<int>(VX_MBR_OTHER);
+    };
+    if (CVxMainWindow::IsSessionEnding())
+        return unanswered();
+
     QWidget* owner = static_cast<QWidget*>(parent);
     if (!owner)
         owner = QApplication::activeWindow();
@@ -86,10 +101,6 @@ int CVxAppHelperQt::MsgBox(const CVxStringW& text, const CVxStringW& caption, un
     QMessageBox box(icon, caption.ToQString(), text.ToQString(), QMessageBox::NoButton, owner);
     CVxStringW yes, no, ok, cancel, save;
     GetMsgBoxButtonTexts(yes, no, ok, cancel, save);
-
-    unsigned buttons = flags & 0xFF00u;
-    if (buttons == 0)
-        buttons = VX_MB_OK;
     struct SVxButton
     {
         EVxMsgButton code;
@@ -114,6 +125,8 @@ int CVxAppHelperQt::MsgBox(const CVxStringW& text, const CVxStringW& caption, un
             box.setDefaultButton(button);
     }
     box.exec();
+    if (CVxMainWindow::IsSessionEnding())
+        return unanswered();
     return results.value(box.clickedButton(), VX_MBR_OTHER);
 }
 

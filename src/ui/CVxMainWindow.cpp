@@ -94,6 +94,9 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     m_helper = &helper;
     VX_SetAppHelperCallback(m_helper);
     CVxAppCore* core = VX_GetCore();
+    // From the first moment: a session may end while a question of the
+    // start-up is on the screen.
+    VX_CallOnSessionEndSignals(this, [this] { OnSessionEnd(); });
 
     CVxStringW appFolder = CVxAppCore::FindDataFolder(CVxStringW(QCoreApplication::applicationDirPath()));
     ParseCommandLine(arguments.isEmpty() ? QCoreApplication::arguments() : arguments, appFolder);
@@ -221,7 +224,6 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     core->CheckMouseStateToolbarButtons(VX_TB_SELECTION_TOOL);
     m_helper->UpdateHomeEditPicker(CVxStringW(), CVxStringW());
     m_helper->UpdateCommentsView();
-    VX_CallOnSessionEndSignals(this, [this] { OnSessionEnd(); });
 }
 
 CVxMainWindow::~CVxMainWindow()

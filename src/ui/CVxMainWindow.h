@@ -56,6 +56,9 @@ public:
     ~CVxMainWindow() override;
 
     static CVxMainWindow* GetInstance();
+    // SIGTERM or SIGHUP came: questions get their careful answer unasked,
+    // and the program ends as soon as it can.
+    static bool IsSessionEnding() { return s_instance && s_instance->m_sessionEnding; }
 
     CVxMainRenderArea* GetRenderArea() const { return m_renderArea; }
     CVxMainScrollArea* GetScrollArea() const { return m_scrollArea; }

@@ -35,16 +35,26 @@ void SetHandler(void (*handler)(int))
 
 } // namespace
 
+void VX_PrepareSessionEndSignals()
+{
+    if (g_pipe[0] >= 0)
+        return;
+    if (pipe(g_pipe) != 0)
+        return;
+    for (int fd : g_pipe) {
+        fcntl(fd, F_SETFD, FD_CLOEXEC);
+        fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
+    }
+    SetHandler(OnSignal);
+}
+
 void VX_CallOnSessionEndSignals(QObject* context, std::function<void()> onEnd)
 {
-    if (g_pipe[0] < 0) {
-        if (pipe(g_pipe) != 0)
-            return;
-        for (int fd : g_pipe) {
-            fcntl(fd, F_SETFD, FD_CLOEXEC);
-            fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) | O_NONBLOCK);
-        }
-    }
+    VX_PrepareSessionEndSignals();
+    if (g_pipe[0] < 0)
+        return;
+    // A signal that came before stands in the pipe and is delivered as soon
+    // as the loop runs.
     auto* notifier = new QSocketNotifier(g_pipe[0], QSocketNotifier::Read, context);
     QObject::connect(notifier, &QSocketNotifier::activated, context, [onEnd = std::move(onEnd)] {
         char bytes[16];

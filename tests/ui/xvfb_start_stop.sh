@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Fifty starts and stops of the real program under an X server, as users
+# Fifty-five starts and stops of the real program under an X server, as users
 # and desktops do them: with and without a project, beside a running
 # instance, and right after an instance was killed. No start may abort, a
 # stop by SIGTERM ends with status 0, and an unchanged project leaves no
@@ -19,7 +19,7 @@ failures=0
 wait_window() {
     local pid=$1
     for _ in $(seq 1 150); do
-        if xdotool search --pid "$pid" --name "Plaveno - \[" >/dev/null 2>&1; then
+        if xdotool search --all --pid "$pid" --name "Plaveno - \[" >/dev/null 2>&1; then
             return 0
         fi
         kill -0 "$pid" 2>/dev/null || return 1
@@ -37,6 +37,17 @@ start() {
 
 check_ended() {
     local pid=$1 what=$2
+    # Ten seconds to end; a program that hangs fails the run.
+    for _ in $(seq 1 100); do
+        kill -0 "$pid" 2>/dev/null || break
+        sleep 0.1
+    done
+    if kill -0 "$pid" 2>/dev/null; then
+        echo "run $run ($what): still running ten seconds after SIGTERM"
+        xdotool search --pid "$pid" --name "" getwindowname %@ 2>/dev/null | sed 's/^/  window: /'
+        kill -KILL "$pid"
+        failures=$((failures + 1))
+    fi
     wait "$pid"
     local status=$?
     if [ "$status" -ne 0 ]; then
@@ -99,6 +110,16 @@ for run in $(seq 1 50); do
     esac
 done
 
+# A session that ends while the program is still starting: with the
+# questions of the start-up on the screen or not yet there.
+for run in 51 52 53 54 55; do
+    start "$samples/Flat.pvp"
+    pid=$started
+    sleep "0.$((run % 5 + 1))"
+    kill -TERM "$pid"
+    check_ended "$pid" "ended while starting"
+done
+
 leftover=$(ls "$appdata"/PVSave*.pvp 2>/dev/null | wc -l)
 if [ "$leftover" -ne 0 ]; then
     echo "auto-save files left behind: $leftover"
@@ -109,5 +130,5 @@ if grep -qiE "abort|segmentation|terminate called" "$out/program.log"; then
     grep -iE "abort|segmentation|terminate called" "$out/program.log" | head
     failures=$((failures + 1))
 fi
-echo "50 runs, $failures failures"
+echo "55 runs, $failures failures"
 [ "$failures" -eq 0 ]
