@@ -1,5 +1,7 @@
 #include "CVxAppCore.h"
 
+#include "CVxWallEditor.h"
+
 #include "CVxColorSwatchLibrary.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"

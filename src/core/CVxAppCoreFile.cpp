@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -336,7 +337,15 @@ bool CVxAppCore::SaveMainProjectToFile(const CVxStringW& path)
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host || path.IsEmpty())
         return false;
-    CVxProject& project = m_project;
+    // While an editor is open the file gets what the editor would give back
+    // on accepting, so that a save in the wall editor holds the full project.
+    std::unique_ptr<CVxProject> editorState;
+    if (m_activeEditor && m_activeEditor->CanSaveProjectWhileEditing()) {
+        editorState = std::make_unique<CVxProject>();
+        m_activeEditor->WriteStateToProject(editorState.get());
+        m_activeEditor->SetProjectSaved(true);
+    }
+    CVxProject& project = editorState ? *editorState : m_project;
 
     VxTrace("Generating thumbnail for project file\n");
     project.VerifyStoragePathExists();
