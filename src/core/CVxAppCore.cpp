@@ -174,6 +174,8 @@ void CVxAppCore::RebuildRoom()
     m_margins[2] = static_cast<int>(m_project.m_spaceRight * m_zoom);
     m_margins[3] = static_cast<int>(m_project.m_spaceBottom * m_zoom);
     m_project.GetFloor()->InvalidateAllObjectsCache();
+    if (m_activeEditor)
+        m_activeEditor->OnZoomChanged();
     const double base = m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0;
     double best = 10 * m_zoom;
     for (double rung : g_Zooms) {

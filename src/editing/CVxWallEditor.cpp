@@ -860,6 +860,8 @@ void CVxWallEditor::OnDraw(CVxDC* dc, double zoom, int offsetX, int offsetY)
     CVxFloor* floor = Floor();
     if (!floor || !dc)
         return;
+    if (zoom != m_wallSelection.GetZoom())
+        Collect();
     // Selected walls and openings first, the handles over them.
     if (m_touchSelType == selWall) {
         for (int item : m_touchSelItems)

@@ -335,6 +335,9 @@ bool CVxWallEditor::OnMouseMove(unsigned modifiers, double x, double y, int /*so
         MovePlanEdges(vertex, target.x / zoom - vertex->x, target.y / zoom - vertex->y, false, true);
         floor->m_walls.RebuildWalls();
         m_plan->UpdateAllRegionPolygons(*floor);
+        // The rooms' saved edges move along, so that each room keeps its
+        // name and surfaces when the plan is made anew at the release.
+        floor->m_planDef = m_plan->Save();
         Collect();
         m_wallSelection.SetMovingSymbol(
             FindSymbol(vertex->x * zoom, vertex->y * zoom, CVxWallSelection::kindWallVertex));

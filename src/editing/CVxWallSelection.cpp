@@ -22,6 +22,7 @@ void CVxWallSelection::Collect(CVxFloor* floor, const CVxFloorPlan* plan, double
 {
     m_symbols.clear();
     m_symbolIdx = -1;
+    m_zoom = zoom;
     if (!floor || !plan || zoom <= 0)
         return;
     m_symbols.reserve(plan->vertices.size());

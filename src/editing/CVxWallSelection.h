@@ -31,4 +31,9 @@ public:
     void Collect(CVxFloor* floor, const CVxFloorPlan* plan, double zoom);
     bool OnMouseMove(CVxFloor*, unsigned, int, int, double, int, VxRECT*) override { return false; }
     std::vector<CVxSelSymbol>& Symbols() { return m_symbols; }
+    // The zoom the symbols were placed at.
+    double GetZoom() const { return m_zoom; }
+
+private:
+    double m_zoom = 0;
 };

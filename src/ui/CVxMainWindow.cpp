@@ -227,6 +227,8 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
 CVxMainWindow::~CVxMainWindow()
 {
     CVxAppCore* core = VX_GetCore();
+    // An editor still open gives the project back as it was before it.
+    core->DeactivateActiveEditor(true, true);
     core->SetAppExiting();
     // After a session end the file holds the work that nobody could save,
     // or a recovery that nobody could answer.

@@ -195,6 +195,10 @@ TEST_F(WallEditor, SplitWallByAControlPointHealsOnRemovalAndOnAccept)
 
 TEST_F(WallEditor, DraggedCornerTakesItsWallsAndTheRoomAlong)
 {
+    // The room's name is kept by its saved edge, which starts at the very
+    // corner that is dragged.
+    core->GetFloorPlan().regions.front().name = L"Hall";
+    Floor()->m_planDef = core->GetFloorPlan().Save();
     Open();
     const CVxDPoint corner = TopLeft();
     const double areaBefore = core->GetFloorPlan().GetArea();
@@ -204,6 +208,7 @@ TEST_F(WallEditor, DraggedCornerTakesItsWallsAndTheRoomAlong)
     EXPECT_EQ(WallsWithEndAt(corner), 0);
     ASSERT_EQ(Rooms(), 1);
     EXPECT_GT(core->GetFloorPlan().GetArea(), areaBefore);
+    EXPECT_EQ(core->GetFloorPlan().regions.front().name, L"Hall");
     // One step, undone inside the editor.
     ASSERT_TRUE(core->CanUndo());
     core->MakeUndo();
