@@ -376,6 +376,15 @@ void CVxMainRenderArea::mouseDoubleClickEvent(QMouseEvent* event)
 
 bool CVxMainRenderArea::eventFilter(QObject* watched, QEvent* event)
 {
+    // A line edit lets Return travel on to its parent after it used it;
+    // here the plan would take it for closing the editor.
+    if ((watched == m_lengthEdit || watched == m_angleEdit) && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            ApplyTypedLength();
+            return true;
+        }
+    }
     if ((watched == m_lengthEdit || watched == m_angleEdit) &&
         (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) &&
         static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
@@ -397,7 +406,6 @@ void CVxMainRenderArea::ShowTypedLength(const QString& first)
         for (QLineEdit* edit : {m_lengthEdit, m_angleEdit}) {
             edit->setMaxLength(32);
             edit->setFixedWidth(90);
-            connect(edit, &QLineEdit::returnPressed, this, &CVxMainRenderArea::ApplyTypedLength);
             edit->installEventFilter(this);
         }
         m_angleEdit->setPlaceholderText(QStringLiteral("\u00B0"));

@@ -170,6 +170,8 @@ void TestWallEditor::typedLengthLaysTheWall()
     QTest::keyClicks(length, QStringLiteral(".5m"));
     QTest::keyClick(length, Qt::Key_Return);
     QVERIFY(!length->isVisible());
+    // The Return was the field's alone: the editor stays open.
+    QVERIFY(core->GetActiveEditor() != nullptr);
     QCOMPARE(Walls(), 1);
     const CVxWall& wall = core->GetProject().GetFloor()->m_walls.walls.front();
     QVERIFY2(std::fabs(wall.length - 250) < 0.01, qPrintable(QString::number(wall.length)));
