@@ -197,6 +197,9 @@ void CVxWallEditor::WriteStateToProject(CVxProject* target)
         ConnectEdgesToWalls(*floor, plan, false, 0, nullptr);
         floor->m_walls.RebuildWalls();
         plan.CreatePlan(*floor, target->m_unit);
+        // New walls take the faces of the rooms they border.
+        if (!floor->m_walls.appearances.empty())
+            UpdateWallAppearances(*floor, plan);
         floor->ResnapAllParts(&plan);
     }
 }

@@ -206,6 +206,9 @@ private:
     int m_dragEdge = -1;
     int m_dragVertex = -1;
     int m_dragHolePoint = -1;
+    // A control point of a curved wall being dragged: its wall and which.
+    int m_dragCtrlWall = -1;
+    int m_dragCtrlKind = 0;
     CVxDRect m_boundsAtStart;
     CVxDPolygon m_newHolePoly;
     std::vector<int> m_tempDimLines;

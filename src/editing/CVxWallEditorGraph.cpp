@@ -77,13 +77,14 @@ bool CVxWallEditor::SplitWallsToEdges(CVxFloor& floor, CVxFloorPlan& plan, bool 
             split = true;
         }
     }
-    if (split) {
-        // Pieces of no length come from edges that met in one point.
-        auto& list = walls.walls;
-        list.erase(std::remove_if(list.begin(), list.end(),
-                                  [](const CVxWall& wall) { return wall.start == wall.end; }),
-                   list.end());
-    }
+    // Walls of no length, left by a drag that put one end on the other or by
+    // edges that met in one point, go.
+    auto& list = walls.walls;
+    const size_t before = list.size();
+    list.erase(
+        std::remove_if(list.begin(), list.end(), [](const CVxWall& wall) { return wall.start == wall.end; }),
+        list.end());
+    split = split || list.size() != before;
     if (sort)
         SortWalls(floor);
     return split;

@@ -250,6 +250,16 @@ bool CVxWallEditor::OnMouseDown(int button, unsigned modifiers, double x, double
         Repaint();
         return true;
     }
+    if (found && (found->kind == CVxWallSelection::kindCtrlPoint0 ||
+                  found->kind == CVxWallSelection::kindCtrlPoint1)) {
+        // The bend of a curved wall: a vertex drag of no vertex.
+        m_dragVertex = -1;
+        m_dragCtrlWall = found->partNo;
+        m_dragCtrlKind = found->kind;
+        m_wallSelection.SetMovingSymbol(symbol);
+        m_operation = opMoveVertex;
+        return true;
+    }
     if (found && found->kind == CVxWallSelection::kindHolePoint) {
         m_activeHole = found->partNo;
         m_dragHolePoint = found->subIndex;
@@ -310,8 +320,20 @@ bool CVxWallEditor::OnMouseMove(unsigned modifiers, double x, double y, int /*so
     switch (m_operation) {
     case opMoveVertex: {
         CVxPlanVertex* vertex = m_plan->SafeGetVertex(m_dragVertex);
-        if (!vertex)
+        if (!vertex) {
+            CVxWall* wall = floor->m_walls.SafeGetWall(m_dragCtrlWall);
+            if (!wall)
+                return true;
+            CVxDPoint point = pixels / zoom;
+            m_project->SubUnitCorrection(&point, VX_DF_DECIMAL);
+            const bool first = m_dragCtrlKind == CVxWallSelection::kindCtrlPoint0;
+            wall->SetBezierControlPoints(first ? &point : nullptr, first ? nullptr : &point);
+            floor->m_walls.RebuildWalls();
+            m_plan->UpdateAllRegionPolygons(*floor);
+            Collect();
+            Repaint();
             return true;
+        }
         CVxDPoint target = m_edgeStart * zoom + (pixels - m_dragStart);
         if (modifiers & kShift) {
             if (std::fabs(pixels.x - m_dragStart.x) >= std::fabs(pixels.y - m_dragStart.y))
@@ -660,8 +682,14 @@ bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned modifiers, double x, doub
             return true;
         }
         CVxPlanVertex* vertex = m_plan->SafeGetVertex(m_dragVertex);
-        CVxDPoint finalPoint = vertex ? vertex->Point() : CVxDPoint();
-        if (vertex) {
+        if (!vertex) {
+            CatchUndoStep(true);
+            EndDragTail();
+            Repaint();
+            return true;
+        }
+        CVxDPoint finalPoint = vertex->Point();
+        {
             // A corner let go on a wall joins it.
             bool snapped = false;
             int wall = -1;

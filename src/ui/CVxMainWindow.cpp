@@ -1113,8 +1113,12 @@ void CVxMainWindow::AfterSpecialEditorActivated(EVxEditorCode /*code*/, bool act
             grid->addWidget(m_editorBar, 0, 0, 1, 3, Qt::AlignHCenter | Qt::AlignTop);
     }
     m_editorBar->setVisible(active);
-    if (!active)
+    if (!active) {
         m_renderArea->HideTypedLength();
+        for (QAction* item : m_specialEditorPopup->actions())
+            if (auto* action = qobject_cast<CVxAction*>(item))
+                action->SetActionTexts();
+    }
     UpdateCommandStates();
     RebuildContextToolbar();
     m_renderArea->setFocus(Qt::OtherFocusReason);
@@ -1123,6 +1127,12 @@ void CVxMainWindow::AfterSpecialEditorActivated(EVxEditorCode /*code*/, bool act
 void CVxMainWindow::ShowWallEditorPopupMenu()
 {
     UpdateCommandStates();
-    if (m_specialEditorPopup)
-        m_specialEditorPopup->popup(QCursor::pos());
+    if (!m_specialEditorPopup)
+        return;
+    // "Remove Wall", "Floor Opening Properties": the items say what they act
+    // on.
+    for (QAction* item : m_specialEditorPopup->actions())
+        if (auto* action = qobject_cast<CVxAction*>(item))
+            action->SetActionTexts();
+    m_specialEditorPopup->popup(QCursor::pos());
 }

@@ -6,6 +6,8 @@
 #include "CVxAppCore.h"
 #include "CVxAppHelperHeadless.h"
 #include "CVxFloor.h"
+#include "CVxFloorPlan.h"
+#include "VxTestEnv.h"
 #include "VxTypedLength.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +21,10 @@ namespace {
 class CVxEditorTestHost : public CVxAppHelperHeadless
 {
 public:
-    CVxEditorTestHost() : CVxAppHelperHeadless(CVxStringW(), CVxStringW()) {}
+    CVxEditorTestHost()
+        : CVxAppHelperHeadless(VxTestTempFolder() + L"appdata/", VxTestTempFolder() + L"docs/")
+    {
+    }
     int GetKeyState(EVxKey key) override { return key == VX_KEY_LBUTTON && m_left ? 1 : 0; }
     int MsgBox(const CVxStringW&, const CVxStringW&, unsigned, void*, EVxMsgButton, EVxMsgButton) override
     {
@@ -317,6 +322,89 @@ TEST_F(WallEditor, AcceptWithoutChangesLeavesTheHistoryAndTypedWallsTakeTheirLen
     EXPECT_TRUE(core->ApplyTypedWallLength(L"100", L"90"));
     EXPECT_EQ(WallsWithEndAt(CVxDPoint(end.x, end.y - 100)), 1);
     EXPECT_FALSE(core->ApplyTypedWallLength(L"three", CVxStringW()));
+}
+
+TEST_F(WallEditor, DanglingEndLetGoOnAWallJoinsItAndSplitsTheRoom)
+{
+    Open();
+    CVxDRect dims;
+    Floor()->m_walls.GetRoomDims(dims);
+    const double midX = (dims.left + dims.right) / 2;
+    const double midY = (dims.top + dims.bottom) / 2;
+    // From the top wall down into the room, ending in the open.
+    DrawWall(midX, dims.top, midX, midY);
+    core->DoMainToolbarButtonAction(VX_TB_SELECTION_TOOL);
+    ASSERT_EQ(Rooms(), 1);
+    Drag(midX, midY, midX, dims.bottom);
+    EXPECT_EQ(WallsWithEndAt(CVxDPoint(midX, dims.bottom)), 3);
+    EXPECT_EQ(Rooms(), 2);
+}
+
+TEST_F(WallEditor, SaveWhileEditingWritesTheWholeProjectAndADiscardLeavesItChanged)
+{
+    CVxFloor* floor = Floor();
+    int index = -1;
+    CVxPart* box = floor->GetNewObject(&index, true);
+    box->type = ptRectangle;
+    box->x = 100;
+    box->y = 100;
+    box->width = 50;
+    box->height = 50;
+    floor->m_objectCount = floor->CountUsedObjects();
+    const int walls = Walls();
+    Open();
+    const CVxDPoint corner = TopLeft();
+    // Off the corner at a slant: a wall that no other continues in line.
+    DrawWall(corner.x, corner.y, corner.x - 100, corner.y - 100);
+    const CVxStringW path = VxTestTempFolder() + L"while-editing.pvp";
+    ASSERT_TRUE(core->SaveMainProjectToFile(path));
+    core->GetProject().m_modified = false;
+    // The editor goes on with its floor of walls alone.
+    EXPECT_EQ(Floor()->CountUsedObjects(), 0);
+    CVxProject saved;
+    ASSERT_EQ(CVxAppCore::LoadProjectForUser(path, &saved, nullptr), CVxAppCore::VX_LOAD_OK);
+    EXPECT_EQ(saved.GetFloor()->CountUsedObjects(), 1);
+    EXPECT_EQ(saved.GetFloor()->m_walls.GetWallCount(), walls + 1);
+
+    core->DoMainToolbarButtonAction(VX_TB_DISCARD_CLOSE);
+    EXPECT_EQ(Walls(), walls);
+    // The file holds what was thrown away.
+    EXPECT_TRUE(core->GetProject().IsModified());
+}
+
+TEST(WallFaces, EachRoomSideOfAWallCarriesItsRoomsAppearance)
+{
+    CVxFloor floor;
+    floor.m_walls.SetAsBasicRect(400, 300, 10, 250);
+    // A wall across the middle: two rooms.
+    floor.m_walls.GetNewWall()->Set(200, 0, 200, 300, 1, 10, 250, 250, true, false);
+    CVxFloorPlan plan;
+    plan.CreatePlan(floor, -1);
+    CVxWallEditor::SplitWallsToEdges(floor, plan, true);
+    plan.CreatePlan(floor, -1);
+    ASSERT_EQ(plan.GetRegionCount(), 2);
+    plan.regions[0].wallAppearance.main.color = 0x0000ff;
+    plan.regions[1].wallAppearance.main.color = 0x00ff00;
+    CVxWallEditor::ChangeRegionAppearances(floor, plan.regions[0], -1);
+    CVxWallEditor::ChangeRegionAppearances(floor, plan.regions[1], -1);
+    for (int r = 0; r < 2; ++r) {
+        const CVxFloorRegion& room = plan.regions[static_cast<size_t>(r)];
+        for (int k = 0; k < room.GetVertexCount(); ++k) {
+            const CVxAppearance* face =
+                floor.m_walls.SafeGetAppear(CVxWallEditor::GetRegionWallAppearance(floor.m_walls, room, k));
+            ASSERT_NE(face, nullptr);
+            EXPECT_EQ(face->main.color, room.wallAppearance.main.color);
+        }
+    }
+    // The dividing wall has one colour on each side.
+    int divider = -1;
+    for (int i = 0; i < floor.m_walls.GetWallCount(); ++i)
+        if (std::fabs(floor.m_walls.walls[static_cast<size_t>(i)].start.x - 200) < 1e-9 &&
+            std::fabs(floor.m_walls.walls[static_cast<size_t>(i)].end.x - 200) < 1e-9)
+            divider = i;
+    ASSERT_GE(divider, 0);
+    const CVxWall& wall = floor.m_walls.walls[static_cast<size_t>(divider)];
+    EXPECT_NE(wall.appearanceA, wall.appearanceB);
 }
 
 TEST(TypedLength, UnitsFeetAndInchesAndRefusals)
