@@ -209,6 +209,8 @@ private:
     // A control point of a curved wall being dragged: its wall and which.
     int m_dragCtrlWall = -1;
     int m_dragCtrlKind = 0;
+    // A handle of a rectangle or ellipse opening, by the compass; -1 none.
+    int m_dragHoleHandle = -1;
     CVxDRect m_boundsAtStart;
     CVxDPolygon m_newHolePoly;
     std::vector<int> m_tempDimLines;

@@ -140,8 +140,9 @@ bool CVxWallEditor::OnMouseDown(int button, unsigned modifiers, double x, double
                 m_newHolePoly.points.back() = point;
             m_newHolePoly.points.push_back(point);
         } else if (button == kRight && m_newHolePoly.GetVertexCount() >= 3) {
-            // The first two points stay.
-            m_newHolePoly.points.pop_back();
+            // The last point placed goes, the one following the pointer
+            // stays; the first two stay always.
+            m_newHolePoly.points.erase(m_newHolePoly.points.end() - 2);
             m_newHolePoly.points.back() = point;
         }
         m_newHolePoly.bezierFlags.assign(m_newHolePoly.points.size(), false);
@@ -260,9 +261,45 @@ bool CVxWallEditor::OnMouseDown(int button, unsigned modifiers, double x, double
         m_operation = opMoveVertex;
         return true;
     }
+    if (found && found->kind == CVxWallSelection::kindHoleHandle) {
+        m_activeHole = found->partNo;
+        m_dragHolePoint = -1;
+        m_dragHoleHandle = found->subIndex;
+        SetTouchSelection(selHole, found->partNo, 0);
+        m_wallSelection.SetMovingSymbol(symbol);
+        m_operation = opMoveHolePoint;
+        Repaint();
+        return true;
+    }
+    // Near the outline of a polygon opening a press adds a point there and
+    // drags it.
+    for (int i = 0; i < floor->m_walls.GetHoleCount() && !found; ++i) {
+        CVxHoleInFloor& hole = floor->m_walls.holes[static_cast<size_t>(i)];
+        int edge = -1;
+        if (hole.type != CVxHoleInFloor::TYPE_POLYGON ||
+            !hole.polygon.PtOnPolygonLine(pixels / zoom, 8.0 / zoom, &edge) || edge < 0)
+            continue;
+        CatchUndoStep(true);
+        CVxDPoint point = pixels / zoom;
+        m_project->SubUnitCorrection(&point, VX_DF_DECIMAL);
+        hole.polygon.points.insert(hole.polygon.points.begin() + edge + 1, point);
+        hole.polygon.bezierFlags.assign(hole.polygon.points.size(), false);
+        hole.InvalidateCache();
+        Collect();
+        m_activeHole = i;
+        m_dragHolePoint = edge + 1;
+        m_dragHoleHandle = -1;
+        SetTouchSelection(selHolePoint, edge + 1, 0);
+        // The new point is the step; its drag needs no threshold of its own.
+        m_mouseMoved = true;
+        m_operation = opMoveHolePoint;
+        Repaint();
+        return true;
+    }
     if (found && found->kind == CVxWallSelection::kindHolePoint) {
         m_activeHole = found->partNo;
         m_dragHolePoint = found->subIndex;
+        m_dragHoleHandle = -1;
         SetTouchSelection(selHolePoint, found->subIndex, 0);
         m_wallSelection.SetMovingSymbol(symbol);
         m_operation = opMoveHolePoint;
@@ -409,6 +446,39 @@ bool CVxWallEditor::OnMouseMove(unsigned modifiers, double x, double y, int /*so
     }
     case opMoveHolePoint: {
         CVxHoleInFloor* hole = floor->m_walls.SafeGetHole(m_activeHole);
+        if (hole && m_dragHoleHandle >= 0 && hole->type != CVxHoleInFloor::TYPE_POLYGON) {
+            // The side or corner follows the pointer in the opening's own
+            // frame; the opposite side stays.
+            CVxDPoint pointer = pixels / zoom;
+            m_project->SubUnitCorrection(&pointer, VX_DF_DECIMAL);
+            const double r = hole->rotation * kPi / 180.0;
+            const CVxDPoint u(std::cos(r), std::sin(r));
+            const CVxDPoint v(-std::sin(r), std::cos(r));
+            const CVxDPoint rel = pointer - CVxDPoint(hole->x, hole->y);
+            const double px = rel.x * u.x + rel.y * u.y;
+            const double py = rel.x * v.x + rel.y * v.y;
+            double left = 0, top = 0, right = hole->width, bottom = hole->height;
+            const double least = 1.0 / zoom;
+            const int k = m_dragHoleHandle;
+            if (k == 5 || k == 6 || k == 7)
+                left = std::min(px, right - least);
+            if (k == 1 || k == 2 || k == 3)
+                right = std::max(px, left + least);
+            if (k == 7 || k == 0 || k == 1)
+                top = std::min(py, bottom - least);
+            if (k == 3 || k == 4 || k == 5)
+                bottom = std::max(py, top + least);
+            const CVxDPoint corner = CVxDPoint(hole->x, hole->y) + u * left + v * top;
+            hole->x = corner.x;
+            hole->y = corner.y;
+            hole->width = right - left;
+            hole->height = bottom - top;
+            hole->InvalidateCache();
+            m_plan->UpdateAllRegionPolygons(*floor);
+            Collect();
+            Repaint();
+            return true;
+        }
         if (!hole || m_dragHolePoint < 0 || m_dragHolePoint >= hole->polygon.GetVertexCount())
             return true;
         CVxDPoint point = pixels / zoom;

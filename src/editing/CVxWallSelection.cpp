@@ -71,8 +71,26 @@ void CVxWallSelection::Collect(CVxFloor* floor, const CVxFloorPlan* plan, double
     }
     for (int i = 0; i < walls.GetHoleCount(); ++i) {
         const CVxHoleInFloor& hole = walls.holes[static_cast<size_t>(i)];
-        if (hole.type != CVxHoleInFloor::TYPE_POLYGON)
+        if (hole.type != CVxHoleInFloor::TYPE_POLYGON) {
+            // Eight handles round a rectangle or an ellipse, by the compass.
+            CVxDPoint c[4];
+            hole.GetRect(c, zoom);
+            const CVxDPoint at[8] = {(c[0] + c[1]) * 0.5, c[1], (c[1] + c[2]) * 0.5, c[2],
+                                     (c[2] + c[3]) * 0.5, c[3], (c[3] + c[0]) * 0.5, c[0]};
+            for (int k = 0; k < 8; ++k) {
+                CVxSelSymbol symbol;
+                symbol.kind = kindHoleHandle;
+                symbol.isRound = 1;
+                symbol.color = colorHole;
+                symbol.hitSize = CVxHitDist::WallCtlPoint();
+                symbol.partNo = i;
+                symbol.subIndex = k;
+                symbol.pos =
+                    VxPOINT{static_cast<int>(std::lround(at[k].x)), static_cast<int>(std::lround(at[k].y))};
+                m_symbols.push_back(symbol);
+            }
             continue;
+        }
         for (int k = 0; k < hole.polygon.GetVertexCount(); ++k) {
             CVxSelSymbol symbol;
             symbol.kind = kindHolePoint;

@@ -340,6 +340,71 @@ TEST_F(WallEditor, DanglingEndLetGoOnAWallJoinsItAndSplitsTheRoom)
     EXPECT_EQ(Rooms(), 2);
 }
 
+TEST_F(WallEditor, OpeningsDrawnResizedByTheirHandlesAndPolygonsByClicks)
+{
+    CVxWallEditor* editor = Open();
+    core->DoMainToolbarButtonAction(VX_TB_NEW_FLOOR_OPENING);
+    Drag(100, 100, 200, 150);
+    ASSERT_EQ(Floor()->m_walls.GetHoleCount(), 1);
+    const CVxHoleInFloor& hole = Floor()->m_walls.holes.front();
+    EXPECT_DOUBLE_EQ(hole.width, 100);
+    EXPECT_DOUBLE_EQ(hole.height, 50);
+    EXPECT_EQ(editor->GetTouchSelType(), CVxWallEditor::selHole);
+    // The right handle: the left side stays.
+    Drag(200, 125, 250, 125);
+    EXPECT_DOUBLE_EQ(Floor()->m_walls.holes.front().x, 100);
+    EXPECT_NEAR(Floor()->m_walls.holes.front().width, 150, 1e-6);
+
+    // A polygon by clicks, ended by a double click; a right click takes the
+    // last point back.
+    core->DoMainToolbarButtonAction(VX_TB_NEW_POLYGON_OPENING);
+    Press(300, 100);
+    Release(300, 100);
+    for (const CVxDPoint& p : {CVxDPoint(400, 100), CVxDPoint(380, 180), CVxDPoint(350, 250)}) {
+        Move(p.x, p.y);
+        Press(p.x, p.y);
+        Release(p.x, p.y);
+    }
+    bool handled = false;
+    core->MainViewMouseDown(CVxAppCore::buttonRight, 0, Px(350), Py(250), 0, &handled);
+    // Ended on the last point that stayed.
+    Move(380, 180);
+    core->MainViewDblClick(Px(380), Py(180));
+    ASSERT_EQ(Floor()->m_walls.GetHoleCount(), 2);
+    EXPECT_EQ(Floor()->m_walls.holes.back().type, CVxHoleInFloor::TYPE_POLYGON);
+    EXPECT_EQ(Floor()->m_walls.holes.back().polygon.GetVertexCount(), 3);
+}
+
+TEST_F(WallEditor, ArrowKeysMoveTheSelectedWallInOneStepAndARubberBandSelectsCorners)
+{
+    CVxWallEditor* editor = Open();
+    CVxDRect dims;
+    Floor()->m_walls.GetRoomDims(dims);
+    const double midY = (dims.top + dims.bottom) / 2;
+    // A click on the right wall selects it.
+    Press(dims.right, midY);
+    Release(dims.right, midY);
+    ASSERT_EQ(editor->GetTouchSelType(), CVxWallEditor::selWall);
+    const double step = 1.0 / core->GetRoundedZoom();
+    EXPECT_TRUE(core->MainViewKeyDown(VX_KEY_RIGHT, 0));
+    EXPECT_TRUE(core->MainViewKeyDown(VX_KEY_RIGHT, 0));
+    CVxDRect moved;
+    Floor()->m_walls.GetRoomDims(moved);
+    EXPECT_NEAR(moved.right, dims.right + 2 * step, 1e-6);
+    // Both presses are one step.
+    core->MakeUndo();
+    Floor()->m_walls.GetRoomDims(moved);
+    EXPECT_NEAR(moved.right, dims.right, 1e-6);
+    EXPECT_FALSE(core->CanUndo());
+
+    // A band round the top two corners selects their vertices.
+    Press(dims.left - 20, dims.top - 20);
+    Move(dims.right + 20, dims.top + 20);
+    Release(dims.right + 20, dims.top + 20);
+    EXPECT_EQ(editor->GetTouchSelType(), CVxWallEditor::selVertex);
+    EXPECT_EQ(editor->GetTouchSelItems().size(), 2u);
+}
+
 TEST_F(WallEditor, SaveWhileEditingWritesTheWholeProjectAndADiscardLeavesItChanged)
 {
     CVxFloor* floor = Floor();
