@@ -414,6 +414,22 @@ bool CVxWallEditor::OnKeyDown(unsigned key, unsigned modifiers)
         return false;
     switch (key) {
     case VX_KEY_ESC:
+        if (m_operation >= opMoveVertex && m_operation <= opMoveHolePoint) {
+            // A drag given up: everything back to where it was.
+            const bool moved = m_mouseMoved;
+            m_operation = opNone;
+            m_wallSelection.EndResizing();
+            m_resizeEdges.clear();
+            DeleteTempDimLines();
+            if (moved && m_undo && m_undo->CanUndo()) {
+                MakeUndo();
+                m_undo->ClearRedoHistory();
+            }
+            RebuildAfterChange(false);
+            SetStatus(CVxStringW());
+            Repaint();
+            return true;
+        }
         if (m_operation >= opNewWallStart && m_operation <= opNewHolePoly) {
             if (m_operation == opNewHolePoly && m_newHolePoly.GetVertexCount() > 3) {
                 // The point under the pointer is the one still to place.

@@ -734,7 +734,7 @@ void CVxWallEditor::EndDragTail()
     SetStatus(CVxStringW());
 }
 
-bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned modifiers, double x, double y, int source)
+bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned /*modifiers*/, double x, double y, int /*source*/)
 {
     CVxFloor* floor = Floor();
     if (!m_active || m_noRebuild || !floor || !m_plan)
@@ -759,21 +759,18 @@ bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned modifiers, double x, doub
             return true;
         }
         CVxDPoint finalPoint = vertex->Point();
-        {
-            // A corner let go on a wall joins it.
-            bool snapped = false;
-            int wall = -1;
-            double t = 0;
-            const CVxDPoint on =
-                GetSnappedWallPoint(*floor, vertex->Point() * zoom, &snapped, vertex, &wall, &t);
-            if (snapped && t > EPS && t < 1 - EPS) {
-                CVxDPoint point = on;
-                m_project->SubUnitCorrection(&point, VX_DF_DECIMAL);
-                m_resizeEdges.clear();
-                MovePlanEdges(vertex, point.x - vertex->x, point.y - vertex->y, false, false);
-                floor->m_walls.SplitWallAtPoint(wall, t, &point);
-                finalPoint = point;
-            }
+        // A corner let go on a wall joins it.
+        bool snapped = false;
+        int wall = -1;
+        double t = 0;
+        const CVxDPoint on = GetSnappedWallPoint(*floor, vertex->Point() * zoom, &snapped, vertex, &wall, &t);
+        if (snapped && t > EPS && t < 1 - EPS) {
+            CVxDPoint point = on;
+            m_project->SubUnitCorrection(&point, VX_DF_DECIMAL);
+            m_resizeEdges.clear();
+            MovePlanEdges(vertex, point.x - vertex->x, point.y - vertex->y, false, false);
+            floor->m_walls.SplitWallAtPoint(wall, t, &point);
+            finalPoint = point;
         }
         CatchUndoStep(true);
         EndDragTail();
@@ -851,7 +848,6 @@ bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned modifiers, double x, doub
         } else {
             OnMouseOperationChanged(opNone);
         }
-        (void)source;
         Repaint();
         return true;
     }
@@ -883,7 +879,6 @@ bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned modifiers, double x, doub
     case opNewHolePoly:
         return true;
     default:
-        (void)modifiers;
         return IsNewOperation(m_operation);
     }
 }
@@ -1017,7 +1012,6 @@ bool CVxWallEditor::OnKeyArrowsPressed(unsigned key, unsigned modifiers)
 void CVxWallEditor::MoveSelectedBy(double dx, double dy)
 {
     CVxFloor* floor = Floor();
-    const int keep = m_keyMoveItem;
     std::vector<CVxDPoint> vertices;
     std::vector<std::pair<CVxDPoint, CVxDPoint>> walls;
     m_resizeEdges.clear();
@@ -1085,7 +1079,6 @@ void CVxWallEditor::MoveSelectedBy(double dx, double dy)
             m_touchSelType = selNone;
     }
     m_keyMoveItem = m_touchSelItems.empty() ? -1 : m_touchSelType * 1000003 + m_touchSelItems.front();
-    (void)keep;
     if (IVxAppHelperCallback* host = VX_GetAppHelper())
         host->RefreshMainViewStatusBar();
     Repaint();

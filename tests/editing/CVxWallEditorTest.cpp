@@ -220,6 +220,16 @@ TEST_F(WallEditor, DraggedCornerTakesItsWallsAndTheRoomAlong)
     EXPECT_EQ(WallsWithEndAt(corner), 2);
     EXPECT_FALSE(core->CanUndo());
     EXPECT_TRUE(core->CanRedo());
+
+    // Esc in the middle of a drag puts the corner back and keeps the editor.
+    Press(corner.x, corner.y);
+    Move(corner.x - 20, corner.y - 20);
+    EXPECT_EQ(WallsWithEndAt(corner), 0);
+    EXPECT_TRUE(core->MainViewKeyDown(VX_KEY_ESC, 0));
+    m_host.m_left = false;
+    EXPECT_EQ(WallsWithEndAt(corner), 2);
+    EXPECT_NE(core->GetActiveEditor(), nullptr);
+    EXPECT_FALSE(core->CanUndo());
 }
 
 TEST_F(WallEditor, DraggedWallMovesItsWholeRunAcrossTJoints)
