@@ -571,7 +571,7 @@ void CVxAppCore::InitProjectAsCopy(CVxProject* source)
     host->UpdateCommentsView();
 }
 
-void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*startWallEditor*/)
+void CVxAppCore::StartNewProject(double width, double height, int unit, bool startWallEditor)
 {
     m_fileMonitor.StopMonitoring();
     m_projectPath.Empty();
@@ -595,7 +595,6 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*s
     m_firstSelected = -1;
     m_clipProjectId.Empty();
     RebuildRoom();
-    // The wall editor that a new project may start in comes with the editors.
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
         host->EnableFloorButtons();
         host->RefillLayersList();
@@ -603,6 +602,9 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*s
         host->UpdateCommentsView();
         host->RefreshMainViewCaption();
     }
+    // A new project may go straight on to its walls.
+    if (startWallEditor)
+        ActivateSpecialEditor(VX_EDITOR_WALL);
 }
 
 bool CVxAppCore::OnOpenedFileChangedOnDisk()
