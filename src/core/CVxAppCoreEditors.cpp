@@ -102,6 +102,7 @@ bool CVxAppCore::ActivateWallEditor(bool activate, bool discard, bool newRoom)
             m_project.m_modified = true;
         }
     }
+    editor->ReleaseBackup();
     UpdateFloorPlan();
     m_project.GetFloor()->ResnapAllParts(&m_floorPlan);
     RebuildRoom();

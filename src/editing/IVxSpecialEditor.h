@@ -134,6 +134,8 @@ public:
     // False when the user wants to keep the changes after all.
     virtual bool QueryCanClose();
     virtual const CVxProject& GetOriginalProject() const { return m_backup; }
+    // After closing, once the core has kept what it needs of the backup.
+    void ReleaseBackup() { m_backup.Reset(); }
     virtual CVxStringW GetEditorLocalizedName() const { return CVxStringW(); }
     // The editor's code, one of EVxEditorCode.
     virtual int GetID() const = 0;
