@@ -1,5 +1,7 @@
 #include "CVxAppCore.h"
 
+#include "CVxWallEditor.h"
+
 #include "CVxColorSwatchLibrary.h"
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
@@ -199,6 +201,8 @@ void CVxAppCore::RebuildRoom()
     m_margins[2] = static_cast<int>(m_project.m_spaceRight * m_zoom);
     m_margins[3] = static_cast<int>(m_project.m_spaceBottom * m_zoom);
     m_project.GetFloor()->InvalidateAllObjectsCache();
+    if (m_activeEditor)
+        m_activeEditor->OnZoomChanged();
     const double base = m_project.m_baseZoom > 0 ? m_project.m_baseZoom : 1.0;
     double best = 10 * m_zoom;
     for (double rung : g_Zooms) {

@@ -23,6 +23,7 @@
 
 class CVxDC;
 class CVxPicBuf;
+class CVxWallEditor;
 
 class CVxAppCore
 {
@@ -277,6 +278,8 @@ public:
     void MainViewRoundMousePos(double& x, double& y, int source) const;
     const CVxPartSelection& GetSelectionHandles() const { return m_selection; }
     int GetMovingPart() const { return m_movingPart; }
+    // The pointer's last place, in pixels relative to the object origin.
+    CVxDPoint GetLastPointer() const { return m_lastPointer; }
     bool IsDragged() const { return m_dragged; }
     // The cursor code the last refresh chose, one of EVxViewCursor.
     int GetViewCursor() const { return m_cursor; }
@@ -308,7 +311,25 @@ public:
     // The host's check marks of the drawing flags and the painter.
     void CheckViewMenuItems();
     // Leaves the active editor; with `discard` its changes are dropped.
-    void DeactivateActiveEditor(bool discard, bool silent);
+    // Without `force` a discard asks the user first; false when the editor
+    // stays open.
+    bool DeactivateActiveEditor(bool discard, bool force);
+
+    // The editors that take over the plan view (see IVxSpecialEditor).
+    bool ActivateSpecialEditor(EVxEditorCode code);
+    // With `activate` the walls of the project become editable; without it
+    // the editor closes, keeping its result unless `discard`. newRoom is
+    // the run that makes the first room of a new project.
+    bool ActivateWallEditor(bool activate, bool discard, bool newRoom);
+    CVxWallEditor* GetWallEditor();
+    // A double click in the plan view, in pixels of the render area.
+    void MainViewDblClick(double x, double y);
+    // A length (and an angle, may be empty) typed while a wall is being
+    // drawn; false when the text is no length or no wall is being drawn.
+    bool ApplyTypedWallLength(const CVxStringW& length, const CVxStringW& angle);
+    // A dimension line along the inner face of every wall, or of one.
+    void DimensionAllWalls();
+    void DimensionOneWall(int wall);
 
     // The project as a document. Where the user must decide, the core asks
     // through the host; every way of opening a file passes OpenFile.
@@ -389,8 +410,8 @@ public:
     // nothing, so that a drag calling it at every move is one step, and its
     // release arms the next step with CatchUndoRoom(true).
     void CatchUndoRoom(bool armNext);
-    bool CanUndo() const { return m_undo->CanUndo(); }
-    bool CanRedo() const { return m_undo->CanRedo(); }
+    bool CanUndo() const;
+    bool CanRedo() const;
     bool MakeUndo();
     bool MakeRedo();
     // Copies into `restored`, the snapshot about to come back, what the user
@@ -506,6 +527,8 @@ private:
     void AfterFloorChange();
     // Undo and redo alike, once the slot to restore is known.
     void RestoreUndoSlot(CVxProject* slot);
+    // The view after an editor's own undo or redo.
+    void AfterEditorUndo(bool sizeChanged);
     // The floor whose local coordinates apply, null when none do.
     const CVxFloor* LocalCoordsFloor() const;
     // True when the background scan was drawn.
@@ -522,6 +545,8 @@ private:
     unsigned char m_drawingAllowed = 0;
     unsigned short m_drawingPaused = 0;
     IVxSpecialEditor* m_activeEditor = nullptr;
+    std::unique_ptr<CVxWallEditor> m_wallEditor;
+    std::unique_ptr<IVxEditorHost> m_editorHost;
     CVxPart m_scanPart;
     CVxSpriteCache m_spriteCache;
     bool m_useSpriteCache = true;

@@ -166,20 +166,6 @@ CVxStringW CVxAppCore::ShortcutToString(unsigned modifiers, unsigned key)
     return text;
 }
 
-void CVxAppCore::DeactivateActiveEditor(bool discard, bool silent)
-{
-    IVxSpecialEditor* editor = m_activeEditor;
-    if (!editor)
-        return;
-    m_activeEditor = nullptr;
-    IVxAppHelperCallback* host = VX_GetAppHelper();
-    if (!host || silent)
-        return;
-    host->AfterSpecialEditorActivated(static_cast<EVxEditorCode>(editor->GetID()), false, !discard);
-    host->RefreshMainViewCaption();
-    host->DrawRoom(nullptr);
-}
-
 bool CVxAppCore::DoMainToolbarButtonAction(EVxMainToolbarButtonCode code)
 {
     if (m_activeEditor && m_activeEditor->OnMainToolbarButtonAction(code))
@@ -198,6 +184,32 @@ bool CVxAppCore::DoMainToolbarButtonAction(EVxMainToolbarButtonCode code)
             return false;
         DeactivateActiveEditor(true, false);
         break;
+    case VX_TB_EDIT_WALLS:
+        if (m_activeEditor)
+            return false;
+        ActivateSpecialEditor(VX_EDITOR_WALL);
+        break;
+    case VX_TB_NEW_WALL:
+    case VX_TB_NEW_WALL_POLYGON:
+    case VX_TB_NEW_FLOOR_OPENING:
+    case VX_TB_NEW_ELLIPTIC_OPENING:
+    case VX_TB_NEW_POLYGON_OPENING:
+        // A drawing tool of the plain plan opens the wall editor with it.
+        if (m_activeEditor || !ActivateSpecialEditor(VX_EDITOR_WALL) || !m_activeEditor)
+            return false;
+        m_activeEditor->OnMainToolbarButtonAction(code);
+        break;
+    case VX_TB_DIMENSION_ALL_WALLS:
+        DimensionAllWalls();
+        break;
+    case VX_TB_CTX_DIMENSION_WALL: {
+        // The wall nearest to where the menu was asked for.
+        const double zoom = m_zoom > 0 ? m_zoom : 1.0;
+        const int wall = m_project.GetFloor()->m_walls.GetNearestWall(
+            m_lastPointer.x / zoom, m_lastPointer.y / zoom, nullptr, -19182.0);
+        DimensionOneWall(wall);
+        break;
+    }
     case VX_TB_UNDO:
         MakeUndo();
         break;
@@ -403,6 +415,14 @@ bool CVxAppCore::IsMainToolbarButtonVisible(EVxMainToolbarButtonCode code) const
     case VX_TB_ACCEPT_CLOSE:
     case VX_TB_DISCARD_CLOSE:
         // Only an active editor has changes to accept or discard.
+        return false;
+    case VX_TB_SELECTION_TOOL:
+    case VX_TB_NEW_WALL:
+    case VX_TB_NEW_WALL_POLYGON:
+    case VX_TB_NEW_FLOOR_OPENING:
+    case VX_TB_NEW_ELLIPTIC_OPENING:
+    case VX_TB_NEW_POLYGON_OPENING:
+        // The wall editor's tools.
         return false;
     default:
         return true;

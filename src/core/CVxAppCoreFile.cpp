@@ -20,6 +20,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -336,7 +337,15 @@ bool CVxAppCore::SaveMainProjectToFile(const CVxStringW& path)
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host || path.IsEmpty())
         return false;
-    CVxProject& project = m_project;
+    // While an editor is open the file gets what the editor would give back
+    // on accepting, so that a save in the wall editor holds the full project.
+    std::unique_ptr<CVxProject> editorState;
+    if (m_activeEditor && m_activeEditor->CanSaveProjectWhileEditing()) {
+        editorState = std::make_unique<CVxProject>();
+        m_activeEditor->WriteStateToProject(editorState.get());
+        m_activeEditor->SetProjectSaved(true);
+    }
+    CVxProject& project = editorState ? *editorState : m_project;
 
     VxTrace("Generating thumbnail for project file\n");
     project.VerifyStoragePathExists();
@@ -562,7 +571,7 @@ void CVxAppCore::InitProjectAsCopy(CVxProject* source)
     host->UpdateCommentsView();
 }
 
-void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*startWallEditor*/)
+void CVxAppCore::StartNewProject(double width, double height, int unit, bool startWallEditor)
 {
     m_fileMonitor.StopMonitoring();
     m_projectPath.Empty();
@@ -586,7 +595,6 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*s
     m_firstSelected = -1;
     m_clipProjectId.Empty();
     RebuildRoom();
-    // The wall editor that a new project may start in comes with the editors.
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
         host->EnableFloorButtons();
         host->RefillLayersList();
@@ -594,6 +602,9 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool /*s
         host->UpdateCommentsView();
         host->RefreshMainViewCaption();
     }
+    // A new project may go straight on to its walls.
+    if (startWallEditor)
+        ActivateSpecialEditor(VX_EDITOR_WALL);
 }
 
 bool CVxAppCore::OnOpenedFileChangedOnDisk()

@@ -158,6 +158,15 @@ void CVxAppCore::MainViewMouseDown(int button, unsigned modifiers, double x, dou
         break;
     }
 
+    // An open editor sees the press before the objects do.
+    if (m_activeEditor) {
+        bool goOn = true;
+        if (m_activeEditor->OnMouseDown(button, modifiers, x, y, source, goOn) || !goOn) {
+            ClearSelection(false);
+            return;
+        }
+    }
+
     m_mouseDownPos[0] = x;
     m_mouseDownPos[1] = y;
     const bool touchPanning = touch && host && host->IsTouchPanning();
@@ -329,6 +338,17 @@ void CVxAppCore::MainViewMouseMove(unsigned modifiers, double x, double y, int s
         return;
     }
 
+    if (m_activeEditor) {
+        bool goOn = true;
+        if (m_activeEditor->OnMouseMove(modifiers, x, y, source, goOn) || !goOn) {
+            if (!touch && host) {
+                host->RefreshMainViewStatusBar();
+                RefreshMainViewCursor(modifiers, viewX, viewY);
+            }
+            return;
+        }
+    }
+
     if (m_movingPart >= 0 && (left || m_mouseState == msPlacing)) {
         CVxPart* part = m_project.GetFloor()->SafeGetPart(m_movingPart);
         if (!part || !part->inUse) {
@@ -401,7 +421,7 @@ void CVxAppCore::MainViewMouseUp(int button, unsigned modifiers, double x, doubl
         SetTempObject(0, 0, 0, 0, 0);
         const CVxDRect rect(std::min(m_mouseDownPos[0], x), std::min(m_mouseDownPos[1], y),
                             std::max(m_mouseDownPos[0], x), std::max(m_mouseDownPos[1], y));
-        if (m_dragged || adding) {
+        if ((m_dragged || adding) && !(m_activeEditor && m_activeEditor->OnRectSelect(rect))) {
             if (adding)
                 AddToSelection(rect, false, true);
             else
@@ -458,11 +478,29 @@ void CVxAppCore::MainViewMouseUp(int button, unsigned modifiers, double x, doubl
             host->SetMainViewStatusMessage(CVxStringW());
         Repaint();
     }
+    if (m_activeEditor)
+        m_activeEditor->OnMouseUp(button, modifiers, x, y, source);
 }
 
 bool CVxAppCore::MainViewKeyDown(unsigned key, unsigned modifiers)
 {
     IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (m_activeEditor) {
+        const bool arrow = key >= VX_KEY_LEFT && key <= VX_KEY_DOWN;
+        if (arrow && m_activeEditor->OnKeyArrowsPressed(key, modifiers))
+            return true;
+        if (m_activeEditor->OnKeyDown(key, modifiers))
+            return true;
+        // With nothing going on, Esc leaves the editor and Enter keeps its
+        // result.
+        const bool quiet = m_mouseState == msIdle && m_movingPart < 0 && GetSelCount() == 0;
+        if (quiet && key == VX_KEY_ESC)
+            return DoMainToolbarButtonAction(VX_TB_DISCARD_CLOSE);
+        if (quiet && key == VX_KEY_ENTER && modifiers == 0)
+            return DoMainToolbarButtonAction(VX_TB_ACCEPT_CLOSE);
+    } else if (key == VX_KEY_F1 + 7) {
+        return DoMainToolbarButtonAction(VX_TB_EDIT_WALLS);
+    }
     if (key == 'F' && modifiers == modShift) {
         CVxOptions* options = VX_GetOptions();
         options->m_convertFeetInEdit = !options->m_convertFeetInEdit;
@@ -522,8 +560,10 @@ bool CVxAppCore::MainViewKeyDown(unsigned key, unsigned modifiers)
     }
 }
 
-bool CVxAppCore::MainViewKeyUp(unsigned key, unsigned /*modifiers*/)
+bool CVxAppCore::MainViewKeyUp(unsigned key, unsigned modifiers)
 {
+    if (m_activeEditor && m_activeEditor->OnKeyUp(key, modifiers))
+        return true;
     if (key == VX_KEY_CTRL) {
         RefreshMainViewCursor(0, m_lastPointer.x + GetObjectOrigin().x,
                               m_lastPointer.y + GetObjectOrigin().y);
@@ -534,6 +574,8 @@ bool CVxAppCore::MainViewKeyUp(unsigned key, unsigned /*modifiers*/)
 
 bool CVxAppCore::MainViewKeyArrowsPressed(unsigned key, unsigned modifiers)
 {
+    if (m_activeEditor && m_activeEditor->OnKeyArrowsPressed(key, modifiers))
+        return true;
     if (GetSelCount() == 0 || m_zoom <= 0)
         return false;
     if (modifiers & modAlt) {
@@ -722,6 +764,11 @@ int CVxAppCore::RefreshMainViewCursor(unsigned modifiers, double x, double y)
     }
     if (over < 0 && m_mouseState == msIdle)
         over = FindPartFromPoint(x, y, 0, false);
+    if (m_activeEditor) {
+        const int wanted = m_activeEditor->GetMouseCursor(0, x, y);
+        if (wanted != vcArrow)
+            cursor = wanted;
+    }
     m_cursor = cursor;
     if (host)
         host->SetMainViewCursor(HostCursor(cursor));

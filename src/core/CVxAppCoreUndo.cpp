@@ -11,6 +11,12 @@
 
 void CVxAppCore::CatchUndoRoom(bool armNext)
 {
+    // An open editor keeps the steps of its run itself.
+    if (m_activeEditor) {
+        m_activeEditor->CatchUndoStep(armNext);
+        m_keyMoveObject = -1;
+        return;
+    }
     if (m_undoArmed)
         m_undo->AddToUndoList(&m_project);
     m_undoArmed = armNext;
@@ -54,6 +60,10 @@ bool CVxAppCore::MakeUndo()
 {
     if (!CanUndo())
         return false;
+    if (m_activeEditor) {
+        AfterEditorUndo(m_activeEditor->MakeUndo());
+        return true;
+    }
     m_undoArmed = true;
     RestoreUndoSlot(m_undo->MakeUndo(&m_project));
     return true;
@@ -63,6 +73,10 @@ bool CVxAppCore::MakeRedo()
 {
     if (!CanRedo())
         return false;
+    if (m_activeEditor) {
+        AfterEditorUndo(m_activeEditor->MakeRedo());
+        return true;
+    }
     m_undoArmed = true;
     RestoreUndoSlot(m_undo->MakeRedo());
     return true;
@@ -89,4 +103,17 @@ void CVxAppCore::RestoreUndoSlot(CVxProject* slot)
     host->OnPartListingChange();
     host->UpdateProjectUI(sizeChanged && VX_GetOptions()->m_openInBestFit, sizeChanged);
     host->RefreshMainViewCursor();
+}
+
+void CVxAppCore::AfterEditorUndo(bool sizeChanged)
+{
+    RebuildRoom();
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (!host)
+        return;
+    host->EnableUndoButtons();
+    host->OnPartListingChange();
+    host->RefreshMainViewStatusBar();
+    host->UpdateProjectUI(sizeChanged && VX_GetOptions()->m_openInBestFit, sizeChanged);
+    host->DrawRoom(nullptr);
 }

@@ -44,8 +44,16 @@ bool CVxAutoSave::SaveProjectToAutoSaveFile(int64_t& lastSaveTick)
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host)
         return false;
-    CVxProject& project = m_core->GetProject();
-    const bool wasModified = project.IsModified();
+    // With an editor open the file gets what the editor would give back,
+    // so that a recovery holds the objects the editor keeps aside.
+    CVxProject& live = m_core->GetProject();
+    CVxProject editorState;
+    IVxSpecialEditor* editor = m_core->GetActiveEditor();
+    const bool fromEditor = editor && editor->CanSaveProjectWhileEditing();
+    if (fromEditor)
+        editor->WriteStateToProject(&editorState);
+    CVxProject& project = fromEditor ? editorState : live;
+    const bool wasModified = live.IsModified();
     const CVxStringW target = CVxUtils::GetAutoSaveFile();
     const CVxStringW temporary = target + L".new";
     VxTrace("AutoSave - saving to %s\n", VX_StringToUTF8(target).c_str());
@@ -68,7 +76,7 @@ bool CVxAutoSave::SaveProjectToAutoSaveFile(int64_t& lastSaveTick)
             L"save it to different file. Also please contact the Plaveno support.",
             loc->LocalizeMessage(33, L"Warning"), unsigned(VX_MB_OK) | unsigned(VX_MB_ICON_WARNING));
     }
-    project.m_modified = wasModified;
+    live.m_modified = wasModified;
     lastSaveTick = host->GetTickCount();
     return saved;
 }

@@ -1,5 +1,9 @@
 #include "CVxAppHelperQt.h"
 
+#include "CVxPlanGraph.h"
+#include "CVxWallEditor.h"
+#include "CVxWallEditorDlgs.h"
+
 #include "CVxAppCore.h"
 #include "CVxLocalize.h"
 #include "CVxMainRenderArea.h"
@@ -424,4 +428,54 @@ CVxStringA CVxAppHelperQt::GetClipboardText()
 CVxStringW CVxAppHelperQt::GenerateUuid()
 {
     return CVxStringW(QUuid::createUuid().toString(QUuid::WithoutBraces));
+}
+
+void CVxAppHelperQt::AfterSpecialEditorActivated(EVxEditorCode code, bool activated, bool discard)
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->AfterSpecialEditorActivated(code, activated, discard);
+}
+
+void CVxAppHelperQt::ShowWallEditorPopupMenu()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->ShowWallEditorPopupMenu();
+}
+
+bool CVxAppHelperQt::WallVertexPropDlgShow(CVxPlanVertex* vertex, double value, const CVxStringW& caption,
+                                           VxRECT* /*near*/)
+{
+    if (!vertex)
+        return false;
+    CVxWallVertexDlg dialog(vertex->x, vertex->y, value, caption, CVxMainWindow::GetInstance());
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    // The height has no place in the vertex: the editor takes place and
+    // height at once.
+    if (CVxWallEditor* editor = VX_GetCore()->GetWallEditor())
+        editor->FinalizeWallVertexPropDlg(CVxDPoint(dialog.GetX(), dialog.GetY()), dialog.GetHeight());
+    return false;
+}
+
+bool CVxAppHelperQt::WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& caption, unsigned flags,
+                                         VxRECT* /*near*/)
+{
+    if (!wall)
+        return false;
+    CVxWallEdgeDlg dialog(*wall, flags, caption, CVxMainWindow::GetInstance());
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    *wall = dialog.GetWall();
+    return true;
+}
+
+bool CVxAppHelperQt::WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* /*near*/)
+{
+    if (!hole)
+        return false;
+    CVxWallHoleDlg dialog(*hole, caption, CVxMainWindow::GetInstance());
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    *hole = dialog.GetHole();
+    return true;
 }

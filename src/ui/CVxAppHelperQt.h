@@ -51,6 +51,13 @@ public:
     void SetMainViewPaintable(bool paintable) override;
     void ShowMissingFilesDlgLater() override;
     void BuildRecentMenu() override;
+    // Editors
+    void AfterSpecialEditorActivated(EVxEditorCode code, bool activated, bool discard) override;
+    void ShowWallEditorPopupMenu() override;
+    bool WallVertexPropDlgShow(CVxPlanVertex* vertex, double value, const CVxStringW& caption,
+                               VxRECT* near) override;
+    bool WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& caption, unsigned flags, VxRECT* near) override;
+    bool WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* near) override;
 
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,

@@ -1,5 +1,9 @@
 #include "CVxMainRenderArea.h"
 
+#include "CVxWallEditor.h"
+
+#include <QLineEdit>
+
 #include "CVxAppCore.h"
 #include "CVxMainScrollArea.h"
 #include "CVxMainStatusBar.h"
@@ -307,6 +311,14 @@ unsigned CVxMainRenderArea::ToCoreKey(const QKeyEvent* event)
 
 void CVxMainRenderArea::keyPressEvent(QKeyEvent* event)
 {
+    CVxWallEditor* walls = VX_GetCore()->GetWallEditor();
+    const QString typed = event->text();
+    if (VX_GetCore()->GetActiveEditor() == walls && walls->IsDrawingWall() && typed.size() == 1 &&
+        (typed[0].isDigit() || typed[0] == QLatin1Char('.') || typed[0] == QLatin1Char(','))) {
+        ShowTypedLength(typed);
+        event->accept();
+        return;
+    }
     const unsigned key = ToCoreKey(event);
     if (key == 0) {
         QWidget::keyPressEvent(event);
@@ -332,4 +344,105 @@ void CVxMainRenderArea::keyReleaseEvent(QKeyEvent* event)
         event->accept();
     else
         QWidget::keyReleaseEvent(event);
+}
+
+bool CVxMainRenderArea::event(QEvent* event)
+{
+    if (event->type() == QEvent::ShortcutOverride && VX_GetCore()->GetActiveEditor()) {
+        auto* keyEvent = static_cast<QKeyEvent*>(event);
+        const int key = keyEvent->key();
+        const bool plain = (keyEvent->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier;
+        if (plain && (key == Qt::Key_Escape || key == Qt::Key_Delete || key == Qt::Key_Return ||
+                      key == Qt::Key_Enter)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QWidget::event(event);
+}
+
+void CVxMainRenderArea::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    if (event->button() == Qt::LeftButton && core->GetActiveEditor() && core->IsDrawingAllowed() &&
+        m_paintable) {
+        const QPointF at = event->position();
+        core->MainViewDblClick(at.x(), at.y());
+        event->accept();
+        return;
+    }
+    QWidget::mouseDoubleClickEvent(event);
+}
+
+bool CVxMainRenderArea::eventFilter(QObject* watched, QEvent* event)
+{
+    // A line edit lets Return travel on to its parent after it used it;
+    // here the plan would take it for closing the editor.
+    if ((watched == m_lengthEdit || watched == m_angleEdit) && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            ApplyTypedLength();
+            return true;
+        }
+    }
+    if ((watched == m_lengthEdit || watched == m_angleEdit) &&
+        (event->type() == QEvent::ShortcutOverride || event->type() == QEvent::KeyPress) &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+        event->accept();
+        if (event->type() == QEvent::KeyPress)
+            HideTypedLength();
+        return event->type() == QEvent::KeyPress;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void CVxMainRenderArea::ShowTypedLength(const QString& first)
+{
+    if (!m_lengthEdit) {
+        m_lengthEdit = new QLineEdit(this);
+        m_angleEdit = new QLineEdit(this);
+        m_lengthEdit->setObjectName(QStringLiteral("TypedWallLength"));
+        m_angleEdit->setObjectName(QStringLiteral("TypedWallAngle"));
+        for (QLineEdit* edit : {m_lengthEdit, m_angleEdit}) {
+            edit->setMaxLength(32);
+            edit->setFixedWidth(90);
+            edit->installEventFilter(this);
+        }
+        m_angleEdit->setPlaceholderText(QStringLiteral("\u00B0"));
+        setTabOrder(m_lengthEdit, m_angleEdit);
+    }
+    const QPoint at = mapFromGlobal(QCursor::pos()) + QPoint(16, 16);
+    m_lengthEdit->move(at);
+    m_angleEdit->move(at + QPoint(m_lengthEdit->width() + 4, 0));
+    m_lengthEdit->setText(first);
+    m_angleEdit->clear();
+    m_lengthEdit->show();
+    m_angleEdit->show();
+    m_lengthEdit->setFocus(Qt::OtherFocusReason);
+    m_lengthEdit->deselect();
+    m_lengthEdit->end(false);
+}
+
+void CVxMainRenderArea::HideTypedLength()
+{
+    if (!m_lengthEdit || !m_lengthEdit->isVisible())
+        return;
+    m_lengthEdit->hide();
+    m_angleEdit->hide();
+    setFocus(Qt::OtherFocusReason);
+}
+
+void CVxMainRenderArea::ApplyTypedLength()
+{
+    if (!m_lengthEdit)
+        return;
+    const bool applied =
+        VX_GetCore()->ApplyTypedWallLength(CVxStringW(m_lengthEdit->text()), CVxStringW(m_angleEdit->text()));
+    if (applied) {
+        HideTypedLength();
+        return;
+    }
+    // A text that is no length stays for correcting.
+    m_lengthEdit->selectAll();
+    m_lengthEdit->setFocus(Qt::OtherFocusReason);
 }

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 class CVxDC;
+class QLineEdit;
 
 class CVxMainRenderArea : public QWidget
 {
@@ -34,6 +35,12 @@ public:
     // 0 for a key the core does not know.
     static unsigned ToCoreKey(const QKeyEvent* event);
     static unsigned ToCoreModifiers(Qt::KeyboardModifiers modifiers);
+    // While a wall is being drawn, a typed number opens a small field for
+    // the wall's length, and Tab one for its angle; Enter lays the wall.
+    void ShowTypedLength(const QString& first);
+    void HideTypedLength();
+    QLineEdit* GetTypedLengthEdit() const { return m_lengthEdit; }
+    QLineEdit* GetTypedAngleEdit() const { return m_angleEdit; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -47,6 +54,12 @@ protected:
     // Keys that no command took go to the core's plan view.
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    // An open editor takes the keys that are also window shortcuts (Esc,
+    // Delete, Enter) while it has a use for them.
+    bool event(QEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    // Esc in the typed length's fields closes them, not the editor.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void OnScrollerTimer();
@@ -59,4 +72,7 @@ private:
     QTimer m_scrollerTimer;
     QPoint m_scrollAnchor;
     Qt::MouseButtons m_buttonsDown;
+    void ApplyTypedLength();
+    QLineEdit* m_lengthEdit = nullptr;
+    QLineEdit* m_angleEdit = nullptr;
 };

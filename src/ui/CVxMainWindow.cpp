@@ -229,6 +229,8 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
 CVxMainWindow::~CVxMainWindow()
 {
     CVxAppCore* core = VX_GetCore();
+    // An editor still open gives the project back as it was before it.
+    core->DeactivateActiveEditor(true, true);
     core->SetAppExiting();
     // After a session end the file holds the work that nobody could save,
     // or a recovery that nobody could answer.
@@ -632,12 +634,15 @@ bool CVxMainWindow::IsCommandAvailable(int code)
     // features behind the others (3D view, the editors of walls, sides and
     // polygons, the library and listing forms, printing, the property and
     // options dialogues, ...) come with their own work.
-    static const QSet<int> available = {1,   2,   3,   4,   5,   6,   8,   30,  31,  32,  33,  34,  71,  72,
-                                        89,  90,  116, 117, 124, 125, 142, 165, 15,  16,  18,  19,  20,  26,
-                                        28,  29,  39,  47,  48,  49,  50,  73,  74,  75,  76,  77,  78,  93,
-                                        94,  95,  96,  97,  106, 108, 109, 110, 111, 112, 113, 130, 131, 132,
-                                        135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163,
-                                        168, 169, 170, 171, 172, 173, 174, 175, 178, 179, 180, 181, 182};
+    static const QSet<int> available = {
+        1,   2,   3,   4,   5,   6,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,  116, 117, 124,
+        125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,  49,  50,  73,  74,  75,
+        76,  77,  78,  93,  94,  95,  96,  97,  106, 108, 109, 110, 111, 112, 113, 130, 131, 132, 135,
+        137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169, 170, 171, 172, 173,
+        174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148};
+    // An open editor answers for its own selection's commands.
+    if (VX_GetCore()->GetActiveEditor() && (code == VX_TB_CTX_PROPERTIES || code == VX_TB_CTX_ADD_POINT))
+        return true;
     return available.contains(code);
 }
 
@@ -1092,4 +1097,44 @@ void CVxMainWindow::dropEvent(QDropEvent* event)
     // The source of the drag waits until the drop returns; the question
     // about the modified project must not hold it.
     QTimer::singleShot(0, this, [this, path] { OpenFile(path, false); });
+}
+
+void CVxMainWindow::AfterSpecialEditorActivated(EVxEditorCode /*code*/, bool active, bool /*discard*/)
+{
+    // The tool bar changes its meaning: the editor decides what shows, and
+    // a bar over the plan offers to keep or to drop the editor's work.
+    if (!m_editorBar) {
+        m_editorBar = new QToolBar(m_renderArea);
+        m_editorBar->setObjectName(QStringLiteral("EditorBar"));
+        m_editorBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+        m_editorBar->addAction(
+            m_mainToolbar->FindAddAction(VX_TB_ACCEPT_CLOSE, CVxMainToolbar::contextIndex));
+        m_editorBar->addAction(
+            m_mainToolbar->FindAddAction(VX_TB_DISCARD_CLOSE, CVxMainToolbar::contextIndex));
+        if (auto* grid = qobject_cast<QGridLayout*>(m_renderArea->layout()))
+            grid->addWidget(m_editorBar, 0, 0, 1, 3, Qt::AlignHCenter | Qt::AlignTop);
+    }
+    m_editorBar->setVisible(active);
+    if (!active) {
+        m_renderArea->HideTypedLength();
+        for (QAction* item : m_specialEditorPopup->actions())
+            if (auto* action = qobject_cast<CVxAction*>(item))
+                action->SetActionTexts();
+    }
+    UpdateCommandStates();
+    RebuildContextToolbar();
+    m_renderArea->setFocus(Qt::OtherFocusReason);
+}
+
+void CVxMainWindow::ShowWallEditorPopupMenu()
+{
+    UpdateCommandStates();
+    if (!m_specialEditorPopup)
+        return;
+    // "Remove Wall", "Floor Opening Properties": the items say what they act
+    // on.
+    for (QAction* item : m_specialEditorPopup->actions())
+        if (auto* action = qobject_cast<CVxAction*>(item))
+            action->SetActionTexts();
+    m_specialEditorPopup->popup(QCursor::pos());
 }

@@ -83,6 +83,11 @@ public:
     void AfterSelectionChanged();
     // The object pop-up at the pointer, or the project's for -1.
     void ShowPopupMenuForObject(int index);
+    // An editor opened or closed: its bar over the plan, the tool bar's
+    // commands.
+    void AfterSpecialEditorActivated(EVxEditorCode code, bool active, bool discard);
+    void ShowWallEditorPopupMenu();
+    QToolBar* GetEditorBar() const { return m_editorBar; }
     // Runs a command by number: here those that need a window or a
     // dialogue, in the core the rest. False when nobody handles the code.
     bool DoMainToolbarAction(EVxMainToolbarButtonCode code, int index);
@@ -183,6 +188,7 @@ private:
     QToolBar* m_floorToolbar = nullptr;
     QToolBar* m_contextAlignToolbar = nullptr;
     QToolBar* m_contextToolbar = nullptr;
+    QToolBar* m_editorBar = nullptr;
     QMenu* m_menus[MENU_COUNT] = {};
     QMenu* m_objectPopup = nullptr;
     QMenu* m_projectPopup = nullptr;

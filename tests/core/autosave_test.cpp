@@ -172,3 +172,23 @@ TEST_F(AutoSave, NormalExitLeavesNoFileAndTheNextStartAsksNothing)
     EXPECT_FALSE(VX_GetAutoSave()->CheckForAutoSave(true));
     EXPECT_EQ(m_host->questions, 0);
 }
+
+TEST_F(AutoSave, WallEditorOpenSavesTheObjectsItKeepsAside)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxFloor* floor = core->GetProject().GetFloor();
+    CVxPart* box = floor->GetNewObject(nullptr, true);
+    box->type = ptRectangle;
+    box->width = 40;
+    box->height = 40;
+    floor->m_objectCount = floor->CountUsedObjects();
+    ASSERT_TRUE(core->DoMainToolbarButtonAction(VX_TB_EDIT_WALLS));
+    ASSERT_EQ(core->GetProject().GetFloor()->CountUsedObjects(), 0);
+    core->GetProject().m_modified = true;
+    ASSERT_TRUE(VX_GetAutoSave()->SaveProjectToAutoSaveFile(m_lastSaveTick));
+    CVxProject saved;
+    ASSERT_EQ(CVxAppCore::LoadProjectForUser(CVxUtils::GetAutoSaveFile(), &saved, nullptr),
+              CVxAppCore::VX_LOAD_OK);
+    EXPECT_EQ(saved.GetFloor()->CountUsedObjects(), 1);
+    core->DeactivateActiveEditor(true, true);
+}

@@ -1,0 +1,208 @@
+// The editors that take over the plan view: opening and closing them, what
+// the core gives them, and the wall commands that work through the wall
+// editor's geometry.
+
+#include "CVxAppCore.h"
+
+#include "CVxFloor.h"
+#include "CVxOptions.h"
+#include "CVxWallEditor.h"
+#include "IVxAppHelperCallback.h"
+#include "VxTypedLength.h"
+
+namespace {
+// The core as an editor sees it.
+class CVxCoreEditorHost : public IVxEditorHost
+{
+public:
+    explicit CVxCoreEditorHost(CVxAppCore* core) : m_core(core) {}
+    double GetEditorZoom() const override { return m_core->GetZoom(); }
+    double GetEditorRoundedZoom() const override { return m_core->GetRoundedZoom(); }
+    void EditorCreatePlan() override { m_core->UpdateFloorPlan(); }
+    void EditorRebuildRoom() override
+    {
+        m_core->RebuildRoom();
+        if (IVxAppHelperCallback* host = VX_GetAppHelper())
+            host->UpdateProjectUI(false, true);
+    }
+    void EditorRepaint() override
+    {
+        if (IVxAppHelperCallback* host = VX_GetAppHelper())
+            host->DrawRoom(nullptr);
+    }
+    void EditorSetRubber(int kind, double x1, double y1, double x2, double y2) override
+    {
+        m_core->SetTempObject(kind, x1, y1, x2, y2);
+    }
+    CVxDPoint EditorLastPointer() const override { return m_core->GetLastPointer(); }
+
+private:
+    CVxAppCore* m_core;
+};
+} // namespace
+
+CVxWallEditor* CVxAppCore::GetWallEditor()
+{
+    if (!m_wallEditor)
+        m_wallEditor = std::make_unique<CVxWallEditor>();
+    if (!m_editorHost)
+        m_editorHost = std::make_unique<CVxCoreEditorHost>(this);
+    return m_wallEditor.get();
+}
+
+bool CVxAppCore::ActivateSpecialEditor(EVxEditorCode code)
+{
+    switch (code) {
+    case VX_EDITOR_WALL:
+        return ActivateWallEditor(true, false, false);
+    default:
+        return false;
+    }
+}
+
+bool CVxAppCore::ActivateWallEditor(bool activate, bool discard, bool newRoom)
+{
+    CVxWallEditor* editor = GetWallEditor();
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (activate) {
+        if (m_activeEditor)
+            return m_activeEditor == editor;
+        MainViewFinishInterAction(true);
+        ClearSelection(false);
+        editor->SetProject(&m_project, &m_floorPlan);
+        m_activeEditor = editor;
+        editor->Activate(m_editorHost.get(), false);
+        RebuildRoom();
+        if (host) {
+            host->AfterSpecialEditorActivated(VX_EDITOR_WALL, true, false);
+            host->EnableUndoButtons();
+            host->OnPartListingChange();
+            host->DrawRoom(nullptr);
+        }
+        return true;
+    }
+    if (m_activeEditor != editor)
+        return false;
+    const bool modified = editor->IsModified();
+    const bool saved = editor->WasProjectSavedWhileEditing();
+    editor->Deactivate(discard);
+    m_activeEditor = nullptr;
+    SetTempObject(0, 0, 0, 0, 0);
+    if (!newRoom) {
+        if (!discard && modified) {
+            // The whole editing run is one step of the document's undo.
+            m_undo->AddToUndoList(&editor->GetOriginalProject());
+            m_project.m_modified = true;
+            m_undoArmed = true;
+            m_keyMoveObject = -1;
+        } else if (!discard && saved) {
+            m_project.m_modified = true;
+        } else if (discard && modified && saved) {
+            // The file now holds what was discarded.
+            m_project.m_modified = true;
+        }
+    }
+    editor->ReleaseBackup();
+    UpdateFloorPlan();
+    m_project.GetFloor()->ResnapAllParts(&m_floorPlan);
+    RebuildRoom();
+    m_firstSelected = GetFirstSelected();
+    OnSelectionChange();
+    if (host) {
+        host->AfterSpecialEditorActivated(VX_EDITOR_WALL, false, discard);
+        host->EnableUndoButtons();
+        host->OnPartListingChange();
+        host->UpdateProjectUI(false, true);
+        host->RefreshMainViewCaption();
+        host->DrawRoom(nullptr);
+    }
+    return true;
+}
+
+bool CVxAppCore::DeactivateActiveEditor(bool discard, bool force)
+{
+    IVxSpecialEditor* editor = m_activeEditor;
+    if (!editor)
+        return true;
+    if (discard && !force && !editor->QueryCanClose())
+        return false;
+    if (m_wallEditor && editor == m_wallEditor.get())
+        return ActivateWallEditor(false, discard, false);
+    // An editor of no kind of ours simply lets go.
+    editor->Deactivate(discard);
+    m_activeEditor = nullptr;
+    if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
+        host->AfterSpecialEditorActivated(static_cast<EVxEditorCode>(editor->GetID()), false, discard);
+        host->RefreshMainViewCaption();
+        host->DrawRoom(nullptr);
+    }
+    return true;
+}
+
+bool CVxAppCore::CanUndo() const
+{
+    if (m_activeEditor)
+        return m_activeEditor->CanUndo();
+    return m_undo->CanUndo();
+}
+
+bool CVxAppCore::CanRedo() const
+{
+    if (m_activeEditor)
+        return m_activeEditor->CanRedo();
+    return m_undo->CanRedo();
+}
+
+void CVxAppCore::MainViewDblClick(double x, double y)
+{
+    if (!m_activeEditor)
+        return;
+    const VxPOINT origin = GetObjectOrigin();
+    m_activeEditor->OnDblClick(x - origin.x, y - origin.y);
+}
+
+bool CVxAppCore::ApplyTypedWallLength(const CVxStringW& lengthText, const CVxStringW& angleText)
+{
+    CVxWallEditor* editor = m_wallEditor.get();
+    if (!editor || m_activeEditor != editor || !editor->IsDrawingWall())
+        return false;
+    double length = 0;
+    if (!VX_ParseTypedLength(lengthText, m_project.m_unit, length))
+        return false;
+    double angle = 0;
+    const bool hasAngle = !angleText.IsEmpty() && VX_ParseTypedAngle(angleText, angle);
+    // The user counts angles as on a map, against the clock; the screen's y
+    // grows downwards.
+    const double screen = -angle;
+    return editor->ApplyTypedWall(length, hasAngle ? &screen : nullptr);
+}
+
+void CVxAppCore::DimensionAllWalls()
+{
+    CVxFloor* floor = m_project.GetFloor();
+    if (floor->m_walls.GetWallCount() == 0)
+        return;
+    CatchUndoRoom(true);
+    const double distance = m_zoom > 0 ? 20.0 / m_zoom : 20.0;
+    for (int i = 0; i < floor->m_walls.GetWallCount(); ++i)
+        CVxWallEditor::DimensionWall(*floor, m_floorPlan, i, distance, m_project.m_unit, false, 0);
+    floor->ResnapAllParts(&m_floorPlan);
+    if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
+        host->OnPartListingChange();
+        host->DrawRoom(nullptr);
+    }
+}
+
+void CVxAppCore::DimensionOneWall(int wall)
+{
+    CVxFloor* floor = m_project.GetFloor();
+    if (!floor->m_walls.SafeGetWall(wall))
+        return;
+    CatchUndoRoom(true);
+    const double distance = m_zoom > 0 ? 20.0 / m_zoom : 20.0;
+    CVxWallEditor::DimensionWall(*floor, m_floorPlan, wall, distance, m_project.m_unit, false, 0);
+    if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
+        host->OnPartListingChange();
+        host->DrawRoom(nullptr);
+    }
+}
