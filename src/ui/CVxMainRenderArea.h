@@ -47,6 +47,13 @@ protected:
     // Keys that no command took go to the core's plan view.
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    // An object dragged from the library stands under the pointer while
+    // it is over the plan, and stays where it is dropped. Files pass on to
+    // the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void OnScrollerTimer();
