@@ -239,13 +239,10 @@ protected:
         if (!index.isValid())
             return;
         const int libIndex = index.data(roleLibIndex).toInt();
+        // No picture travels with the pointer: over the plan the object
+        // itself stands under it, and a picture would hide it.
         auto* drag = new QDrag(this);
         drag->setMimeData(CVxLibraryForm::CreateMimeData(libIndex));
-        const QPixmap thumb = m_form->GetThumbnail(libIndex);
-        if (!thumb.isNull()) {
-            drag->setPixmap(thumb);
-            drag->setHotSpot(QPoint(m_form->GetThumbnailSide() / 2, m_form->GetThumbnailSide() / 2));
-        }
         drag->exec(Qt::CopyAction, Qt::CopyAction);
     }
 
