@@ -199,11 +199,16 @@ public:
             painter->drawText(QRect(textLeft, y, textWidth, metrics.height()), Qt::AlignHCenter, line);
             y += metrics.height();
         }
-        const QString size = index.data(roleSize).toString();
+        QString size = index.data(roleSize).toString();
         if (!size.isEmpty()) {
             QFont small = option.font;
             small.setPointSizeF(small.pointSizeF() * 0.85);
             const QFontMetrics smallMetrics(small);
+            // The three numbers matter more than the unit, which the tool
+            // tip still tells.
+            const int unit = size.lastIndexOf(QLatin1Char(' '));
+            if (smallMetrics.horizontalAdvance(size) > textWidth && unit > 0)
+                size.truncate(unit);
             painter->setFont(small);
             QColor quiet = palette.color(QPalette::WindowText);
             quiet.setAlpha(150);
