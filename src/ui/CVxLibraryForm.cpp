@@ -341,7 +341,10 @@ CVxLibraryForm::CVxLibraryForm(QWidget* parent) : QWidget(parent)
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
 
-    connect(m_search, &QLineEdit::textChanged, this, [this] { Refill(); });
+    connect(m_search, &QLineEdit::textChanged, this, [this] {
+        if (!m_filling)
+            Refill();
+    });
     connect(m_pageTree, &QTreeWidget::currentItemChanged, this,
             [this](QTreeWidgetItem* item) { OnPageChanged(item); });
     connect(m_view, &QListView::clicked, this,
@@ -448,8 +451,10 @@ void CVxLibraryForm::OnPageChanged(QTreeWidgetItem* item)
     VX_GetOptions()->m_lastLibraryPage = m_currentPage;
     // Choosing a page ends a search.
     if (!m_search->text().isEmpty()) {
-        const QSignalBlocker block(m_search);
+        // Not by blocking signals: the field's clear button follows them.
+        m_filling = true;
         m_search->clear();
+        m_filling = false;
     }
     Refill();
 }

@@ -97,5 +97,6 @@ private:
     QHash<int, QPixmap> m_thumbnails;
     int m_thumbnailsDrawn = 0;
     int m_thumbSide = 72;
+    // The form is filling its own lists and fields; their signals are its own.
     bool m_filling = false;
 };
