@@ -369,8 +369,11 @@ void CVxMainRenderArea::dragMoveEvent(QDragMoveEvent* event)
 
 void CVxMainRenderArea::dragLeaveEvent(QDragLeaveEvent* event)
 {
-    // The drag went elsewhere, or was given up: the object goes.
-    VX_GetCore()->LibCancelCreatingObject();
+    // The drag went elsewhere, or was given up: the object goes. One that
+    // hangs on the pointer after a click stays.
+    CVxAppCore* core = VX_GetCore();
+    if (core->GetMouseState() == CVxAppCore::msDropping)
+        core->LibCancelCreatingObject();
     event->accept();
 }
 
