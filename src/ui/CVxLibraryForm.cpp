@@ -427,9 +427,10 @@ void CVxLibraryForm::FillPageTree()
         }
     }
     m_pageTree->expandAll();
-    m_filling = false;
+    // The page stays as it was, and a search with it.
     if (m_currentPage >= 0 && m_currentPage < static_cast<int>(items.size()) && items[m_currentPage])
         m_pageTree->setCurrentItem(items[static_cast<size_t>(m_currentPage)]);
+    m_filling = false;
 }
 
 void CVxLibraryForm::SelectPage(int pageIndex)

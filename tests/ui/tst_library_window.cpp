@@ -45,6 +45,7 @@ private slots:
     void dropAddsAtTheDropPoint();
     void filesDroppedOnThePlanStillOpen();
     void showLibraryCommandTogglesTheDock();
+    void userObjectsShowOnTheUserLibraryPage();
 
 private:
     QPoint Pixel(double x, double y) const;
@@ -377,6 +378,28 @@ void TestLibraryWindow::showLibraryCommandTogglesTheDock()
     m_window->close();
     QVERIFY(!VX_GetOptions()->m_showLibTab);
     VX_GetOptions()->m_showLibTab = true;
+}
+
+void TestLibraryWindow::userObjectsShowOnTheUserLibraryPage()
+{
+    CVxAppCore* core = VX_GetCore();
+    m_window->DoMainToolbarAction(VX_TB_BROWSE_USER_LIBRARY, 0);
+    QCOMPARE(Form()->GetCurrentPage(), 0);
+    const size_t before = Form()->GetShownObjects().size();
+    CVxPart part;
+    QVERIFY(core->LibWriteToPart(&part, LibIndexOf(280)));
+    part.caption = L"My front door";
+    const int index = core->LibAddObjectToUserLibrary(part, 0);
+    QVERIFY(index >= 0);
+    // The library tells the window, which lists the new object at once.
+    QCOMPARE(Form()->GetShownObjects().size(), before + 1);
+    QCOMPARE(Form()->GetShownObjects().back(), index);
+    Form()->GetSearchField()->setText(QStringLiteral("front door"));
+    QCOMPARE(Form()->GetShownObjects().size(), size_t(1));
+    QVERIFY(core->LibRenameObject(index, CVxStringW(L"Back door")));
+    Form()->Rebuild(false);
+    QVERIFY(Form()->GetShownObjects().empty());
+    Form()->GetSearchField()->clear();
 }
 
 int main(int argc, char** argv)
