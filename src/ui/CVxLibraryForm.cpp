@@ -1,23 +1,17 @@
 #include "CVxLibraryForm.h"
 
 #include "CVxAppCore.h"
-#include "CVxAppHelperQt.h"
 #include "CVxLibraryPage.h"
 #include "CVxLocalize.h"
-#include "CVxMainRenderArea.h"
-#include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "CVxQtDC.h"
 #include "CVxUserLibrary.h"
-#include "VxTrace.h"
+#include "IVxAppHelperCallback.h"
 
 #include <QAbstractListModel>
-#include <QApplication>
 #include <QDrag>
 #include <QEvent>
 #include <QFileDialog>
-#include <QFileInfo>
-#include <QHeaderView>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -25,7 +19,6 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPainter>
-#include <QPainterPath>
 #include <QSplitter>
 #include <QStyledItemDelegate>
 #include <QTreeWidget>
@@ -567,13 +560,14 @@ QPixmap CVxLibraryForm::GetThumbnail(int libIndex)
     const bool show3D = !(m_currentPage >= 0 && m_currentPage < static_cast<int>(pages.size()) &&
                           pages[static_cast<size_t>(m_currentPage)].hide3DThumbs);
     const int key = libIndex * 2 + (show3D ? 1 : 0);
+    // A window moved to a screen of another pixel ratio draws them anew.
+    const qreal ratio = std::max<qreal>(1.0, devicePixelRatioF());
     const auto found = m_thumbnails.constFind(key);
-    if (found != m_thumbnails.constEnd())
+    if (found != m_thumbnails.constEnd() && found.value().devicePixelRatio() == ratio)
         return found.value();
     CVxPart* part = library.SafeGetPart(libIndex);
     if (!part || !part->inUse)
         return QPixmap();
-    const qreal ratio = std::max<qreal>(1.0, devicePixelRatioF());
     const int side = static_cast<int>(std::lround(m_thumbSide * ratio));
     CVxQtDC dc(side, side, true);
     core->LibDrawObjectThumb(&dc, part, show3D, 0, 0, side, side);
@@ -701,7 +695,7 @@ bool CVxLibraryForm::eventFilter(QObject* watched, QEvent* event)
 void CVxLibraryForm::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    // Text sizes change the cells; a new pixel ratio the thumbnails.
+    // Text sizes change the cells.
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         UpdateGridSize();
 }
