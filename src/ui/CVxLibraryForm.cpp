@@ -345,7 +345,8 @@ CVxLibraryForm::CVxLibraryForm(QWidget* parent) : QWidget(parent)
     connect(m_view, &QWidget::customContextMenuRequested, this, &CVxLibraryForm::OnContextMenu);
 
     FillPageTree();
-    // Nine rows of pages show; the rest of the height is the objects'.
+    // Room for about nine rows of pages; the rest of the height is the
+    // objects'.
     const int rowHeight = std::max(m_pageTree->sizeHintForRow(0), fontMetrics().height() + 4);
     splitter->setSizes({rowHeight * 9 + 2 * m_pageTree->frameWidth(), 400});
 
