@@ -494,10 +494,25 @@ public:
     const class CVxLibrary3DImage* FindLib3DImage(const CVxStringW& name);
     // The folders that compressed libraries were unpacked into go at exit.
     void LibRemoveTempFiles();
+    // A new object from library object `index`, or a copy of `part` when
+    // given, on the current floor and its active layer: selected, and
+    // hanging on the pointer until a click or Enter fixes it. One undo step.
+    // False for no such object, or while an editor has the view.
+    bool LibStartCreatingObject(CVxPart* part, int index);
+    // The same for a drag from the library view: the object stands centred
+    // at (x, y), pixels of the plan view, follows the drag and is fixed at
+    // the drop; with dropNow it is fixed at once.
+    bool LibStartCreatingObjectByDropAtPos(int index, int x, int y, bool dropNow);
+    // The object that hangs on the pointer or on a drag goes, and its undo
+    // step with it; false when there is none.
+    bool LibCancelCreatingObject();
 
 private:
     // CVxAppCoreLibrary.cpp
     void BuildLibNames();
+    // CVxAppCoreLibraryPlace.cpp: the new object centred at (px, py), pixels
+    // from the object origin; its slot, or -1.
+    int LibAddNewObject(const CVxPart* given, int index, double px, double py);
     std::shared_ptr<class CVxUserLibrary> m_userLibrary;
     std::shared_ptr<class CVxCorePartLibrary> m_partLibrary;
     std::vector<std::shared_ptr<class CVxLibrary3DImage>> m_lib3DImages;

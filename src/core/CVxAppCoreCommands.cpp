@@ -231,6 +231,9 @@ bool CVxAppCore::DoMainToolbarButtonAction(EVxMainToolbarButtonCode code)
     case VX_TB_NEW_MEASUREMENT:
         StartMeasuring();
         break;
+    case VX_TB_ADD_DIMENSION_LINE:
+        StartDimensionLine();
+        break;
     case VX_TB_MULTI_SELECT:
         SetMultiSelectMode(!IsMultiSelectMode());
         break;

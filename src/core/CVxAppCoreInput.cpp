@@ -349,7 +349,9 @@ void CVxAppCore::MainViewMouseMove(unsigned modifiers, double x, double y, int s
         }
     }
 
-    if (m_movingPart >= 0 && (left || m_mouseState == msPlacing)) {
+    // An object on the pointer or on a drag from the library moves with no
+    // button held.
+    if (m_movingPart >= 0 && (left || m_mouseState == msPlacing || m_mouseState == msDropping)) {
         CVxPart* part = m_project.GetFloor()->SafeGetPart(m_movingPart);
         if (!part || !part->inUse) {
             MainViewMouseUp(buttonLeft, modifiers, viewX, viewY, source);

@@ -66,7 +66,7 @@ void CVxWallEditor::SetStatus(const CVxStringW& text) const
 
 CVxStringW CVxWallEditor::GetEditorLocalizedName() const
 {
-    return Msg(901, L"Wall Editor");
+    return Msg(1001, L"Wall Editor");
 }
 
 void CVxWallEditor::Activate(IVxEditorHost* host, bool viewOnly)
@@ -394,14 +394,14 @@ bool CVxWallEditor::GetMainToolbarButtonHint(EVxMainToolbarButtonCode code, CVxS
     const bool remove = code == VX_TB_CTX_REMOVE;
     switch (m_touchSelType) {
     case selWall:
-        text = remove ? Msg(902, L"Remove Wall") : Msg(903, L"Wall Properties");
+        text = remove ? Msg(1002, L"Remove Wall") : Msg(1003, L"Wall Properties");
         return true;
     case selVertex:
-        text = remove ? Msg(904, L"Remove Control Point") : Msg(905, L"Control Point Properties");
+        text = remove ? Msg(1004, L"Remove Control Point") : Msg(1005, L"Control Point Properties");
         return true;
     case selHole:
     case selHolePoint:
-        text = remove ? Msg(906, L"Remove Floor Opening") : Msg(907, L"Floor Opening Properties");
+        text = remove ? Msg(1006, L"Remove Floor Opening") : Msg(1007, L"Floor Opening Properties");
         return true;
     default:
         return false;
@@ -631,7 +631,7 @@ void CVxWallEditor::OnPopupWallProperties()
         // typed in comes back through FinalizeWallVertexPropDlg, which a host
         // that shows heights calls itself, answering false.
         CVxPlanVertex value(vertex->x, vertex->y);
-        if (host->WallVertexPropDlgShow(&value, height, Msg(905, L"Control Point Properties"), nullptr))
+        if (host->WallVertexPropDlgShow(&value, height, Msg(1005, L"Control Point Properties"), nullptr))
             FinalizeWallVertexPropDlg(value.Point(), kUnset);
         break;
     }
@@ -654,7 +654,7 @@ void CVxWallEditor::OnPopupWallProperties()
             if (other->start != copy.start || other->end != copy.end)
                 differ |= 4;
         }
-        if (host->WallEdgePropDlgShow(&copy, Msg(903, L"Wall Properties"), differ, nullptr))
+        if (host->WallEdgePropDlgShow(&copy, Msg(1003, L"Wall Properties"), differ, nullptr))
             FinalizeWallEdgePropDlg(copy, 0xffffffffu);
         break;
     }
@@ -663,7 +663,7 @@ void CVxWallEditor::OnPopupWallProperties()
         if (!hole)
             return;
         CVxHoleInFloor copy = *hole;
-        if (host->WallHolePropDlgShow(&copy, Msg(907, L"Floor Opening Properties"), nullptr))
+        if (host->WallHolePropDlgShow(&copy, Msg(1007, L"Floor Opening Properties"), nullptr))
             FinalizeWallHolePropDlg(copy);
         break;
     }

@@ -5,6 +5,7 @@
 #include "CVxWallEditorDlgs.h"
 
 #include "CVxAppCore.h"
+#include "CVxLibraryForm.h"
 #include "CVxLocalize.h"
 #include "CVxMainRenderArea.h"
 #include "CVxMainScrollArea.h"
@@ -266,6 +267,21 @@ void CVxAppHelperQt::ShowPopupMenuForObject(int index)
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())
         window->ShowPopupMenuForObject(index);
+}
+
+void CVxAppHelperQt::LibRebuildOnUserLibChange(bool all)
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        if (window->GetLibraryForm())
+            window->GetLibraryForm()->Rebuild(all);
+}
+
+void CVxAppHelperQt::OnNewObjectAdded(int /*index*/)
+{
+    // Enter and Esc, which fix or drop the new object, go to the plan.
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        if (window->GetRenderArea())
+            window->GetRenderArea()->setFocus(Qt::OtherFocusReason);
 }
 
 void CVxAppHelperQt::EnableUndoButtons()

@@ -34,6 +34,8 @@ public:
     void CheckMainToolbarButton(EVxMainToolbarButtonCode code, bool check) override;
     void AfterSelectionChanged() override;
     void ShowPopupMenuForObject(int index) override;
+    void LibRebuildOnUserLibChange(bool all) override;
+    void OnNewObjectAdded(int index) override;
     void RefreshMainViewCursor() override;
     void SetMainViewCursor(EVxMouseCursor cursor) override;
     bool IsMainViewScrollBarVisible(bool horizontal) override;

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 
 #include "CVxAppCore.h"
+#include "CVxLibraryForm.h"
 #include "CVxMainScrollArea.h"
 #include "CVxMainStatusBar.h"
 #include "CVxMainWindow.h"
@@ -12,6 +13,10 @@
 #include "CVxQtDC.h"
 
 #include <QCursor>
+#include <QDragEnterEvent>
+#include <QDragLeaveEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -445,4 +450,64 @@ void CVxMainRenderArea::ApplyTypedLength()
     // A text that is no length stays for correcting.
     m_lengthEdit->selectAll();
     m_lengthEdit->setFocus(Qt::OtherFocusReason);
+}
+
+void CVxMainRenderArea::dragEnterEvent(QDragEnterEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    const int libIndex = CVxLibraryForm::LibIndexFromMimeData(event->mimeData());
+    const QPoint at = event->position().toPoint();
+    if (libIndex < 0 || !core->IsDrawingAllowed() || !m_paintable ||
+        !core->LibStartCreatingObjectByDropAtPos(libIndex, at.x(), at.y(), false)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void CVxMainRenderArea::dragMoveEvent(QDragMoveEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    if (CVxLibraryForm::LibIndexFromMimeData(event->mimeData()) < 0 ||
+        core->GetMouseState() != CVxAppCore::msDropping) {
+        event->ignore();
+        return;
+    }
+    const QPointF at = event->position();
+    core->MainViewMouseMove(ToCoreModifiers(event->modifiers()), at.x(), at.y(), 0);
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+}
+
+void CVxMainRenderArea::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    // The drag went elsewhere, or was given up: the object goes. One that
+    // hangs on the pointer after a click stays.
+    CVxAppCore* core = VX_GetCore();
+    if (core->GetMouseState() == CVxAppCore::msDropping)
+        core->LibCancelCreatingObject();
+    event->accept();
+}
+
+void CVxMainRenderArea::dropEvent(QDropEvent* event)
+{
+    CVxAppCore* core = VX_GetCore();
+    const int libIndex = CVxLibraryForm::LibIndexFromMimeData(event->mimeData());
+    if (libIndex < 0 || !core->IsDrawingAllowed() || !m_paintable) {
+        event->ignore();
+        return;
+    }
+    const QPointF at = event->position();
+    if (core->GetMouseState() == CVxAppCore::msDropping) {
+        core->MainViewMouseMove(ToCoreModifiers(event->modifiers()), at.x(), at.y(), 0);
+        core->MainViewMouseUp(CVxAppCore::buttonLeft, 0, at.x(), at.y(), 0);
+    } else if (!core->LibStartCreatingObjectByDropAtPos(libIndex, static_cast<int>(at.x()),
+                                                        static_cast<int>(at.y()), true)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    setFocus(Qt::OtherFocusReason);
 }

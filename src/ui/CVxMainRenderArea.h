@@ -60,6 +60,13 @@ protected:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     // Esc in the typed length's fields closes them, not the editor.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // An object dragged from the library stands under the pointer while
+    // it is over the plan, and stays where it is dropped. Files pass on to
+    // the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void OnScrollerTimer();

@@ -5,6 +5,7 @@
 #include "CVxAppHelperQt.h"
 #include "CVxAutoSave.h"
 #include "CVxAutoSaveThumbDlg.h"
+#include "CVxLibraryForm.h"
 #include "CVxLocFileInfo.h"
 #include "CVxLocalize.h"
 #include "CVxMainRenderArea.h"
@@ -47,6 +48,7 @@
 #include <QToolBar>
 #include <QUrl>
 
+#include <algorithm>
 #include <cmath>
 
 CVxMainWindow* CVxMainWindow::s_instance = nullptr;
@@ -139,6 +141,9 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     VxTrace("Init - project temp dir: %s\n", VX_StringToUTF8(CVxUtils::GetProjectsTempPath()).c_str());
     CVxUtils::DeleteUserAppDataProjects();
     CVxUtils::RemoveTempFoldersOfDeadRuns();
+    // The library window lists the library as soon as it is made.
+    if (!core->IsLibraryInitialized())
+        core->LibInitObjectLibrary();
 
     if (options->m_mainWndWidth > 0 && options->m_mainWndHeight > 0) {
         setGeometry(options->m_mainWndLeft, options->m_mainWndTop, options->m_mainWndWidth,
@@ -344,7 +349,10 @@ void CVxMainWindow::CreateDocks()
     for (int i = 0; i < DOCK_COUNT; ++i) {
         auto* dock = new QDockWidget(CVxStringW(specs[i].title).ToQString(), this);
         dock->setObjectName(QString::fromLatin1(specs[i].name));
-        dock->setWidget(new QWidget(dock));
+        if (i == DOCK_LIBRARY)
+            dock->setWidget(m_libraryForm = new CVxLibraryForm(dock));
+        else
+            dock->setWidget(new QWidget(dock));
         addDockWidget(specs[i].area, dock);
         m_docks[i] = dock;
     }
@@ -360,7 +368,26 @@ void CVxMainWindow::CreateDocks()
     // The forms that fill the docks come with their own features; until then
     // only the docks the user asked for stand, and empty ones stay hidden.
     for (int i = 0; i < DOCK_COUNT; ++i)
-        m_docks[i]->hide();
+        if (i != DOCK_LIBRARY)
+            m_docks[i]->hide();
+    QDockWidget* library = m_docks[DOCK_LIBRARY];
+    library->setVisible(options->m_showLibTab);
+    resizeDocks({library}, {std::max(options->m_leftDockWidth, m_libraryForm->sizeHint().width())},
+                Qt::Horizontal);
+    connect(library, &QDockWidget::visibilityChanged, this, [this] {
+        if (m_mainToolbar)
+            m_mainToolbar->CheckButton(VX_TB_SHOW_LIBRARY, !m_docks[DOCK_LIBRARY]->isHidden());
+    });
+    m_mainToolbar->CheckButton(VX_TB_SHOW_LIBRARY, options->m_showLibTab);
+}
+
+void CVxMainWindow::ShowLibrary(bool show)
+{
+    QDockWidget* library = m_docks[DOCK_LIBRARY];
+    library->setVisible(show);
+    if (show)
+        library->raise();
+    m_mainToolbar->CheckButton(VX_TB_SHOW_LIBRARY, show);
 }
 
 void CVxMainWindow::RebuildRoom()
@@ -571,8 +598,12 @@ void CVxMainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     CVxOptions* options = VX_GetOptions();
-    if (m_docks[DOCK_LIBRARY]->isVisible() || m_docks[DOCK_ALIGN]->isVisible())
+    if (m_docks[DOCK_LIBRARY]->isVisible())
+        options->m_leftDockWidth = m_docks[DOCK_LIBRARY]->width();
+    else if (m_docks[DOCK_ALIGN]->isVisible())
         options->m_leftDockWidth = m_docks[DOCK_ALIGN]->width();
+    if (!m_helper->IsTouchOnlyDevice())
+        options->m_showLibTab = !m_docks[DOCK_LIBRARY]->isHidden();
     if (m_docks[DOCK_LISTING]->isVisible())
         options->m_rightDockWidth = m_docks[DOCK_LISTING]->width();
     event->accept();
@@ -632,18 +663,21 @@ bool CVxMainWindow::IsCommandAvailable(int code)
 {
     // Those that this window runs, then those that the core runs. The
     // features behind the others (3D view, the editors of walls, sides and
-    // polygons, the library and listing forms, printing, the property and
-    // options dialogues, ...) come with their own work.
+    // polygons, the listing form, printing, the property and options
+    // dialogues, ...) come with their own work.
     static const QSet<int> available = {
         1,   2,   3,   4,   5,   6,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,  116, 117, 124,
         125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,  49,  50,  73,  74,  75,
-        76,  77,  78,  93,  94,  95,  96,  97,  106, 108, 109, 110, 111, 112, 113, 130, 131, 132, 135,
-        137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169, 170, 171, 172, 173,
-        174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148};
+        76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108, 109, 110, 111, 112, 113, 130,
+        131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169, 170,
+        171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148};
+    // The library window: show it, open it to add an object, open it on the
+    // user's own objects.
+    static const QSet<int> library = {25, 62, 107};
     // An open editor answers for its own selection's commands.
     if (VX_GetCore()->GetActiveEditor() && (code == VX_TB_CTX_PROPERTIES || code == VX_TB_CTX_ADD_POINT))
         return true;
-    return available.contains(code);
+    return available.contains(code) || library.contains(code);
 }
 
 void CVxMainWindow::EnableUndoButtons()
@@ -852,6 +886,18 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
         break;
     case VX_TB_ALIGN_CLOSE:
         m_contextAlignToolbar->hide();
+        break;
+    case VX_TB_SHOW_LIBRARY:
+        ShowLibrary(m_docks[DOCK_LIBRARY]->isHidden());
+        break;
+    case VX_TB_ADD_OBJECT:
+        ShowLibrary(true);
+        m_libraryForm->FocusSearch();
+        break;
+    case VX_TB_BROWSE_USER_LIBRARY:
+        // The user library is the library's first page.
+        ShowLibrary(true);
+        m_libraryForm->SelectPage(0);
         break;
     default:
         if (!IsCommandAvailable(code) || !VX_GetCore()->DoMainToolbarButtonAction(code))

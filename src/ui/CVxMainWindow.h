@@ -11,6 +11,7 @@
 #include <functional>
 
 class CVxAppHelperQt;
+class CVxLibraryForm;
 class CVxMainRenderArea;
 class CVxMainScrollArea;
 class CVxMainStatusBar;
@@ -106,6 +107,10 @@ public:
     void UpdateMainToolbarButtonsVisibility();
     void UpdateButtonsWithAutoDarkIcons();
     QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
+    // The library window in its dock; its visibility is command 62's check
+    // mark and is kept in the settings.
+    CVxLibraryForm* GetLibraryForm() const { return m_libraryForm; }
+    void ShowLibrary(bool show);
     const CVxStringW& GetCommandLineFile() const { return m_commandLineFile; }
     bool IsFirstStart() const { return m_firstStart; }
     bool IsStartedByInstaller() const { return m_startedByInstaller; }
@@ -196,6 +201,7 @@ private:
     QMenu* m_newObjectPopup = nullptr;
     QMenu* m_longPressPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
+    CVxLibraryForm* m_libraryForm = nullptr;
     QMenu* m_samplesMenu = nullptr;
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;

@@ -85,7 +85,7 @@ CVxWallVertexDlg::CVxWallVertexDlg(double x, double y, double height, const QStr
     m_height = NumberEdit(this, height);
     m_height->setObjectName(QStringLiteral("EdHeight"));
     if (height != kUnset)
-        form->addRow(Loc(911, L"Height:"), m_height);
+        form->addRow(Loc(1011, L"Height:"), m_height);
     else
         m_height->hide();
     QDialogButtonBox* buttons = OkCancel(this);
@@ -114,7 +114,7 @@ double CVxWallVertexDlg::GetHeight() const
 CVxWallEdgeDlg::CVxWallEdgeDlg(const CVxWall& wall, unsigned differ, const QString& title, QWidget* parent)
     : QDialog(parent), m_wall(wall)
 {
-    setWindowTitle(title.isEmpty() ? Loc(903, L"Wall Properties") : title);
+    setWindowTitle(title.isEmpty() ? Loc(1003, L"Wall Properties") : title);
     setObjectName(QStringLiteral("CVxWallEdgeDlg"));
     auto* form = new QFormLayout(this);
     const bool ends = (differ & 4) == 0;
@@ -126,35 +126,35 @@ CVxWallEdgeDlg::CVxWallEdgeDlg(const CVxWall& wall, unsigned differ, const QStri
     m_rotation = NumberEdit(this, ends ? wall.angle : kUnset);
     m_thickness = NumberEdit(this, (differ & 1) ? kUnset : wall.thickness);
     m_thickness->setObjectName(QStringLiteral("EdThickness"));
-    form->addRow(Loc(912, L"From"), Pair(this, m_fromX, m_fromY));
-    form->addRow(Loc(913, L"To"), Pair(this, m_toX, m_toY));
-    form->addRow(Loc(914, L"Length:"), m_length);
-    form->addRow(Loc(915, L"Rotation:"), m_rotation);
-    form->addRow(Loc(916, L"Thickness:"), m_thickness);
+    form->addRow(Loc(1012, L"From"), Pair(this, m_fromX, m_fromY));
+    form->addRow(Loc(1013, L"To"), Pair(this, m_toX, m_toY));
+    form->addRow(Loc(1014, L"Length:"), m_length);
+    form->addRow(Loc(1015, L"Rotation:"), m_rotation);
+    form->addRow(Loc(1016, L"Thickness:"), m_thickness);
     m_align = new QComboBox(this);
-    m_align->addItems({Loc(917, L"Side A"), Loc(918, L"Centre"), Loc(919, L"Side B"), Loc(920, L"Custom")});
+    m_align->addItems({Loc(1017, L"Side A"), Loc(1018, L"Centre"), Loc(1019, L"Side B"), Loc(1020, L"Custom")});
     m_align->setCurrentIndex(std::clamp(wall.align, 0, 3));
-    form->addRow(Loc(921, L"Alignment:"), m_align);
+    form->addRow(Loc(1021, L"Alignment:"), m_align);
     m_sideA = NumberEdit(this, wall.align == CVxWall::ALIGN_CUSTOM ? wall.customOffset : kUnset);
     m_sideB =
         NumberEdit(this, wall.align == CVxWall::ALIGN_CUSTOM ? wall.thickness - wall.customOffset : kUnset);
     auto* custom = new QWidget(this);
     auto* row = new QHBoxLayout(custom);
     row->setContentsMargins(0, 0, 0, 0);
-    row->addWidget(new QLabel(Loc(922, L"A:"), custom));
+    row->addWidget(new QLabel(Loc(1022, L"A:"), custom));
     row->addWidget(m_sideA);
-    row->addWidget(new QLabel(Loc(923, L"B:"), custom));
+    row->addWidget(new QLabel(Loc(1023, L"B:"), custom));
     row->addWidget(m_sideB);
     form->addRow(QString(), custom);
     m_lineStyle = new QComboBox(this);
     m_lineStyle->addItems({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
     m_lineStyle->setCurrentIndex(std::clamp(wall.lineStyle, 0, 2));
-    form->addRow(Loc(924, L"Line style:"), m_lineStyle);
+    form->addRow(Loc(1024, L"Line style:"), m_lineStyle);
     m_fillStyle = new QComboBox(this);
     for (int i = 0; i < 20; ++i)
         m_fillStyle->addItem(QString::number(i));
     m_fillStyle->setCurrentIndex(std::clamp(wall.fillStyle, 0, 19));
-    form->addRow(Loc(925, L"Fill style:"), m_fillStyle);
+    form->addRow(Loc(1025, L"Fill style:"), m_fillStyle);
     m_heightFrom = NumberEdit(this, (differ & 2) ? kUnset : wall.startHeight);
     m_heightTo = NumberEdit(this, (differ & 2) ? kUnset : wall.endHeight);
     auto* copy = new QPushButton(QStringLiteral("\u2192"), this);
@@ -163,11 +163,11 @@ CVxWallEdgeDlg::CVxWallEdgeDlg(const CVxWall& wall, unsigned differ, const QStri
     hrow->setContentsMargins(0, 0, 0, 0);
     hrow->addWidget(m_heightFrom);
     hrow->addWidget(copy);
-    form->addRow(Loc(926, L"Height (From):"), heights);
-    form->addRow(Loc(927, L"Height (To):"), m_heightTo);
-    m_invisible = new QCheckBox(Loc(928, L"Invisible"), this);
+    form->addRow(Loc(1026, L"Height (From):"), heights);
+    form->addRow(Loc(1027, L"Height (To):"), m_heightTo);
+    m_invisible = new QCheckBox(Loc(1028, L"Invisible"), this);
     m_invisible->setChecked(!wall.visible);
-    m_curved = new QCheckBox(Loc(929, L"Curved Segment"), this);
+    m_curved = new QCheckBox(Loc(1029, L"Curved Segment"), this);
     m_curved->setChecked(wall.curved);
     form->addRow(m_invisible);
     form->addRow(m_curved);
@@ -230,7 +230,7 @@ void CVxWallEdgeDlg::BtnOKClick()
     if (m_align->currentIndex() == CVxWall::ALIGN_CUSTOM) {
         const double a = Read(m_sideA), b = Read(m_sideB);
         if (a == kBlank || b == kBlank || std::fabs(a + b - thickness) > 1e-6) {
-            QMessageBox::warning(this, Loc(34, L"Error"), Loc(930, L"A and B must add up to the thickness."));
+            QMessageBox::warning(this, Loc(34, L"Error"), Loc(1030, L"A and B must add up to the thickness."));
             return;
         }
     }
@@ -271,10 +271,10 @@ CVxWallHoleDlg::CVxWallHoleDlg(const CVxHoleInFloor& hole, const QString& title,
     m_width = NumberEdit(this, hole.width);
     m_height = NumberEdit(this, hole.height);
     m_rotation = NumberEdit(this, hole.rotation);
-    form->addRow(Loc(931, L"Position:"), Pair(this, m_x, m_y));
-    form->addRow(Loc(932, L"Width:"), m_width);
-    form->addRow(Loc(933, L"Depth:"), m_height);
-    form->addRow(Loc(915, L"Rotation:"), m_rotation);
+    form->addRow(Loc(1031, L"Position:"), Pair(this, m_x, m_y));
+    form->addRow(Loc(1032, L"Width:"), m_width);
+    form->addRow(Loc(1033, L"Depth:"), m_height);
+    form->addRow(Loc(1015, L"Rotation:"), m_rotation);
     // A polygon is moved here; its points are dragged in the plan.
     m_width->setEnabled(!polygon);
     m_height->setEnabled(!polygon);

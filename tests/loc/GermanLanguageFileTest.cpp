@@ -95,4 +95,7 @@ TEST(GermanLanguageFile, HasEveryRowTheProgramAsksFor)
     }
     // The format painter's second line.
     EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_TOOLBAR), 300, out));
+    // The library window.
+    for (int row = 340; row <= 351; ++row)
+        EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_MESSAGES), row, out)) << row;
 }

@@ -11,6 +11,10 @@ out=$3
 rm -rf "$out"
 mkdir -p "$out/home"
 export HOME="$out/home" XDG_DATA_HOME="$out/home/data" XDG_CONFIG_HOME="$out/home/config"
+# The plan alone fills the window, as the places below were measured; the
+# library window stays closed.
+mkdir -p "$out/home/data/Plaveno/Plaveno"
+printf '\xEF\xBB\xBF\r\n[Options]\r\nShowLibTab=0\r\n' >"$out/home/data/Plaveno/Plaveno/config.ini"
 
 "$program" "$project" >"$out/program.log" 2>&1 &
 pid=$!
