@@ -132,7 +132,8 @@ CVxWallEdgeDlg::CVxWallEdgeDlg(const CVxWall& wall, unsigned differ, const QStri
     form->addRow(Loc(1015, L"Rotation:"), m_rotation);
     form->addRow(Loc(1016, L"Thickness:"), m_thickness);
     m_align = new QComboBox(this);
-    m_align->addItems({Loc(1017, L"Side A"), Loc(1018, L"Centre"), Loc(1019, L"Side B"), Loc(1020, L"Custom")});
+    m_align->addItems(
+        {Loc(1017, L"Side A"), Loc(1018, L"Centre"), Loc(1019, L"Side B"), Loc(1020, L"Custom")});
     m_align->setCurrentIndex(std::clamp(wall.align, 0, 3));
     form->addRow(Loc(1021, L"Alignment:"), m_align);
     m_sideA = NumberEdit(this, wall.align == CVxWall::ALIGN_CUSTOM ? wall.customOffset : kUnset);
@@ -230,7 +231,8 @@ void CVxWallEdgeDlg::BtnOKClick()
     if (m_align->currentIndex() == CVxWall::ALIGN_CUSTOM) {
         const double a = Read(m_sideA), b = Read(m_sideB);
         if (a == kBlank || b == kBlank || std::fabs(a + b - thickness) > 1e-6) {
-            QMessageBox::warning(this, Loc(34, L"Error"), Loc(1030, L"A and B must add up to the thickness."));
+            QMessageBox::warning(this, Loc(34, L"Error"),
+                                 Loc(1030, L"A and B must add up to the thickness."));
             return;
         }
     }
