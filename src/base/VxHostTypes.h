@@ -61,6 +61,14 @@ enum EVxKey : unsigned
     VX_KEY_F12 = 4121
 };
 
+// The move that an arrow key asks for, `step` long; false for other keys.
+inline bool VX_ArrowKeyOffset(unsigned key, double step, double& dx, double& dy)
+{
+    dx = key == VX_KEY_LEFT ? -step : key == VX_KEY_RIGHT ? step : 0.0;
+    dy = key == VX_KEY_UP ? -step : key == VX_KEY_DOWN ? step : 0.0;
+    return key >= VX_KEY_LEFT && key <= VX_KEY_DOWN;
+}
+
 enum EVxMouseCursor : int
 {
     VX_CURSOR_ARROW = 0,

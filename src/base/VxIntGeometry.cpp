@@ -59,6 +59,16 @@ bool VxUnionRect(VxRECT& out, const VxRECT& a, const VxRECT& b)
     return true;
 }
 
+void VxGrowDirtyRect(VxRECT* dirty, const VxRECT& rect)
+{
+    if (!dirty)
+        return;
+    if (dirty->right <= dirty->left || dirty->bottom <= dirty->top)
+        *dirty = rect;
+    else
+        VxUnionRect(*dirty, *dirty, rect);
+}
+
 bool VxIntersectRect(VxRECT& out, const VxRECT& a, const VxRECT& b)
 {
     out = VxRectMake(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),

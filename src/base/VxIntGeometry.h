@@ -37,6 +37,9 @@ void VxInflateRect(VxRECT& rect, int32_t dx, int32_t dy);
 void VxOffsetRect(VxRECT& rect, int32_t dx, int32_t dy);
 // The smallest rectangle holding both; always true.
 bool VxUnionRect(VxRECT& out, const VxRECT& a, const VxRECT& b);
+// Grows the area to repaint by `rect`; an empty area becomes `rect`. A null
+// area is left alone.
+void VxGrowDirtyRect(VxRECT* dirty, const VxRECT& rect);
 // True only if the overlap has right > left and bottom > top; the overlap is
 // written to out either way.
 bool VxIntersectRect(VxRECT& out, const VxRECT& a, const VxRECT& b);

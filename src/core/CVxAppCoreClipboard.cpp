@@ -51,18 +51,6 @@ public:
     CVxStringW projectFile;
     CVxStringW projectId;
 };
-void Unite(VxRECT* dirty, const VxRECT& rect)
-{
-    if (dirty->right <= dirty->left || dirty->bottom <= dirty->top) {
-        *dirty = rect;
-        return;
-    }
-    dirty->left = std::min(dirty->left, rect.left);
-    dirty->top = std::min(dirty->top, rect.top);
-    dirty->right = std::max(dirty->right, rect.right);
-    dirty->bottom = std::max(dirty->bottom, rect.bottom);
-}
-
 // A dimension line's frame: its length along the rotation, its end marks
 // across. The line runs through the middle of the marks, so the frame
 // starts half a mark off the line that it measures.
@@ -505,7 +493,7 @@ void CVxAppCore::UpdateTempDimLines(VxRECT* dirty)
         if (dirty) {
             VxRECT r;
             line.GetCachedDrawingRect(&r, 0, 0, m_zoom);
-            Unite(dirty, r);
+            VxGrowDirtyRect(dirty, r);
         }
         SetDimLineFrame(
             line, CVxDPoint(a.x + dir.x * from + normal.x * offset, a.y + dir.y * from + normal.y * offset),
@@ -515,7 +503,7 @@ void CVxAppCore::UpdateTempDimLines(VxRECT* dirty)
         if (dirty) {
             VxRECT r;
             line.GetCachedDrawingRect(&r, 0, 0, m_zoom);
-            Unite(dirty, r);
+            VxGrowDirtyRect(dirty, r);
         }
     };
     std::vector<int> lines;

@@ -614,22 +614,8 @@ bool CVxAppCore::MainViewKeyArrowsPressed(unsigned key, unsigned modifiers)
     }
     double dx = 0;
     double dy = 0;
-    switch (key) {
-    case VX_KEY_LEFT:
-        dx = -step;
-        break;
-    case VX_KEY_RIGHT:
-        dx = step;
-        break;
-    case VX_KEY_UP:
-        dy = -step;
-        break;
-    case VX_KEY_DOWN:
-        dy = step;
-        break;
-    default:
+    if (!VX_ArrowKeyOffset(key, step, dx, dy))
         return false;
-    }
     if (!(modifiers & modCtrl))
         m_project.SubUnitCorrection(dx, dy, VX_DF_DECIMAL);
     m_project.m_modified = true;

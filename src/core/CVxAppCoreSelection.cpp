@@ -43,18 +43,18 @@ CVxDRect Bounds(const CVxPart& part)
     return rect;
 }
 
-void Unite(VxRECT* dirty, const VxRECT& rect)
+// One axis of a moving rectangle from `low` to `high` against a wall edge
+// at `edge`: the far side snaps first, then the near side if it is close
+// too, else the near side alone.
+void SnapAxis(double low, double high, double edge, double reach, double& delta)
 {
-    if (!dirty)
-        return;
-    if (dirty->right <= dirty->left || dirty->bottom <= dirty->top) {
-        *dirty = rect;
-        return;
+    if (std::fabs(high + delta - edge) <= reach) {
+        delta = edge - high;
+        if (std::fabs(low + delta - edge) <= reach)
+            delta = edge - low;
+    } else if (std::fabs(low + delta - edge) <= reach) {
+        delta = edge - low;
     }
-    dirty->left = std::min(dirty->left, rect.left);
-    dirty->top = std::min(dirty->top, rect.top);
-    dirty->right = std::max(dirty->right, rect.right);
-    dirty->bottom = std::max(dirty->bottom, rect.bottom);
 }
 } // namespace
 
@@ -250,7 +250,7 @@ void CVxAppCore::MoveSelection(double dx, double dy, VxRECT* dirty)
     ForEachMovable(floor, [&](CVxPart& part, int) {
         VxRECT before;
         part.GetCachedDrawingRect(&before, 0, 0, m_zoom);
-        Unite(dirty, before);
+        VxGrowDirtyRect(dirty, before);
         part.x += dx;
         part.y += dy;
         part.InvalidateCache();
@@ -258,7 +258,7 @@ void CVxAppCore::MoveSelection(double dx, double dy, VxRECT* dirty)
             part.SnapToWall(&floor->m_walls, part.x, part.y, false, false, false);
         VxRECT after;
         part.GetCachedDrawingRect(&after, 0, 0, m_zoom);
-        Unite(dirty, after);
+        VxGrowDirtyRect(dirty, after);
     });
     if (dirty) {
         // The handles stand off the objects.
@@ -308,28 +308,12 @@ void CVxAppCore::SnapMovingSelectionToWalls(double& dx, double& dy)
             const double lo = std::min(a.y, b.y), hi = std::max(a.y, b.y);
             if (r.bottom + dy < lo || r.top + dy > hi)
                 continue;
-            const bool rightNear = std::fabs(r.right + dx - a.x) <= reach;
-            const bool leftNear = std::fabs(r.left + dx - a.x) <= reach;
-            if (rightNear) {
-                dx = a.x - r.right;
-                if (std::fabs(r.left + dx - a.x) <= reach)
-                    dx = a.x - r.left;
-            } else if (leftNear) {
-                dx = a.x - r.left;
-            }
+            SnapAxis(r.left, r.right, a.x, reach, dx);
         } else if (std::fabs(a.y - b.y) < EPS) {
             const double lo = std::min(a.x, b.x), hi = std::max(a.x, b.x);
             if (r.right + dx < lo || r.left + dx > hi)
                 continue;
-            const bool bottomNear = std::fabs(r.bottom + dy - a.y) <= reach;
-            const bool topNear = std::fabs(r.top + dy - a.y) <= reach;
-            if (bottomNear) {
-                dy = a.y - r.bottom;
-                if (std::fabs(r.top + dy - a.y) <= reach)
-                    dy = a.y - r.top;
-            } else if (topNear) {
-                dy = a.y - r.top;
-            }
+            SnapAxis(r.top, r.bottom, a.y, reach, dy);
         }
     }
 }

@@ -13,20 +13,6 @@ namespace {
 constexpr double kDegToRad = 3.14159265358979323846 / 180.0;
 constexpr double kRadToDeg = 180.0 / 3.14159265358979323846;
 
-void AddToDirty(VxRECT* dirty, const VxRECT& rect)
-{
-    if (!dirty)
-        return;
-    if (dirty->right <= dirty->left || dirty->bottom <= dirty->top) {
-        *dirty = rect;
-        return;
-    }
-    dirty->left = std::min(dirty->left, rect.left);
-    dirty->top = std::min(dirty->top, rect.top);
-    dirty->right = std::max(dirty->right, rect.right);
-    dirty->bottom = std::max(dirty->bottom, rect.bottom);
-}
-
 // What a repaint of the object and its handles must cover, in pixels
 // relative to the view offset.
 VxRECT HandleArea(CVxPart* part, double zoom)
@@ -515,7 +501,7 @@ bool CVxPartSelection::OnMouseMove(CVxFloor* floor, unsigned modifiers, int x, i
     if (!part || !part->inUse)
         return false;
     const int partIndex = symbol->partNo;
-    AddToDirty(dirty, HandleArea(part, zoom));
+    VxGrowDirtyRect(dirty, HandleArea(part, zoom));
     if (symbol->kind <= 7) {
         x -= static_cast<int>(std::lround(m_grabOffset.x));
         y -= static_cast<int>(std::lround(m_grabOffset.y));
@@ -526,6 +512,6 @@ bool CVxPartSelection::OnMouseMove(CVxFloor* floor, unsigned modifiers, int x, i
         part->SnapToWall(&floor->m_walls, part->x, part->y, false, true, false);
     part->InvalidateCache();
     UpdateSymbol(part, partIndex, zoom);
-    AddToDirty(dirty, HandleArea(part, zoom));
+    VxGrowDirtyRect(dirty, HandleArea(part, zoom));
     return true;
 }

@@ -983,22 +983,8 @@ bool CVxWallEditor::OnKeyArrowsPressed(unsigned key, unsigned modifiers)
         step *= 5;
     double dx = 0;
     double dy = 0;
-    switch (key) {
-    case VX_KEY_LEFT:
-        dx = -step;
-        break;
-    case VX_KEY_RIGHT:
-        dx = step;
-        break;
-    case VX_KEY_UP:
-        dy = -step;
-        break;
-    case VX_KEY_DOWN:
-        dy = step;
-        break;
-    default:
+    if (!VX_ArrowKeyOffset(key, step, dx, dy))
         return false;
-    }
     // Presses on the same selection join one step.
     const int item = m_touchSelType * 1000003 + m_touchSelItems.front();
     if (m_keyMoveItem != item) {
