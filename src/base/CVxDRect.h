@@ -80,3 +80,18 @@ public:
 private:
     mutable VxRECT m_pixels;
 };
+
+// Rectangles united one by one, starting from none.
+struct SVxRectUnion
+{
+    void Add(const CVxDRect& r)
+    {
+        if (empty)
+            rect = r;
+        else
+            rect.UnionRect(r);
+        empty = false;
+    }
+    CVxDRect rect;
+    bool empty = true;
+};

@@ -523,6 +523,10 @@ public:
 private:
     void AfterTransform();
     void Repaint();
+    // Clears every object's selection flag and the last selected; true when
+    // any was set.
+    bool DeselectAllParts();
+    void SelectionChanged(bool repaint);
     bool IsCentreHandle(int symbolIndex) const;
     // dirty is relative to the object origin.
     void RepaintDirty(const VxRECT& dirty);

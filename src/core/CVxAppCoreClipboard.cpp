@@ -191,8 +191,7 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
     const double factor = origin.unit >= 0 && origin.unit != m_project.m_unit
                               ? CVxUnits::dUnitCal[origin.unit] / CVxUnits::dUnitCal[m_project.m_unit]
                               : 1.0;
-    CVxDRect bounds;
-    bool any = false;
+    SVxRectUnion bounds;
     int last = -1;
     for (CVxPart& part : parts) {
         if (factor != 1.0 && std::isfinite(factor) && factor > 0) {
@@ -218,11 +217,7 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
             slot->SnapToWall(&floor->m_walls, slot->x, slot->y, false, false, false);
         CVxDRect b;
         slot->GetBoundingRect(&b, 1.0);
-        if (!any)
-            bounds = b;
-        else
-            bounds.UnionRect(b);
-        any = true;
+        bounds.Add(b);
         last = index;
     }
     floor->m_objectCount = floor->CountUsedObjects();
@@ -242,7 +237,7 @@ bool CVxAppCore::PasteObjectsFromClipboard(const CVxStringA& text)
         const VxPOINT o = GetObjectOrigin();
         mx -= o.x - m_viewOrigin.x;
         my -= o.y - m_viewOrigin.y;
-        const CVxDPoint centre = bounds.CenterPoint();
+        const CVxDPoint centre = bounds.rect.CenterPoint();
         double dx = mx / m_zoom - centre.x;
         double dy = my / m_zoom - centre.y;
         if (!std::isfinite(dx) || !std::isfinite(dy))
@@ -353,8 +348,7 @@ void CVxAppCore::CreateMeasLine(const CVxDPoint& fromPixels, const CVxDPoint& to
         std::swap(from, to);
     CatchUndoRoom(true);
     CVxFloor* floor = m_project.GetFloor();
-    for (CVxPart& part : floor->m_objects)
-        part.selected = false;
+    DeselectAllParts();
     int index = -1;
     CVxPart* line = floor->GetNewObject(&index, true);
     line->type = ptMeasLine;

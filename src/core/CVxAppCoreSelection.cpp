@@ -116,6 +116,24 @@ void CVxAppCore::OnSelectionChange()
     }
 }
 
+bool CVxAppCore::DeselectAllParts()
+{
+    bool any = false;
+    for (CVxPart& part : m_project.GetFloor()->m_objects) {
+        any = any || part.selected;
+        part.selected = false;
+    }
+    m_firstSelected = -1;
+    return any;
+}
+
+void CVxAppCore::SelectionChanged(bool repaint)
+{
+    OnSelectionChange();
+    if (repaint)
+        Repaint();
+}
+
 void CVxAppCore::SetSelection(int index, bool repaint)
 {
     m_keyMoveObject = -1;
@@ -126,26 +144,18 @@ void CVxAppCore::SetSelection(int index, bool repaint)
         OnSelectionChange();
         return;
     }
-    for (CVxPart& part : floor->m_objects)
-        part.selected = false;
+    DeselectAllParts();
     CVxPart* part = floor->SafeGetPart(index);
     if (part && part->inUse) {
         part->selected = true;
         m_firstSelected = index;
-    } else {
-        m_firstSelected = -1;
     }
-    OnSelectionChange();
-    if (repaint)
-        Repaint();
+    SelectionChanged(repaint);
 }
 
 void CVxAppCore::SetSelection(const CVxDRect& rect, bool touching, bool repaint)
 {
-    CVxFloor* floor = m_project.GetFloor();
-    for (CVxPart& part : floor->m_objects)
-        part.selected = false;
-    m_firstSelected = -1;
+    DeselectAllParts();
     m_keyMoveObject = -1;
     AddToSelection(rect, touching, repaint);
 }
@@ -158,9 +168,7 @@ void CVxAppCore::AddToSelection(int index, bool repaint)
     part->selected = true;
     m_firstSelected = index;
     m_keyMoveObject = -1;
-    OnSelectionChange();
-    if (repaint)
-        Repaint();
+    SelectionChanged(repaint);
 }
 
 void CVxAppCore::AddToSelection(const CVxDRect& rect, bool touching, bool repaint)
@@ -195,9 +203,7 @@ void CVxAppCore::AddToSelection(const CVxDRect& rect, bool touching, bool repain
         }
     }
     m_keyMoveObject = -1;
-    OnSelectionChange();
-    if (repaint)
-        Repaint();
+    SelectionChanged(repaint);
 }
 
 void CVxAppCore::RemoveFromSelection(int index, bool repaint)
@@ -209,24 +215,14 @@ void CVxAppCore::RemoveFromSelection(int index, bool repaint)
     if (m_firstSelected == index)
         m_firstSelected = GetFirstSelected();
     m_keyMoveObject = -1;
-    OnSelectionChange();
-    if (repaint)
-        Repaint();
+    SelectionChanged(repaint);
 }
 
 void CVxAppCore::ClearSelection(bool repaint)
 {
-    CVxFloor* floor = m_project.GetFloor();
-    bool any = false;
-    for (CVxPart& part : floor->m_objects) {
-        any = any || part.selected;
-        part.selected = false;
-    }
-    m_firstSelected = -1;
+    const bool any = DeselectAllParts();
     m_keyMoveObject = -1;
-    OnSelectionChange();
-    if (repaint && any)
-        Repaint();
+    SelectionChanged(repaint && any);
 }
 
 void CVxAppCore::SelectAll()
@@ -276,22 +272,17 @@ void CVxAppCore::SnapMovingSelectionToWalls(double& dx, double& dy)
     CVxFloor* floor = m_project.GetFloor();
     if (m_movingPart < 0 || m_zoom <= 0)
         return;
-    bool any = false;
-    CVxDRect r;
+    SVxRectUnion moving;
     for (CVxPart& part : floor->m_objects) {
         if (!part.inUse || !part.selected)
             continue;
         if (part.snapToWall)
             return; // a wall's opening slides along its wall instead
-        const CVxDRect b = Bounds(part);
-        if (!any)
-            r = b;
-        else
-            r.UnionRect(b);
-        any = true;
+        moving.Add(Bounds(part));
     }
-    if (!any)
+    if (moving.empty)
         return;
+    const CVxDRect& r = moving.rect;
     const int region = m_floorPlan.FindRegion(r.CenterPoint());
     const CVxFloorRegion* room = m_floorPlan.SafeGetRegion(region);
     if (!room)
@@ -352,20 +343,15 @@ void CVxAppCore::GroupSelectedObjects()
         return;
     CVxFloor* floor = m_project.GetFloor();
     std::vector<int> members;
-    bool any = false;
-    CVxDRect rect;
+    SVxRectUnion bounds;
     for (int i = 0; i < floor->GetObjectSlotCount(); ++i) {
         const CVxPart& part = floor->m_objects[static_cast<size_t>(i)];
         if (!part.inUse || !part.selected || !part.HasCap(capGroup) || part.IsLocked())
             continue;
         members.push_back(i);
-        const CVxDRect b = Bounds(part);
-        if (!any)
-            rect = b;
-        else
-            rect.UnionRect(b);
-        any = true;
+        bounds.Add(Bounds(part));
     }
+    const CVxDRect& rect = bounds.rect;
     if (members.empty() || rect.Width() <= 0 || rect.Height() <= 0)
         return;
     CatchUndoRoom(true);
@@ -421,8 +407,7 @@ void CVxAppCore::UngroupSelectedObject()
     CatchUndoRoom(true);
     const CVxPart copy = *group;
     const int at = m_firstSelected;
-    for (CVxPart& part : floor->m_objects)
-        part.selected = false;
+    DeselectAllParts();
     const double scale = copy.width / 1000.0;
     const double r = copy.rotation * 3.14159265358979323846 / 180.0;
     const double c = std::cos(r), s = std::sin(r);
@@ -455,18 +440,11 @@ void CVxAppCore::AlignSelectedObjects(int mode)
         return;
     CVxFloor* floor = m_project.GetFloor();
     const CVxOptions* options = VX_GetOptions();
-    CVxDRect ref;
-    bool any = false;
-    ForEachMovable(floor, [&](CVxPart& part, int) {
-        const CVxDRect b = Bounds(part);
-        if (!any)
-            ref = b;
-        else
-            ref.UnionRect(b);
-        any = true;
-    });
-    if (!any)
+    SVxRectUnion movable;
+    ForEachMovable(floor, [&](CVxPart& part, int) { movable.Add(Bounds(part)); });
+    if (movable.empty)
         return;
+    CVxDRect ref = movable.rect;
     if (options->m_alignWithRespectToRoom) {
         const CVxFloorRegion* room = m_floorPlan.SafeGetRegion(m_floorPlan.FindRegion(ref.CenterPoint()));
         ref = room ? room->innerPolygon.GetBoundingRect()
@@ -579,19 +557,16 @@ void CVxAppCore::ZOrderStep(bool forward)
     std::vector<CVxPart>& parts = floor->m_objects;
     const int count = static_cast<int>(parts.size());
     int top = -1, bottom = -1;
-    CVxDRect area;
+    SVxRectUnion selectedArea;
     for (int i = 0; i < count; ++i) {
         if (!parts[static_cast<size_t>(i)].inUse || !parts[static_cast<size_t>(i)].selected)
             continue;
-        const CVxDRect b = Bounds(parts[static_cast<size_t>(i)]);
-        if (bottom < 0)
-            area = b;
-        else
-            area.UnionRect(b);
+        selectedArea.Add(Bounds(parts[static_cast<size_t>(i)]));
         if (bottom < 0)
             bottom = i;
         top = i;
     }
+    const CVxDRect& area = selectedArea.rect;
     if (top < 0)
         return;
     auto overlaps = [&](const CVxPart& part) {
@@ -746,26 +721,20 @@ void CVxAppCore::DuplicateSelectedObjects()
         return;
     CVxFloor* floor = m_project.GetFloor();
     std::vector<CVxPart> copies;
-    CVxDRect rect;
-    bool any = false;
+    SVxRectUnion bounds;
     for (const CVxPart& part : floor->m_objects) {
         if (!part.inUse || !part.selected || !part.HasCap(capDuplicate))
             continue;
         copies.push_back(part);
-        const CVxDRect b = Bounds(part);
-        if (!any)
-            rect = b;
-        else
-            rect.UnionRect(b);
-        any = true;
+        bounds.Add(Bounds(part));
     }
+    const CVxDRect& rect = bounds.rect;
     if (copies.empty())
         return;
     CatchUndoRoom(true);
     const double dx = rect.Width() / 10.0;
     const double dy = rect.Height() / 10.0 / 2.0 + dx;
-    for (CVxPart& part : floor->m_objects)
-        part.selected = false;
+    DeselectAllParts();
     int last = -1;
     for (CVxPart& copy : copies) {
         copy.PrepareAsDuplicate();
