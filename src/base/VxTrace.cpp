@@ -28,7 +28,8 @@ bool CVxLogFile::SetLogFile(const CVxStringW& path)
         }
         fclose(old);
     }
-    g_logStream = fopen(native.c_str(), "wb");
+    // Readable too: a crash report quotes the log's last lines.
+    g_logStream = fopen(native.c_str(), "w+b");
     g_logPath = g_logStream ? path : CVxStringW();
     return g_logStream != nullptr;
 }

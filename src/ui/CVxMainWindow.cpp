@@ -5,6 +5,7 @@
 #include "CVxAppHelperQt.h"
 #include "CVxAutoSave.h"
 #include "CVxAutoSaveThumbDlg.h"
+#include "CVxCrashDumpsDlg.h"
 #include "CVxLibraryForm.h"
 #include "CVxLocFileInfo.h"
 #include "CVxLocalize.h"
@@ -18,6 +19,7 @@
 #include "CVxSegmentedControl.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
+#include "VxCrashHandler.h"
 #include "VxSessionSignals.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -28,6 +30,7 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QCursor>
+#include <QDateTime>
 #include <QDir>
 #include <QDockWidget>
 #include <QDragEnterEvent>
@@ -114,12 +117,19 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
     connect(core->GetFileMonitor().GetWatcher(), &QFileSystemWatcher::fileChanged, this,
             &CVxMainWindow::OnOpenedFileChangedOnDisk);
     m_helper->CreateFolder(m_helper->GetUserAppDataPath());
+    const CVxStringW crashFolder = VX_GetCrashFolder(m_helper->GetUserAppDataPath());
+    VX_InstallCrashHandler(crashFolder);
 
     CVxLocalize* loc = VX_GetLoc();
     loc->Init(appFolder + L"Language");
 
     CVxOptions* options = VX_GetOptions();
     options->LoadFromRegistry();
+    // Reports written since the last start tell of a run that died; the
+    // auto-save question that follows recovers its work.
+    m_crashedLastTime =
+        CVxCrashDumpsDlg::CountReportsSince(crashFolder, options->m_lastTimeCheckForCrash) > 0;
+    options->m_lastTimeCheckForCrash = QDateTime::currentSecsSinceEpoch();
     options->m_antiAliasing = true;
     options->m_autosize = true;
     options->m_openInBestFit = true;
@@ -543,6 +553,12 @@ void CVxMainWindow::OnStartTimer()
     VxTrace("StartTimer - before checking for autosave\n");
     CVxAutoSaveThumbDlg::CheckForAutoSave(this, true);
     VxTrace("StartTimer - after checking for autosave\n");
+    // Long enough to be read once the window is there.
+    if (m_crashedLastTime)
+        m_statusBar->SetMessage(
+            VX_GetLoc()->LocalizeMessage(
+                1406, L"Plaveno stopped unexpectedly last time. Help > Report App Crash shows the report."),
+            60000);
 
     const CVxOptions* options = VX_GetOptions();
     if (options->m_openInBestFit)
@@ -670,7 +686,7 @@ bool CVxMainWindow::IsCommandAvailable(int code)
         125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,  49,  50,  73,  74,  75,
         76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108, 109, 110, 111, 112, 113, 130,
         131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169, 170,
-        171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148};
+        171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148, 123};
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
@@ -851,6 +867,11 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
     case VX_TB_ABOUT:
         ShowAbout();
         break;
+    case VX_TB_REPORT_CRASH: {
+        CVxCrashDumpsDlg dialog(VX_GetCrashFolder(m_helper->GetUserAppDataPath()), this);
+        dialog.exec();
+        break;
+    }
     case VX_TB_EXIT:
         close();
         break;

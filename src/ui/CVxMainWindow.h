@@ -205,6 +205,7 @@ private:
     QMenu* m_samplesMenu = nullptr;
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;
+    bool m_crashedLastTime = false;
     bool m_firstStart = false;
     bool m_startedByInstaller = false;
     int64_t m_lastAutoSaveTick = 0;
