@@ -362,7 +362,8 @@ public:
     bool DoProjectSaveAs();
     void RevertProjectToSaved();
     void InitProjectAsCopy(CVxProject* source);
-    void StartNewProject(double width, double height, int unit, bool startWallEditor);
+    // shape is one of the wall editor's outlines for a new project.
+    void StartNewProject(double width, double height, int unit, bool startWallEditor, int shape = 0);
     bool ShouldEnableSaveProject() const;
     // The question before a modified project is left: false when the user
     // cancelled; a chosen save runs DoProjectSave.

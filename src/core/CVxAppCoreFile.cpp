@@ -3,6 +3,8 @@
 
 #include "CVxAppCore.h"
 
+#include "CVxWallEditor.h"
+
 #include "CVxAutoSave.h"
 
 #include "CVxFloor.h"
@@ -571,7 +573,7 @@ void CVxAppCore::InitProjectAsCopy(CVxProject* source)
     host->UpdateCommentsView();
 }
 
-void CVxAppCore::StartNewProject(double width, double height, int unit, bool startWallEditor)
+void CVxAppCore::StartNewProject(double width, double height, int unit, bool startWallEditor, int shape)
 {
     m_fileMonitor.StopMonitoring();
     m_projectPath.Empty();
@@ -581,7 +583,8 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool sta
     m_project.m_width = width;
     m_project.m_height = height;
     CVxFloor* floor = m_project.GetFloor();
-    floor->m_walls.SetAsBasicRect(width, height, floor->m_defWallThickness, floor->m_defWallHeight);
+    CVxWallEditor::InitNewRoomShape(floor->m_walls, shape, width, height, floor->m_defWallThickness,
+                                    floor->m_defWallHeight);
     const double space = std::round(width / 10);
     if (space > m_project.m_spaceLeft) {
         m_project.m_spaceLeft = space;
@@ -602,9 +605,9 @@ void CVxAppCore::StartNewProject(double width, double height, int unit, bool sta
         host->UpdateCommentsView();
         host->RefreshMainViewCaption();
     }
-    // A new project may go straight on to its walls.
-    if (startWallEditor)
-        ActivateSpecialEditor(VX_EDITOR_WALL);
+    // A new project may go straight on to its walls, with the pen in hand.
+    if (startWallEditor && ActivateSpecialEditor(VX_EDITOR_WALL) && m_activeEditor)
+        m_activeEditor->OnMainToolbarButtonAction(VX_TB_NEW_WALL);
 }
 
 bool CVxAppCore::OnOpenedFileChangedOnDisk()

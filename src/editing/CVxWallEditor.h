@@ -18,6 +18,7 @@ class CVxFloorPlan;
 class CVxFloorRegion;
 class CVxPart;
 class CVxPlanVertex;
+class CVxRoomWalls;
 class CVxWall;
 class CVxHoleInFloor;
 class CVxRoomWalls;
@@ -55,6 +56,7 @@ public:
     };
     // A dimension line brought from the backup carries 100 + its index there
     // in these bits of its appTag.
+    static constexpr int newRoomShapeCount = 13;
     static constexpr unsigned tagShift = 16;
     static constexpr int tagBase = 100;
 
@@ -105,6 +107,14 @@ public:
     // angle (degrees clockwise from the x axis, as on the screen) when given;
     // the wall is laid at once and drawing goes on from its end.
     bool ApplyTypedWall(double length, const double* angle);
+
+    // The outlines offered for a new project: rectangle, two rooms, a cut
+    // corner, four L, T, two U, Z, bay and octagon.
+    static int GetNewRoomShapesCount() { return newRoomShapeCount; }
+    // The walls of one outline, filling width by depth, with their thickness
+    // outside so that the rooms have that size.
+    static void InitNewRoomShape(CVxRoomWalls& walls, int shape, double width, double depth, double thick,
+                                 double height);
 
     // Graph and walls.
     // Each graph edge becomes a wall of its own; true if anything was split.

@@ -15,6 +15,7 @@
 #include "CVxMainToolbar.h"
 #include "CVxMergeProjectDlg.h"
 #include "CVxMissingFilesDlg.h"
+#include "CVxNewProjectDlg.h"
 #include "CVxOptions.h"
 #include "CVxSegmentedControl.h"
 #include "CVxUnits.h"
@@ -1095,11 +1096,26 @@ void CVxMainWindow::StartNewProject()
     CVxAppCore* core = VX_GetCore();
     if (!core->AskToSaveModifiedProject())
         return;
-    // The dialogue that asks for size and unit comes with the new project
-    // wizard; until then a new project has the default room.
-    core->InitProject();
-    const CVxProject& defaults = core->GetProject();
-    core->StartNewProject(defaults.m_width, defaults.m_height, defaults.m_unit, false);
+    if (!VX_GetOptions()->m_newProjectsWithWizard) {
+        core->InitProject();
+        const CVxProject& defaults = core->GetProject();
+        core->StartNewProject(defaults.m_width, defaults.m_height, defaults.m_unit, false);
+        m_lastAutoSaveTick = m_helper->GetTickCount();
+        return;
+    }
+    // The unit the user works in now; a first room of 5 by 4 metres, or
+    // 16 by 12 feet.
+    const int unit = core->GetProject().m_unit;
+    const bool imperial =
+        unit == CVxUnits::UNIT_INCH || unit == CVxUnits::UNIT_FT || unit == CVxUnits::UNIT_YD;
+    const int from = imperial ? CVxUnits::UNIT_FT : CVxUnits::UNIT_M;
+    CVxNewProjectDlg dialog(CVxUnits::ConvertLength(imperial ? 16 : 5, from, unit),
+                            CVxUnits::ConvertLength(imperial ? 12 : 4, from, unit), unit, this);
+    if (dialog.exec() != QDialog::Accepted || !dialog.IsValid())
+        return;
+    core->StartNewProject(dialog.GetWidth(), dialog.GetDepth(), dialog.GetUnit(), dialog.GetStartWallEditor(),
+                          dialog.GetShape());
+    ZoomToBestFit();
     m_lastAutoSaveTick = m_helper->GetTickCount();
 }
 

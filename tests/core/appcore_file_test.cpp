@@ -6,9 +6,11 @@
 #include "CVxAppHelperHeadless.h"
 #include "CVxAutoSave.h"
 #include "CVxFloor.h"
+#include "CVxFloorPlan.h"
 #include "CVxOptions.h"
 #include "CVxProjectFileCheck.h"
 #include "CVxUnits.h"
+#include "CVxWallEditor.h"
 #include "VxContainerTestUtil.h"
 #include "VxTestEnv.h"
 
@@ -557,4 +559,34 @@ TEST_F(AppCoreOpenSafety, MergeRecoveryAndReloadFollowTheSameRules)
         EXPECT_TRUE(core->GetFileMonitor().IsActive());
     }
     WriteAll(current, saved);
+}
+
+TEST_F(AppCoreFile, NewProjectOutlinesMakeRoomsOfTheirSizeWithWallsOutside)
+{
+    // Share of the width-by-depth box inside each outline.
+    const double shares[] = {1, 0, 0.955, 0.75, 0.75, 0.75, 0.75, 0.6, 5.0 / 6, 5.0 / 6, 0.68, 0.86, 0.82};
+    ASSERT_EQ(std::size(shares), size_t(CVxWallEditor::GetNewRoomShapesCount()));
+    const double width = 600;
+    const double depth = 400;
+    for (int shape = 0; shape < CVxWallEditor::GetNewRoomShapesCount(); ++shape) {
+        SCOPED_TRACE(shape);
+        core->StartNewProject(width, depth, CVxUnits::UNIT_CM, false, shape);
+        const CVxFloorPlan& plan = core->GetFloorPlan();
+        const double thick = core->GetProject().GetFloor()->m_defWallThickness;
+        if (shape == 1) {
+            // Two rooms on either side of a wall centred in the box.
+            ASSERT_EQ(plan.GetRegionCount(), 2);
+            EXPECT_NEAR(plan.GetArea(), (width - thick) * depth, 1e-6);
+        } else {
+            ASSERT_EQ(plan.GetRegionCount(), 1);
+            EXPECT_NEAR(plan.GetArea(), shares[shape] * width * depth, 1e-6);
+        }
+        EXPECT_TRUE(core->GetProjectPath().IsEmpty());
+    }
+    // With the wall editor, the pen is in hand at once.
+    core->StartNewProject(width, depth, CVxUnits::UNIT_CM, true, 3);
+    CVxWallEditor* editor = core->GetWallEditor();
+    ASSERT_TRUE(editor && core->GetActiveEditor());
+    EXPECT_EQ(editor->GetOperation(), CVxWallEditor::opNewWallStart);
+    core->DeactivateActiveEditor(true, true);
 }

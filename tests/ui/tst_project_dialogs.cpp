@@ -1,5 +1,5 @@
-// The dialogues of the project's life: missing files after opening, and
-// merging a second project in.
+// The dialogues of the project's life: a new project's outline and size,
+// missing files after opening, and merging a second project in.
 
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
@@ -7,6 +7,8 @@
 #include "CVxMainWindow.h"
 #include "CVxMergeProjectDlg.h"
 #include "CVxMissingFilesDlg.h"
+#include "CVxNewProjectDlg.h"
+#include "CVxUnits.h"
 #include "VxUiTestEnv.h"
 
 #include <QApplication>
@@ -14,6 +16,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDoubleSpinBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
@@ -59,6 +62,7 @@ private slots:
     void initTestCase() { QCoreApplication::setApplicationName(QStringLiteral("Plaveno")); }
     void missingFilesTableAndItsButtons();
     void mergeTakesTheSecondProjectAsNewFloor();
+    void newProjectTakesTypedSizesInAnyUnit();
 };
 
 void TestProjectDialogs::missingFilesTableAndItsButtons()
@@ -160,6 +164,32 @@ void TestProjectDialogs::mergeTakesTheSecondProjectAsNewFloor()
              QStringLiteral("Second"));
     QVERIFY(core->GetProject().IsModified());
     core->GetProject().m_modified = false;
+}
+
+void TestProjectDialogs::newProjectTakesTypedSizesInAnyUnit()
+{
+    CVxNewProjectDlg dialog(500, 400, CVxUnits::UNIT_CM);
+    auto* ok = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Ok);
+    QVERIFY(dialog.IsValid() && ok->isEnabled());
+    // A unit of its own, typed into the field.
+    dialog.GetWidthEdit()->clear();
+    QTest::keyClicks(dialog.GetWidthEdit(), QStringLiteral("7.5 m"));
+    QCOMPARE(dialog.GetWidth(), 750.0);
+    // The project's unit changes; the lengths stay.
+    dialog.GetUnitBox()->setCurrentIndex(dialog.GetUnitBox()->findData(int(CVxUnits::UNIT_FT)));
+    QCOMPARE(dialog.GetUnit(), int(CVxUnits::UNIT_FT));
+    QVERIFY(qAbs(dialog.GetWidth() - 750 / 30.48) < 1e-3);
+    QVERIFY(qAbs(dialog.GetDepth() - 400 / 30.48) < 1e-3);
+    // No length, or a side too small or too large, waits for a correction.
+    for (const char* wrong : {"abc", "1 cm", "5 km"}) {
+        dialog.GetDepthEdit()->clear();
+        QTest::keyClicks(dialog.GetDepthEdit(), QString::fromLatin1(wrong));
+        QVERIFY2(!ok->isEnabled() && !dialog.IsValid(), wrong);
+    }
+    dialog.GetDepthEdit()->clear();
+    QTest::keyClicks(dialog.GetDepthEdit(), QStringLiteral("12' 6\""));
+    QVERIFY(ok->isEnabled());
+    QVERIFY(qAbs(dialog.GetDepth() - 12.5) < 1e-9);
 }
 
 int main(int argc, char** argv)
