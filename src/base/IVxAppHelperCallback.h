@@ -211,6 +211,7 @@ public:
         return false;
     }
     virtual bool WallScanCalibrateDlgShow() { return false; }
+    virtual void WallScanCalibrateDlgHide() {}
     // Other dialogues
     virtual bool RoomsTuningShowModal(int /*room*/) { return false; }
     virtual bool ColorSelectDlg(CVxColorDialogParams* /*params*/) { return false; }

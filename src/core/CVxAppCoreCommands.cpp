@@ -425,6 +425,7 @@ bool CVxAppCore::IsMainToolbarButtonVisible(EVxMainToolbarButtonCode code) const
     case VX_TB_NEW_FLOOR_OPENING:
     case VX_TB_NEW_ELLIPTIC_OPENING:
     case VX_TB_NEW_POLYGON_OPENING:
+    case VX_TB_BUILD_ON_IMAGE_TOUCH:
         // The wall editor's tools.
         return false;
     default:

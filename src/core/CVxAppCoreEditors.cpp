@@ -35,6 +35,14 @@ public:
         m_core->SetTempObject(kind, x1, y1, x2, y2);
     }
     CVxDPoint EditorLastPointer() const override { return m_core->GetLastPointer(); }
+    bool EditorLoadBkgScan(bool show) override { return m_core->LoadCurrentBkgFloorScan(nullptr, show); }
+    CVxDRect EditorBkgScanRect() const override
+    {
+        const CVxPart& scan = m_core->GetBkgScanPart();
+        if (!scan.GetPicture())
+            return CVxDRect();
+        return CVxDRect(scan.x, scan.y, scan.x + scan.width, scan.y + scan.height);
+    }
 
 private:
     CVxAppCore* m_core;

@@ -252,6 +252,7 @@ bool CVxAppCore::OpenMainProject(const CVxStringW& path, bool atStart)
     m_zoom = m_project.m_baseZoom;
     m_firstSelected = -1;
     m_clipProjectId.Empty();
+    LoadCurrentBkgFloorScan(nullptr, false);
     if (atStart)
         return true;
     if (IVxAppHelperCallback* host = VX_GetAppHelper()) {
@@ -515,6 +516,7 @@ void CVxAppCore::MergeProjects(CVxProject* merged, CVxProject* second, const CVx
     m_project.ResnapAllParts();
     m_firstSelected = -1;
     m_clipProjectId.Empty();
+    ResetBkgFloorScanPart();
     RebuildRoom();
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host)

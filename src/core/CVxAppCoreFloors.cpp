@@ -62,7 +62,8 @@ void CVxAppCore::AfterFloorChange()
 {
     m_firstSelected = -1;
     UpdateFloorPlan();
-    ResetBkgFloorScanPart();
+    // Each floor has a scan of its own.
+    LoadCurrentBkgFloorScan(nullptr, false);
     RebuildRoom();
     IVxAppHelperCallback* host = VX_GetAppHelper();
     if (!host)

@@ -129,11 +129,17 @@ bool CVxWallEditor::Deactivate(bool discard)
             const bool modified = m_project->m_modified;
             m_backup.CopyTo(m_project);
             m_project->m_modified = modified;
+            // The scan as it was, too.
+            if (m_host)
+                m_host->EditorLoadBkgScan(false);
         } else if (!m_noRebuild) {
             WriteStateToProject(m_project);
         }
     }
     m_undo.reset();
+    if (m_operation == opCalibrate)
+        if (IVxAppHelperCallback* host = VX_GetAppHelper())
+            host->WallScanCalibrateDlgHide();
     m_operation = opNone;
     m_touchSelType = selNone;
     m_touchSelItems.clear();
@@ -249,6 +255,9 @@ void CVxWallEditor::RebuildAfterChange(bool sort)
 
 void CVxWallEditor::OnMouseOperationChanged(int operation)
 {
+    if (m_operation == opCalibrate && operation != opCalibrate)
+        if (IVxAppHelperCallback* host = VX_GetAppHelper())
+            host->WallScanCalibrateDlgHide();
     m_operation = operation;
     m_drawing = false;
     DeleteTempDimLines();
@@ -302,6 +311,22 @@ bool CVxWallEditor::OnMainToolbarButtonAction(EVxMainToolbarButtonCode code)
     }
     case VX_TB_CTX_REMOVE:
         OnPopupWallRemove();
+        return true;
+    case VX_TB_SCAN_SELECT_IMAGE: {
+        CVxStringW file;
+        IVxAppHelperCallback* host = VX_GetAppHelper();
+        if (host && host->OpenPictureDlgShowModal(file))
+            OnPopupBkgScanLoadImage1Click(file);
+        return true;
+    }
+    case VX_TB_SCAN_SHOW:
+        OnPopupBkgScanShow1Click();
+        return true;
+    case VX_TB_SCAN_SIZE_POSITION:
+        OnPopupBkgScanCalibrate1Click();
+        return true;
+    case VX_TB_SCAN_REMOVE:
+        OnPopupBkgScanRemove1Click();
         return true;
     case VX_TB_CTX_PROPERTIES:
         OnPopupWallProperties();

@@ -160,6 +160,19 @@ public:
     static bool DimensionWall(CVxFloor& floor, const CVxFloorPlan& plan, int wall, double distance, int unit,
                               bool both, int side);
 
+    // The floor's scan of a drawing to build on: a new picture, shown or
+    // hidden, removed; calibrated by a line that the user lays on a length
+    // known in the picture, which then scales the picture to that length.
+    bool OnPopupBkgScanLoadImage1Click(const CVxStringW& file);
+    void OnPopupBkgScanShow1Click();
+    void OnPopupBkgScanRemove1Click();
+    bool OnPopupBkgScanCalibrate1Click();
+    bool SetCalibrationSize(double length);
+    void CloseCalibrationDialog();
+    // The calibration line's ends, in plan units.
+    CVxDPoint GetCalibrationFrom() const { return m_calibFrom; }
+    CVxDPoint GetCalibrationTo() const { return m_calibTo; }
+
     void ClearTouchSelection();
     void SetTouchSelection(int type, int item, unsigned modifiers);
     bool IsItemTouchSelected(int type, int item) const;
@@ -192,10 +205,19 @@ private:
     void AddNewWall(const CVxDPoint& start, const CVxDPoint& end);
     void EndDragTail();
     void MoveSelectedBy(double dx, double dy);
+    void ShowCalibrationLine();
+    bool OnCalibrateMouseDown(double x, double y);
+    void OnCalibrateMouseMove(double x, double y);
+    // 1 the line's start, 2 its end, 3 the line; 0 none; pixels.
+    int HitCalibrationLine(double x, double y) const;
     CVxDRect WallBounds() const;
 
     CVxFloorPlan* m_plan = nullptr;
     int m_operation = opNone;
+    CVxDPoint m_calibFrom;
+    CVxDPoint m_calibTo;
+    int m_calibDrag = 0;
+    CVxDPoint m_calibGrab;
     bool m_newRoomMode = false;
     bool m_noRebuild = false;
     int m_floorBelow = -1;

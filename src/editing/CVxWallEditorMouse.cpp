@@ -118,6 +118,10 @@ bool CVxWallEditor::OnMouseDown(int button, unsigned modifiers, double x, double
     CVxFloor* floor = Floor();
     if (!m_active || m_noRebuild || !floor || !m_plan)
         return false;
+    if (m_operation == opCalibrate) {
+        ioGoOn = false;
+        return button == kLeft ? OnCalibrateMouseDown(x, y) : true;
+    }
     DeleteTempDimLines();
     const double zoom = Zoom();
     const CVxDPoint pixels(x, y);
@@ -339,6 +343,11 @@ bool CVxWallEditor::OnMouseMove(unsigned modifiers, double x, double y, int /*so
         return false;
     const double zoom = std::max(Zoom(), 1e-9);
     const CVxDPoint pixels(x, y);
+    if (m_operation == opCalibrate) {
+        ioGoOn = false;
+        OnCalibrateMouseMove(x, y);
+        return true;
+    }
     const bool dragging = m_operation >= opMoveVertex && m_operation <= opMoveHolePoint;
     if (dragging) {
         ioGoOn = false;
@@ -742,6 +751,9 @@ bool CVxWallEditor::OnMouseUp(int /*button*/, unsigned /*modifiers*/, double x, 
     const double zoom = std::max(Zoom(), 1e-9);
     const CVxDPoint pixels(x, y);
     switch (m_operation) {
+    case opCalibrate:
+        m_calibDrag = 0;
+        return true;
     case opMoveVertex: {
         DeleteTempDimLines();
         if (!m_mouseMoved) {
@@ -947,6 +959,8 @@ int CVxWallEditor::GetMouseCursor(unsigned /*modifiers*/, double x, double y)
         return 1;
     if (IsNewOperation(m_operation))
         return vcCross;
+    if (m_operation == opCalibrate)
+        return m_calibDrag != 0 || HitCalibrationLine(x, y) != 0 ? vcSizeAll : 1;
     if (m_operation == opMoveHole)
         return vcSizeAll;
     if (m_operation == opMoveHolePoint || m_operation == opMoveVertex)

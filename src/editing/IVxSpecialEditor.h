@@ -38,6 +38,11 @@ public:
     virtual void EditorSetRubber(int kind, double x1, double y1, double x2, double y2) = 0;
     // The pointer's last place, in pixels relative to the object origin.
     virtual CVxDPoint EditorLastPointer() const = 0;
+    // The current floor's scan of a drawing, loaded anew from the floor's
+    // file and rectangle; false when there is none.
+    virtual bool EditorLoadBkgScan(bool show) = 0;
+    // Where the loaded scan lies, in plan units; empty without one.
+    virtual CVxDRect EditorBkgScanRect() const = 0;
 };
 
 class IVxSpecialEditor

@@ -485,6 +485,40 @@ bool CVxAppHelperQt::WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& captio
     return true;
 }
 
+bool CVxAppHelperQt::WallScanCalibrateDlgShow()
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!window)
+        return false;
+    // One at a time, beside the plan: the user drags the line meanwhile.
+    auto* dialog = window->findChild<CVxScanCalibrateDlg*>();
+    if (!dialog)
+        dialog = new CVxScanCalibrateDlg(window);
+    dialog->show();
+    dialog->raise();
+    return true;
+}
+
+void CVxAppHelperQt::WallScanCalibrateDlgHide()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        if (auto* dialog = window->findChild<CVxScanCalibrateDlg*>())
+            dialog->deleteLater();
+}
+
+bool CVxAppHelperQt::OpenPictureDlgShowModal(CVxStringW& path)
+{
+    const QString chosen = QFileDialog::getOpenFileName(
+        CVxMainWindow::GetInstance(), VX_GetLoc()->LocalizeMessage(1412, L"Select Image").ToQString(),
+        VX_GetOptions()->m_lastOpenFolder.ToQString(),
+        VX_GetLoc()->LocalizeMessage(1413, L"Pictures").ToQString() +
+            QStringLiteral(" (*.png *.jpg *.jpeg *.bmp *.gif *.webp *.tif *.tiff)"));
+    if (chosen.isEmpty())
+        return false;
+    path = CVxStringW(chosen);
+    return true;
+}
+
 bool CVxAppHelperQt::WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* /*near*/)
 {
     if (!hole)

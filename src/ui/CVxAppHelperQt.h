@@ -60,6 +60,9 @@ public:
                                VxRECT* near) override;
     bool WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& caption, unsigned flags, VxRECT* near) override;
     bool WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* near) override;
+    bool WallScanCalibrateDlgShow() override;
+    void WallScanCalibrateDlgHide() override;
+    bool OpenPictureDlgShowModal(CVxStringW& path) override;
 
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,

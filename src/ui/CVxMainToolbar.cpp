@@ -31,9 +31,9 @@ EVxMainToolbarButtonCode Code(int code)
 
 // The desktop and touch buttons together; an interface picks its own. An
 // editor's accept and discard come first, where they are seen.
-const QList<int> s_mainButtons = {15, 16, 1, 3,  2,  5,  7,  0,  18, 19, 0,  26, 132, 20, 27,
-                                  28, 29, 0, 30, 32, 33, 0,  22, 39, 40, 41, 42, 43,  44, 23,
-                                  25, 35, 0, 62, 63, 36, 37, 45, 0,  68, 69, 0,  38,  70, 71};
+const QList<int> s_mainButtons = {15, 16, 1,  3,  2,  5,  7,  0,  18, 19, 0,  26, 132, 20, 27, 28,
+                                  29, 0,  30, 32, 33, 0,  22, 39, 40, 41, 42, 43, 44,  54, 23, 25,
+                                  35, 0,  62, 63, 36, 37, 45, 0,  68, 69, 0,  38, 70,  71};
 const QList<int> s_contextButtons = {130, 144, 150, 134, 142, 143, 131, 132, 133, 137,
                                      138, 141, 140, 145, 146, 147, 148, 149, 135, 136};
 const QList<int> s_alignButtons = {165, 167, 166, 0,   168, 169, 170, 171, 172, 173, 0,

@@ -140,6 +140,7 @@ public:
     bool DoProjectSaveAs();
     void RevertProjectToSaved();
     void StartNewProject();
+    void ShowScanMenu();
     // The recent files in the Project menu, from the settings.
     void BuildRecentMenu();
     QMenu* GetSamplesMenu() const { return m_samplesMenu; }

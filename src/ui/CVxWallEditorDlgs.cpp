@@ -1,7 +1,11 @@
 #include "CVxWallEditorDlgs.h"
 
+#include "CVxAppCore.h"
 #include "CVxLocalize.h"
+#include "CVxUnits.h"
+#include "CVxWallEditor.h"
 #include "VxNumbers.h"
+#include "VxTypedLength.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,6 +16,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <cmath>
@@ -310,4 +315,53 @@ CVxHoleInFloor CVxWallHoleDlg::GetHole() const
     }
     hole.InvalidateCache();
     return hole;
+}
+
+CVxScanCalibrateDlg::CVxScanCalibrateDlg(QWidget* parent) : QDialog(parent)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    setWindowTitle(loc->LocalizeMessage(1414, L"Set Image Size and Position").ToQString());
+    auto* layout = new QVBoxLayout(this);
+    auto* hint =
+        new QLabel(loc->LocalizeMessage(1411, L"Drag the ends of the line onto a length you know in the "
+                                              L"picture, then type that length.")
+                       .ToQString(),
+                   this);
+    hint->setWordWrap(true);
+    layout->addWidget(hint);
+    auto* form = new QFormLayout;
+    m_length = new QLineEdit(this);
+    m_length->setMaxLength(24);
+    m_length->setPlaceholderText(CVxUnits::GetUnitText(VX_GetCore()->GetProject().m_unit).ToQString());
+    form->addRow(loc->LocalizeMessage(1415, L"Length:").ToQString(), m_length);
+    layout->addLayout(form);
+    auto* buttons = new QDialogButtonBox(this);
+    QPushButton* apply =
+        buttons->addButton(loc->LocalizeMessage(1416, L"Apply").ToQString(), QDialogButtonBox::AcceptRole);
+    buttons->addButton(loc->LocalizeMessage(1404, L"Close").ToQString(), QDialogButtonBox::RejectRole);
+    apply->setDefault(true);
+    connect(apply, &QPushButton::clicked, this, &CVxScanCalibrateDlg::Apply);
+    connect(buttons, &QDialogButtonBox::rejected, this, &CVxScanCalibrateDlg::reject);
+    layout->addWidget(buttons);
+    setAttribute(Qt::WA_DeleteOnClose);
+}
+
+bool CVxScanCalibrateDlg::Apply()
+{
+    CVxAppCore* core = VX_GetCore();
+    double length = 0;
+    CVxWallEditor* editor = core->GetWallEditor();
+    const bool done = VX_ParseTypedLength(CVxStringW(m_length->text()), core->GetProject().m_unit, length) &&
+                      editor && editor->SetCalibrationSize(length);
+    m_length->setStyleSheet(done ? QString() : QStringLiteral("QLineEdit { border: 1px solid #d04040; }"));
+    return done;
+}
+
+void CVxScanCalibrateDlg::reject()
+{
+    // Closing the dialogue ends the calibration in the editor, which then
+    // closes this window through the host.
+    if (CVxWallEditor* editor = VX_GetCore()->GetWallEditor())
+        editor->CloseCalibrationDialog();
+    QDialog::reject();
 }

@@ -11,6 +11,26 @@ class QCheckBox;
 class QComboBox;
 class QLineEdit;
 
+// Beside the plan while the user lays the calibration line on the scan:
+// the length that line has in reality scales the picture.
+class CVxScanCalibrateDlg : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit CVxScanCalibrateDlg(QWidget* parent = nullptr);
+    QLineEdit* GetLengthEdit() const { return m_length; }
+
+public slots:
+    // Scales the scan; false for no length.
+    bool Apply();
+
+protected:
+    void reject() override;
+
+private:
+    QLineEdit* m_length = nullptr;
+};
+
 class CVxWallVertexDlg : public QDialog
 {
     Q_OBJECT

@@ -10,6 +10,8 @@
 #include "VxTestEnv.h"
 #include "VxTypedLength.h"
 
+#include <QImage>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -445,6 +447,61 @@ TEST_F(WallEditor, SaveWhileEditingWritesTheWholeProjectAndADiscardLeavesItChang
     EXPECT_EQ(Walls(), walls);
     // The file holds what was thrown away.
     EXPECT_TRUE(core->GetProject().IsModified());
+}
+
+TEST_F(WallEditor, ScanIsScaledByALineLaidOnAKnownLengthAndGoesWithTheFloor)
+{
+    const CVxStringW file = VxTestTempFolder() + L"scan.png";
+    QImage picture(400, 200, QImage::Format_RGB32);
+    picture.fill(Qt::white);
+    ASSERT_TRUE(picture.save(file.ToQString()));
+    CVxWallEditor* editor = Open();
+    EXPECT_FALSE(editor->OnPopupBkgScanLoadImage1Click(VxTestTempFolder() + L"no-such-picture.png"));
+    EXPECT_EQ(m_host.m_questions, 1);
+    ASSERT_TRUE(editor->OnPopupBkgScanLoadImage1Click(file));
+    const CVxPart& scan = core->GetBkgScanPart();
+    ASSERT_NE(scan.GetPicture(), nullptr);
+    // Fitted to the sheet in its own proportions, and shown.
+    EXPECT_NEAR(scan.width / scan.height, 2.0, 1e-9);
+    EXPECT_TRUE(core->GetProject().m_bkgScanVisible);
+
+    ASSERT_TRUE(core->DoMainToolbarButtonAction(VX_TB_SCAN_SIZE_POSITION));
+    ASSERT_EQ(editor->GetOperation(), CVxWallEditor::opCalibrate);
+    // The line's end dragged onto a point 100 units from its start, which
+    // the drawing says is 250 long.
+    const CVxDPoint from = editor->GetCalibrationFrom();
+    const CVxDPoint to = editor->GetCalibrationTo();
+    Drag(to.x, to.y, from.x + 100, from.y);
+    EXPECT_NEAR(editor->GetCalibrationTo().x, from.x + 100, 1e-6);
+    const double left = scan.x;
+    const double width = scan.width;
+    for (double wrong : {0.0, -5.0, std::nan(""), 1e12})
+        EXPECT_FALSE(editor->SetCalibrationSize(wrong));
+    ASSERT_TRUE(editor->SetCalibrationSize(250));
+    EXPECT_NEAR(scan.width, width * 2.5, 1e-6);
+    EXPECT_NEAR(scan.x, from.x + (left - from.x) * 2.5, 1e-6);
+    EXPECT_NEAR(editor->GetCalibrationTo().x - from.x, 250, 1e-6);
+
+    // Accepted, the floor keeps the picture where it was put.
+    editor->CloseCalibrationDialog();
+    EXPECT_EQ(editor->GetOperation(), CVxWallEditor::opNone);
+    core->DoMainToolbarButtonAction(VX_TB_ACCEPT_CLOSE);
+    EXPECT_TRUE(Floor()->m_bkgScanFile == file);
+    EXPECT_NEAR(Floor()->m_bkgScanRect.Width(), width * 2.5, 1e-6);
+    // A discarded removal brings it back.
+    Open();
+    core->DoMainToolbarButtonAction(VX_TB_SCAN_REMOVE);
+    EXPECT_EQ(core->GetBkgScanPart().GetPicture(), nullptr);
+    core->DoMainToolbarButtonAction(VX_TB_DISCARD_CLOSE);
+    EXPECT_NE(core->GetBkgScanPart().GetPicture(), nullptr);
+    // The saved project shows it again when it is opened.
+    const CVxStringW path = VxTestTempFolder() + L"with-scan.pvp";
+    ASSERT_TRUE(core->SaveMainProjectToFile(path));
+    core->ResetBkgFloorScanPart();
+    core->GetProject().m_modified = false;
+    ASSERT_TRUE(core->OpenFile(path, false));
+    EXPECT_NE(core->GetBkgScanPart().GetPicture(), nullptr);
+    EXPECT_NEAR(core->GetBkgScanPart().width, width * 2.5, 1e-6);
 }
 
 TEST(WallFaces, EachRoomSideOfAWallCarriesItsRoomsAppearance)
