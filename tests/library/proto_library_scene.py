@@ -6,7 +6,8 @@ the file. The scenes go through tovrmlx3d, which must print nothing on
 stderr. With --grid the scene is written for looking at the objects: each
 in a cell of a grid, at its catalogue size, under a light.
 
-Usage: proto_library_scene.py LIBRARY.wrl [CATALOGUE.pvl] [--grid OUT.wrl [--only N,N,...]]
+Usage: proto_library_scene.py LIBRARY.wrl [CATALOGUE.pvl]
+           [--grid OUT.wrl [--only N,N,...] [--view front|back|left|top]]
 Exit status 77 when tovrmlx3d is missing (the test is skipped)."""
 
 import os
@@ -90,7 +91,7 @@ def catalogue_sizes(path):
     return sizes
 
 
-def grid_scene(protos, library_text, sizes, only):
+def grid_scene(protos, library_text, sizes, only, view):
     lines = ["#VRML V2.0 utf8", library_text.split("\n", 1)[1],
              "NavigationInfo{headlight FALSE}",
              "DirectionalLight{direction .3 -1 -.6 intensity .8}",
@@ -116,12 +117,19 @@ def grid_scene(protos, library_text, sizes, only):
     rows = (len(shown) + cols - 1) // cols
     cx, cz = (cols - 1) * cell / 2, (rows - 1) * cell / 2
     span = max(cols, rows) * cell
-    lines.append("Viewpoint{position %.2f %.2f %.2f orientation 1 0 0 -.7 description \"front\"}"
-                 % (cx, span * .62, cz + span * .78))
-    lines.append("Viewpoint{position %.2f %.2f %.2f orientation 0 1 0 3.1416 description \"back\"}"
-                 % (cx, span * .12, cz - span * .9))
-    lines.append("Viewpoint{position %.2f %.2f %.2f orientation 1 0 0 -1.5708 description \"top\"}"
-                 % (cx, span * 1.1, cz))
+    # From the front, the back and the left, looking down; then straight down.
+    # The first is the one a viewer starts with; --view picks another.
+    views = {
+        "front": ((cx, span * .62, cz + span * .78), "1 0 0 -.7"),
+        "back": ((cx, span * .62, cz - span * .78), "0 .939 .343 3.1416"),
+        "left": ((cx - span * .78, span * .62, cz), "-.324 -.889 -.324 1.689"),
+        "top": ((cx, span * 1.1, cz), "1 0 0 -1.5708"),
+    }
+    order = [view] + [v for v in views if v != view] if view in views else list(views)
+    for name in order:
+        (x, y, z), orientation = views[name]
+        lines.append("Viewpoint{position %.2f %.2f %.2f orientation %s description \"%s\"}"
+                     % (x, y, z, orientation, name))
     return "\n".join(lines) + "\n"
 
 
@@ -144,6 +152,11 @@ def main(argv):
         i = args.index("--grid")
         grid_out = args[i + 1]
         del args[i:i + 2]
+    view = "front"
+    if "--view" in args:
+        i = args.index("--view")
+        view = args[i + 1]
+        del args[i:i + 2]
     if "--only" in args:
         i = args.index("--only")
         only = {int(v) for v in args[i + 1].split(",")}
@@ -158,7 +171,7 @@ def main(argv):
         return 1
     if grid_out:
         with open(grid_out, "w", encoding="utf-8") as f:
-            f.write(grid_scene(protos, text, catalogue_sizes(args[1] if len(args) > 1 else None), only))
+            f.write(grid_scene(protos, text, catalogue_sizes(args[1] if len(args) > 1 else None), only, view))
         return 0
     tool = shutil.which("tovrmlx3d")
     if not tool:
