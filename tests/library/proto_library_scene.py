@@ -116,7 +116,9 @@ def grid_scene(protos, library_text, sizes, only, view):
                         cell * .95, cell * .95))
     rows = (len(shown) + cols - 1) // cols
     cx, cz = (cols - 1) * cell / 2, (rows - 1) * cell / 2
-    span = max(cols, rows) * cell
+    # Far enough back to see the tallest object whole.
+    tallest = max([sizes.get(int(n[len("LibraryObject"):]), (1, 1, 1))[1] for n, _f in shown] + [1])
+    span = max(max(cols, rows) * cell, 2.2 * min(tallest, cell * 2))
     # From the front, the back and the left, looking down; then straight down.
     # The first is the one a viewer starts with; --view picks another.
     views = {
