@@ -21,7 +21,7 @@ using ProtoFields = std::map<QString, QStringList>;
 
 // The interface of each PROTO up to its matching bracket: default values
 // such as "[]" of an MFNode field nest inside it.
-ProtoFields ReadProtos(const QString& path, QStringList& duplicates)
+ProtoFields ReadProtos(const QString& path, QStringList& repeated)
 {
     QFile file(path);
     ProtoFields protos;
@@ -43,7 +43,7 @@ ProtoFields ReadProtos(const QString& path, QStringList& duplicates)
             fields << one.captured(1) + QLatin1Char(' ') + one.captured(2);
         }
         if (protos.count(proto.captured(1)) != 0)
-            duplicates << proto.captured(1);
+            repeated << proto.captured(1);
         protos[proto.captured(1)] = fields;
     }
     return protos;
@@ -61,10 +61,10 @@ QStringList Fields(std::initializer_list<const char*> list)
 
 TEST(ProtoLibrary, HoldsEveryPrototypeOfTheSceneWithItsFields)
 {
-    QStringList duplicates;
-    const ProtoFields protos = ReadProtos(QStringLiteral(PLAVENO_SOURCE_DIR "/data/library.wrl"), duplicates);
+    QStringList repeated;
+    const ProtoFields protos = ReadProtos(QStringLiteral(PLAVENO_SOURCE_DIR "/data/library.wrl"), repeated);
     ASSERT_FALSE(protos.empty());
-    EXPECT_TRUE(duplicates.isEmpty()) << duplicates.join(' ').toStdString();
+    EXPECT_TRUE(repeated.isEmpty()) << repeated.join(' ').toStdString();
 
     const QStringList appearance = Fields({"SFNode appearance"});
     std::map<QString, QStringList> fixed;
