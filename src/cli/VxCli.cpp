@@ -109,6 +109,16 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "Options:\n"
          "  -h, --help  show this help\n",
          VxCliCompressLibrary},
+        {"compress-protos", "write the 3D prototype library in the zlib form of the viewer",
+         "Usage: plaveno-cli compress-protos IN OUT\n"
+         "\n"
+         "Reads the VRML 2.0 prototype library IN (library.wrl) and writes it to OUT\n"
+         "(library_cs.wrl) as one zlib stream, the form that the built-in viewer's\n"
+         "scene inflates; the build writes it so. OUT must inflate to IN again.\n"
+         "\n"
+         "Options:\n"
+         "  -h, --help  show this help\n",
+         VxCliCompressProtos},
         {"stats", "the statistics table of a floor: rooms, wall runs and their areas",
          "Usage: plaveno-cli stats FILE [--floor N] [--json]\n"
          "\n"

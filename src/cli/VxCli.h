@@ -39,6 +39,7 @@ int VxCliConvert(const std::vector<std::string>& args);
 int VxCliThumbnail(const std::vector<std::string>& args);
 int VxCliLibrary(const std::vector<std::string>& args);
 int VxCliCompressLibrary(const std::vector<std::string>& args);
+int VxCliCompressProtos(const std::vector<std::string>& args);
 int VxCliStats(const std::vector<std::string>& args);
 
 // The arguments of one verb: options that take a value, switches, and the

@@ -620,4 +620,24 @@ TEST(Cli, LibraryListsTheCatalogueAndItsCompressedForm)
     EXPECT_FALSE(QFileInfo::exists(Temp("out.pvlz")));
     EXPECT_EQ(RunCli({"library", source, packed}).exitCode, 2);
     EXPECT_EQ(RunCli({"compress-library", source}).exitCode, 2);
+
+    // The 3D prototype library as one zlib stream that inflates to the text.
+    const QString protos = QStringLiteral(PLAVENO_SOURCE_DIR "/data/library.wrl");
+    const QString packedProtos = Temp("library_cs.wrl");
+    const SRun deflated = RunCli({"compress-protos", protos, packedProtos});
+    ASSERT_EQ(deflated.exitCode, 0) << deflated.err.toStdString();
+    const QByteArray plain = ReadAll(protos);
+    const QByteArray stream = ReadAll(packedProtos);
+    QByteArray inflated(plain.size(), '\0');
+    uLongf inflatedSize = static_cast<uLongf>(inflated.size());
+    ASSERT_EQ(uncompress(reinterpret_cast<Bytef*>(inflated.data()), &inflatedSize,
+                         reinterpret_cast<const Bytef*>(stream.constData()),
+                         static_cast<uLong>(stream.size())),
+              Z_OK);
+    EXPECT_EQ(inflatedSize, static_cast<uLongf>(plain.size()));
+    EXPECT_TRUE(inflated == plain);
+    EXPECT_LT(stream.size(), plain.size() / 4);
+    ExpectFileError(RunCli({"compress-protos", text, Temp("out_cs.wrl")}), text);
+    EXPECT_FALSE(QFileInfo::exists(Temp("out_cs.wrl")));
+    EXPECT_EQ(RunCli({"compress-protos", protos}).exitCode, 2);
 }

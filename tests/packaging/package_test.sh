@@ -41,6 +41,11 @@ test -f "$root/share/plaveno/Library.pvl"
 "$root/bin/plaveno-cli" render "$root/share/plaveno/samples/Flat.pvp" -o "$work/flat.png"
 test -s "$work/flat.png"
 test -f "$root/share/plaveno/Library.pvlz"
+# The 3D prototype library, plain for external viewers and as the zlib
+# stream of the built-in one, which must inflate to the plain text.
+test -f "$root/share/plaveno/library.wrl"
+python3 -c 'import sys, zlib; sys.exit(zlib.decompress(open(sys.argv[1], "rb").read()) != open(sys.argv[2], "rb").read())' \
+    "$root/share/plaveno/library_cs.wrl" "$root/share/plaveno/library.wrl"
 objects=$("$root/bin/plaveno-cli" library --json | grep -c '"number"' || true)
 [ "$objects" -eq 293 ] || { echo "the unpacked program lists $objects library objects"; exit 1; }
 
