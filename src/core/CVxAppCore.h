@@ -454,6 +454,12 @@ public:
     // The documents folder's UserLib.pvl (moved there from older places),
     // the catalogue beside the program and the additional files.
     void LibLoadObjectLibraryFiles();
+    // Library files that the user adds to the standard one, kept in the
+    // additional library folder, each on or off. Each change loads the
+    // library anew.
+    bool LibAddAdditionalLibrary(const CVxStringW& path, CVxStringW* error);
+    bool LibSetAdditionalLibraryEnabled(int index, bool enabled);
+    bool LibRemoveAdditionalLibrary(int index);
     // After a change of language.
     void LocalizeLibrary();
     class CVxUserLibrary& GetUserLibrary();

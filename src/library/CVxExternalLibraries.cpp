@@ -60,3 +60,22 @@ bool CVxExternalLibraries::CanBeLoadedForType(int index, int type) const
         return false;
     return type == typeObjects ? (options & VX_EXTLIB_OBJECTS) != 0 : (options & VX_EXTLIB_TEXTURES) != 0;
 }
+
+void CVxExternalLibraries::SetEnabled(int index, bool enabled)
+{
+    if (index < 0 || index >= GetCount())
+        return;
+    m_options->m_extLibOpt.resize(m_options->m_libAddLib.size());
+    const unsigned options = GetOptions(index);
+    const unsigned changed = enabled ? options & ~unsigned(VX_EXTLIB_DISABLED) : options | VX_EXTLIB_DISABLED;
+    m_options->m_extLibOpt[static_cast<size_t>(index)] = CVxStringW(std::to_wstring(changed));
+}
+
+void CVxExternalLibraries::Remove(int index)
+{
+    if (index < 0 || index >= GetCount())
+        return;
+    m_options->m_extLibOpt.resize(m_options->m_libAddLib.size());
+    m_options->m_libAddLib.erase(m_options->m_libAddLib.begin() + index);
+    m_options->m_extLibOpt.erase(m_options->m_extLibOpt.begin() + index);
+}

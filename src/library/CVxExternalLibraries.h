@@ -35,6 +35,8 @@ public:
     CVxStringW GetPath(int index) const;
     unsigned GetOptions(int index) const;
     bool CanBeLoadedForType(int index, int type) const;
+    void SetEnabled(int index, bool enabled);
+    void Remove(int index);
 
 private:
     CVxOptions* m_options;

@@ -566,6 +566,12 @@ bool CVxUserLibrary::ReloadUserLibrary()
     return loaded;
 }
 
+CVxStringW CVxUserLibrary::GetAdditionalLibraryFolder()
+{
+    IVxAppHelperCallback* host = Host();
+    return host ? host->GetUserAppDataPath() + L"Libraries/" : CVxStringW();
+}
+
 bool CVxUserLibrary::LoadAllStandardLibraries()
 {
     IVxAppHelperCallback* host = Host();
@@ -581,9 +587,11 @@ bool CVxUserLibrary::LoadAllStandardLibraries()
     }
 
     CVxExternalLibraries external(VX_GetOptions());
-    if (!m_programFolder.IsEmpty()) {
+    for (const CVxStringW& folder : {m_programFolder, GetAdditionalLibraryFolder()}) {
+        if (folder.IsEmpty())
+            continue;
         SVxSearchRec rec;
-        for (bool found = host->FileFindFirst(m_programFolder + L"*.pvl", false, &rec); found;
+        for (bool found = host->FileFindFirst(folder + L"*.pvl", false, &rec); found;
              found = host->FileFindNext(false, &rec)) {
             if (rec.name == CVxStringW(standardFileName) || rec.name == CVxStringW(userFileName))
                 continue;

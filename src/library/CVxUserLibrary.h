@@ -61,6 +61,9 @@ public:
     // Beside the program: the standard catalogue, plain and compressed.
     static const wchar_t* const standardFileName;
     static const wchar_t* const standardPackedFileName;
+    // Where library files that the user adds are kept: in the user's data
+    // folder, so that adding one needs no right to the program's folder.
+    static CVxStringW GetAdditionalLibraryFolder();
     static const wchar_t* const userFileName;
 
     CVxUserLibrary() = default;

@@ -10,6 +10,7 @@
 #include "VxLibraryTestUtil.h"
 #include "VxTestEnv.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QImage>
 
@@ -395,3 +396,38 @@ TEST_F(LibraryTest, ViewCaptionShowsTheSizeInTheProjectUnit)
 }
 
 } // namespace
+
+TEST_F(LibraryTest, AdditionalLibrariesAreCopiedSwitchedOffAndRemoved)
+{
+    CVxYesHost host;
+    const int standard = m_library->GetObjectCount();
+    const CVxStringW folder = CVxUserLibrary::GetAdditionalLibraryFolder();
+    QDir(folder.ToQString()).removeRecursively();
+    const CVxStringW source =
+        VxWriteLibFile(VxTestTempFolder() + L"downloads/Garden extras.pvl",
+                       VxLibHead() + VxLibPart(1, 40, "Bench") + VxLibPart(2, 41, "Pot"));
+    CVxStringW error;
+    // Not a library, and not a file at all: nothing is copied.
+    EXPECT_FALSE(m_core->LibAddAdditionalLibrary(
+        VxWriteLibFile(VxTestTempFolder() + L"downloads/notes.pvl", "shopping list"), &error));
+    EXPECT_FALSE(error.IsEmpty());
+    EXPECT_FALSE(m_core->LibAddAdditionalLibrary(VxTestTempFolder() + L"downloads", &error));
+    EXPECT_TRUE(QDir(folder.ToQString()).entryList(QDir::Files).isEmpty());
+
+    ASSERT_TRUE(m_core->LibAddAdditionalLibrary(source, &error));
+    ASSERT_TRUE(m_core->LibAddAdditionalLibrary(source, &error));
+    // Two copies under free names, both loaded, and kept at the next start.
+    EXPECT_EQ(QDir(folder.ToQString()).entryList(QDir::Files).size(), 2);
+    EXPECT_EQ(m_core->GetUserLibrary().GetObjectCount(), standard + 4);
+    m_core->LibInitObjectLibrary();
+    EXPECT_EQ(m_core->GetUserLibrary().GetObjectCount(), standard + 4);
+
+    ASSERT_TRUE(m_core->LibSetAdditionalLibraryEnabled(0, false));
+    EXPECT_EQ(m_core->GetUserLibrary().GetObjectCount(), standard + 2);
+    ASSERT_TRUE(m_core->LibRemoveAdditionalLibrary(1));
+    EXPECT_EQ(m_core->GetUserLibrary().GetObjectCount(), standard);
+    EXPECT_EQ(QDir(folder.ToQString()).entryList(QDir::Files).size(), 1);
+    EXPECT_TRUE(QFileInfo::exists(source.ToQString()));
+    ASSERT_TRUE(m_core->LibRemoveAdditionalLibrary(0));
+    EXPECT_TRUE(QDir(folder.ToQString()).entryList(QDir::Files).isEmpty());
+}
