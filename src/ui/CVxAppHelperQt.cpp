@@ -1,6 +1,8 @@
 #include "CVxAppHelperQt.h"
 
+#include "CVxObjectPropertiesDlg.h"
 #include "CVxPlanGraph.h"
+#include "CVxRoomDlgs.h"
 #include "CVxWallEditor.h"
 #include "CVxWallEditorDlgs.h"
 
@@ -16,6 +18,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
+
 #include <QClipboard>
 #include <QCursor>
 #include <QDesktopServices>
@@ -29,6 +33,7 @@
 #include <QToolTip>
 #include <QUrl>
 #include <QUuid>
+#include <memory>
 
 CVxAppHelperQt::CVxAppHelperQt() = default;
 
@@ -494,4 +499,68 @@ bool CVxAppHelperQt::WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW&
         return false;
     *hole = dialog.GetHole();
     return true;
+}
+
+namespace {
+// A single label gets its own dialogue; anything else the object one.
+bool OnlyLabels(const CVxObjPropEdit& edit)
+{
+    return edit.GetScope().label;
+}
+
+QPointer<QDialog> s_modelessObjProps;
+} // namespace
+
+bool CVxAppHelperQt::ObjPropShowModal(bool /*multi*/, bool* changed)
+{
+    CVxObjPropEdit edit;
+    if (!edit.BeginSelection(*VX_GetCore()))
+        return false;
+    std::unique_ptr<QDialog> dialog;
+    if (OnlyLabels(edit))
+        dialog = std::make_unique<CVxLabelPropertiesDlg>(edit, CVxMainWindow::GetInstance());
+    else
+        dialog = std::make_unique<CVxObjectPropertiesDlg>(edit, CVxMainWindow::GetInstance());
+    const CVxProject& project = VX_GetCore()->GetProject();
+    const bool canUndoBefore = VX_GetCore()->CanUndo();
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (changed)
+        *changed = accepted && (VX_GetCore()->CanUndo() != canUndoBefore || project.IsModified());
+    return accepted;
+}
+
+void CVxAppHelperQt::ObjPropShow(bool show, CVxPart* /*part*/, bool /*multi*/)
+{
+    // The window over the plan follows the selection: it is closed, and
+    // opened again for the new selection by the caller.
+    if (s_modelessObjProps) {
+        s_modelessObjProps->reject();
+        s_modelessObjProps = nullptr;
+    }
+    if (!show)
+        return;
+    auto* edit = new CVxObjPropEdit;
+    if (!edit->BeginSelection(*VX_GetCore())) {
+        delete edit;
+        return;
+    }
+    auto* dialog = new CVxObjectPropertiesDlg(*edit, CVxMainWindow::GetInstance());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(dialog, &QObject::destroyed, [edit] { delete edit; });
+    s_modelessObjProps = dialog;
+    dialog->show();
+}
+
+bool CVxAppHelperQt::ObjPropPartShowModal(CVxPart* part, bool /*userLib*/)
+{
+    CVxObjPropEdit edit;
+    if (!edit.BeginPart(part))
+        return false;
+    CVxObjectPropertiesDlg dialog(edit, CVxMainWindow::GetInstance());
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool CVxAppHelperQt::RoomsTuningShowModal(int room)
+{
+    return VX_RunRoomPropertiesDlg(room, CVxMainWindow::GetInstance());
 }

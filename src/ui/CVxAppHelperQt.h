@@ -60,6 +60,11 @@ public:
                                VxRECT* near) override;
     bool WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& caption, unsigned flags, VxRECT* near) override;
     bool WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* near) override;
+    // The property dialogues of objects and rooms.
+    bool ObjPropShowModal(bool multi, bool* changed) override;
+    void ObjPropShow(bool show, CVxPart* part, bool multi) override;
+    bool ObjPropPartShowModal(CVxPart* part, bool userLib) override;
+    bool RoomsTuningShowModal(int room) override;
 
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,
