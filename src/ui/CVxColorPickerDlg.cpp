@@ -61,6 +61,8 @@ CVxColorPickerDlg::CVxColorPickerDlg(const CVxAppearance& start, QWidget* parent
     columns->addLayout(left, 3);
     auto* pick = new QHBoxLayout;
     m_swatches = new QComboBox(this);
+    // The catalogues' names are data, not texts of the program.
+    m_swatches->setObjectName(QStringLiteral("SwatchCombo"));
     for (int i = 0; i < library->GetCount(); ++i)
         m_swatches->addItem(library->SafeGetSwatch(i)->GetName().ToQString());
     m_search = new QLineEdit(this);
