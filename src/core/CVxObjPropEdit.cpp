@@ -37,6 +37,13 @@ std::optional<double> CommonLength(const std::vector<const CVxPart*>& parts, dou
     return first;
 }
 
+CVxDPoint Centre(const CVxPart& part)
+{
+    CVxDPoint corners[4];
+    part.GetRect(corners, 1.0, false);
+    return CVxDPoint((corners[0].x + corners[2].x) / 2, (corners[0].y + corners[2].y) / 2);
+}
+
 template <class T>
 void Take(std::optional<T>& into, const std::optional<T>& from)
 {
@@ -177,8 +184,16 @@ void CVxObjPropEdit::Apply(const SVxObjPropValues& v, CVxPart& part, int layerCo
             else if (v.depth && !v.width)
                 w = h * part.width / part.height;
         }
-        if (w > EPS && h > EPS && (std::fabs(w - part.width) > EPS || std::fabs(h - part.height) > EPS))
+        if (w > EPS && h > EPS && (std::fabs(w - part.width) > EPS || std::fabs(h - part.height) > EPS)) {
+            // A size typed in grows the object about its middle, as it
+            // stands in the room, not away from its first corner.
+            const CVxDPoint before = Centre(part);
             part.ResizePart(w, h);
+            part.InvalidateCache();
+            const CVxDPoint after = Centre(part);
+            part.x += before.x - after.x;
+            part.y += before.y - after.y;
+        }
     }
     if (v.height && *v.height > EPS && !part.IsSizeLocked())
         part.zHeight = *v.height;

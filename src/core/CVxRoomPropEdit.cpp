@@ -42,9 +42,9 @@ std::vector<SVxRoomRow> CVxRoomPropEdit::ListRooms(CVxAppCore& core)
         row.named = !room->name.IsEmpty();
         row.name = row.named ? room->name : word + CVxStringW().sprintf(L" %d", i + 1);
         row.area = room->innerPolygon.GetArea() * lf * lf;
-        row.perimeter = room->innerPolygon.GetPerimeter();
+        row.perimeter = room->innerPolygon.GetPerimeter() * lf;
         row.areaText = VX_DblFormatAreaValue(row.area, statUnit);
-        row.perimeterText = LengthText(row.perimeter, unit);
+        row.perimeterText = LengthText(row.perimeter, statUnit);
         rows.push_back(row);
     }
     return rows;
@@ -79,15 +79,27 @@ bool CVxRoomPropEdit::Begin(CVxAppCore& core, int region)
     m_initial.baseMolding = room->baseMolding;
     m_initial.crownMolding = room->crownMolding;
 
+    // The figures a user checks at a glance; the room list and the
+    // statistics have the rest.
     const int statUnit = project.GetStatisticalUnit();
     const double lf = LengthFactor(m_unit, statUnit);
+    double height = 0;
+    double wallArea = 0;
+    double doorsWindows = 0;
+    double openings = 0;
+    double useful = 0;
+    floor->GetWallsInfoString(room, 1, m_unit, statUnit, -1, &height, &openings, &doorsWindows, &wallArea,
+                              &useful, nullptr);
     CVxLocalize* loc = VX_GetLoc();
     m_info = loc->LocalizeMessage(1200, L"Floor area:") + L" " +
              VX_DblFormatAreaValue(room->innerPolygon.GetArea() * lf * lf, statUnit) + L"\r\n" +
              loc->LocalizeMessage(1201, L"Perimeter:") + L" " +
-             LengthText(room->innerPolygon.GetPerimeter(), m_unit) + L"\r\n" +
-             floor->GetWallsInfoString(room, 0, m_unit, statUnit, -1, nullptr, nullptr, nullptr, nullptr,
-                                       nullptr, nullptr);
+             LengthText(room->innerPolygon.GetPerimeter() * lf, statUnit) + L"\r\n" +
+             loc->LocalizeMessage(1214, L"Wall area:") + L" " +
+             VX_DblFormatAreaValue(wallArea * lf * lf, statUnit);
+    if (doorsWindows > 1e-5)
+        m_info += L"\r\n" + loc->LocalizeMessage(1215, L"Doors and windows:") + L" " +
+                  VX_DblFormatAreaValue(doorsWindows * lf * lf, statUnit);
     return true;
 }
 

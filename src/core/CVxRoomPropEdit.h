@@ -35,8 +35,8 @@ struct SVxRoomRow
     // The room's name, or "Room" and its number.
     CVxStringW name;
     bool named = false;
-    // Floor area in the statistical unit, perimeter along the wall faces
-    // in the project's unit, both with their unit.
+    // Floor area and perimeter along the wall faces in the statistical
+    // unit, and their texts with the unit.
     double area = 0;
     double perimeter = 0;
     CVxStringW areaText;

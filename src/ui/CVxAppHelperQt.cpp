@@ -2,6 +2,7 @@
 
 #include "CVxObjectPropertiesDlg.h"
 #include "CVxPlanGraph.h"
+#include "CVxPropertyWidgets.h"
 #include "CVxRoomDlgs.h"
 #include "CVxWallEditor.h"
 #include "CVxWallEditorDlgs.h"
@@ -521,6 +522,9 @@ bool CVxAppHelperQt::ObjPropShowModal(bool /*multi*/, bool* changed)
         dialog = std::make_unique<CVxLabelPropertiesDlg>(edit, CVxMainWindow::GetInstance());
     else
         dialog = std::make_unique<CVxObjectPropertiesDlg>(edit, CVxMainWindow::GetInstance());
+    CVxDRect around;
+    if (VX_GetSelectionPlanRect(around))
+        VX_PlaceBesidePlanRect(dialog.get(), around);
     const CVxProject& project = VX_GetCore()->GetProject();
     const bool canUndoBefore = VX_GetCore()->CanUndo();
     const bool accepted = dialog->exec() == QDialog::Accepted;
@@ -548,6 +552,9 @@ void CVxAppHelperQt::ObjPropShow(bool show, CVxPart* /*part*/, bool /*multi*/)
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(dialog, &QObject::destroyed, [edit] { delete edit; });
     s_modelessObjProps = dialog;
+    CVxDRect around;
+    if (VX_GetSelectionPlanRect(around))
+        VX_PlaceBesidePlanRect(dialog, around);
     dialog->show();
 }
 

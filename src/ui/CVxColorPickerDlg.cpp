@@ -90,6 +90,9 @@ CVxColorPickerDlg::CVxColorPickerDlg(const CVxAppearance& start, QWidget* parent
     m_preview = new QLabel(this);
     m_preview->setFixedSize(120, 60);
     form->addRow(m_preview);
+    m_swatchName = new QLabel(this);
+    m_swatchName->setWordWrap(true);
+    form->addRow(m_swatchName);
     m_hex = new QLineEdit(this);
     m_hex->setMaxLength(7);
     form->addRow(VX_MsgText(1207, L"Hex:"), m_hex);
@@ -119,8 +122,10 @@ CVxColorPickerDlg::CVxColorPickerDlg(const CVxAppearance& start, QWidget* parent
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_swatches, &QComboBox::currentIndexChanged, this, &CVxColorPickerDlg::FillSwatchList);
     connect(m_search, &QLineEdit::textChanged, this, &CVxColorPickerDlg::FillSwatchList);
-    connect(m_list, &QListWidget::itemClicked, this,
-            [this](QListWidgetItem* item) { SetColor(item->data(Qt::UserRole).toUInt()); });
+    connect(m_list, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        SetColor(item->data(Qt::UserRole).toUInt());
+        m_swatchName->setText(item->toolTip());
+    });
     connect(m_hex, &QLineEdit::textEdited, this, &CVxColorPickerDlg::OnHexEdited);
     connect(m_ncs, &QLineEdit::textEdited, this, &CVxColorPickerDlg::OnNcsEdited);
     connect(m_transparency, &QSpinBox::valueChanged, this, [this](int value) {
@@ -177,6 +182,7 @@ void CVxColorPickerDlg::FillRecent()
 
 void CVxColorPickerDlg::SetColor(unsigned colour)
 {
+    m_swatchName->clear();
     m_appearance.main.color = colour & 0xFFFFFFu;
     UpdatePreview();
 }

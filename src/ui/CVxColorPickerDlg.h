@@ -40,6 +40,8 @@ private:
     QListWidget* m_list = nullptr;
     QHBoxLayout* m_recentRow = nullptr;
     QLabel* m_preview = nullptr;
+    // Code and name of the catalogue colour picked last.
+    QLabel* m_swatchName = nullptr;
     QLineEdit* m_hex = nullptr;
     QLineEdit* m_ncs = nullptr;
     QLineEdit* m_texture = nullptr;

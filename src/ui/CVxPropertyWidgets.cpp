@@ -1,16 +1,24 @@
 #include "CVxPropertyWidgets.h"
 
+#include "CVxAppCore.h"
 #include "CVxColorPickerDlg.h"
+#include "CVxDRect.h"
+#include "CVxFloor.h"
+#include "CVxMainRenderArea.h"
+#include "CVxMainWindow.h"
 #include "CVxUnits.h"
 #include "VxColorConvert.h"
 #include "VxNumbers.h"
 #include "VxTypedLength.h"
 
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPixmap>
+
+#include <algorithm>
 
 QString VX_DlgText(CVxLocalize::EVxLocTable table, int row, const wchar_t* english)
 {
@@ -164,4 +172,57 @@ void CVxAppearanceButton::UpdateLook()
         setText(VX_MsgText(1202, L"None"));
     else
         setText(QStringLiteral("#") + VX_RGBtoHex(main.color).ToQString());
+}
+
+void VX_PlaceBesidePlanRect(QDialog* dialog, const CVxDRect& planRect)
+{
+    CVxMainWindow* window = CVxMainWindow::GetInstance();
+    if (!dialog || !window || !window->GetRenderArea())
+        return;
+    const CVxAppCore* core = VX_GetCore();
+    const VxPOINT origin = core->GetObjectOrigin();
+    const double zoom = core->GetZoom();
+    const QWidget* view = window->GetRenderArea();
+    const QPoint topLeft = view->mapToGlobal(QPoint(static_cast<int>(origin.x + planRect.left * zoom),
+                                                    static_cast<int>(origin.y + planRect.top * zoom)));
+    const QPoint bottomRight = view->mapToGlobal(QPoint(static_cast<int>(origin.x + planRect.right * zoom),
+                                                        static_cast<int>(origin.y + planRect.bottom * zoom)));
+    const QRect thing = QRect(topLeft, bottomRight).normalized();
+    const QRect space = window->frameGeometry();
+    dialog->adjustSize();
+    const QSize size = dialog->frameGeometry().size().expandedTo(dialog->sizeHint());
+    constexpr int gap = 16;
+    const int y = std::clamp(thing.center().y() - size.height() / 2, space.top(),
+                             std::max(space.top(), space.bottom() - size.height()));
+    const int x = std::clamp(thing.center().x() - size.width() / 2, space.left(),
+                             std::max(space.left(), space.right() - size.width()));
+    if (thing.right() + gap + size.width() <= space.right())
+        dialog->move(thing.right() + gap, y);
+    else if (thing.left() - gap - size.width() >= space.left())
+        dialog->move(thing.left() - gap - size.width(), y);
+    else if (thing.bottom() + gap + size.height() <= space.bottom())
+        dialog->move(x, thing.bottom() + gap);
+    else if (thing.top() - gap - size.height() >= space.top())
+        dialog->move(x, thing.top() - gap - size.height());
+}
+
+bool VX_GetSelectionPlanRect(CVxDRect& out)
+{
+    bool any = false;
+    for (const CVxPart& part : VX_GetCore()->GetProject().GetFloor()->m_objects) {
+        if (!part.inUse || !part.selected)
+            continue;
+        CVxDRect box;
+        part.GetBoundingRect(&box, 1.0);
+        if (!any) {
+            out = box;
+            any = true;
+        } else {
+            out.left = std::min(out.left, box.left);
+            out.top = std::min(out.top, box.top);
+            out.right = std::max(out.right, box.right);
+            out.bottom = std::max(out.bottom, box.bottom);
+        }
+    }
+    return any;
 }

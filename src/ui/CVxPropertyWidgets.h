@@ -86,3 +86,12 @@ private:
 // A colour word as a Qt colour, and back.
 QColor VX_ToQColor(unsigned colour);
 unsigned VX_FromQColor(const QColor& colour);
+
+class CVxDRect;
+class QDialog;
+// Moves a dialogue beside a part of the plan, given in plan coordinates, so
+// that the plan shows what the dialogue changes; where no side has room it
+// stays where it is.
+void VX_PlaceBesidePlanRect(QDialog* dialog, const CVxDRect& planRect);
+// The bounding rectangle of the selected objects of the current floor.
+bool VX_GetSelectionPlanRect(CVxDRect& out);

@@ -46,6 +46,8 @@ bool VX_RunRoomPropertiesDlg(int region, QWidget* parent)
     if (!edit.Begin(*VX_GetCore(), region))
         return false;
     CVxRoomPropertiesDlg dlg(edit, parent);
+    if (const CVxFloorRegion* room = VX_GetCore()->GetFloorPlan().SafeGetRegion(region))
+        VX_PlaceBesidePlanRect(&dlg, room->GetBoundingRect());
     return dlg.exec() == QDialog::Accepted;
 }
 
