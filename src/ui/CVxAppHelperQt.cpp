@@ -34,6 +34,7 @@
 #include <QToolTip>
 #include <QUrl>
 #include <QUuid>
+#include <functional>
 #include <memory>
 
 CVxAppHelperQt::CVxAppHelperQt() = default;
@@ -518,18 +519,22 @@ bool CVxAppHelperQt::ObjPropShowModal(bool /*multi*/, bool* changed)
     if (!edit.BeginSelection(*VX_GetCore()))
         return false;
     std::unique_ptr<QDialog> dialog;
-    if (OnlyLabels(edit))
-        dialog = std::make_unique<CVxLabelPropertiesDlg>(edit, CVxMainWindow::GetInstance());
-    else
-        dialog = std::make_unique<CVxObjectPropertiesDlg>(edit, CVxMainWindow::GetInstance());
+    std::function<bool()> isChanged;
+    if (OnlyLabels(edit)) {
+        auto* label = new CVxLabelPropertiesDlg(edit, CVxMainWindow::GetInstance());
+        isChanged = [label] { return label->IsChanged(); };
+        dialog.reset(label);
+    } else {
+        auto* object = new CVxObjectPropertiesDlg(edit, CVxMainWindow::GetInstance());
+        isChanged = [object] { return object->IsChanged(); };
+        dialog.reset(object);
+    }
     CVxDRect around;
     if (VX_GetSelectionPlanRect(around))
         VX_PlaceBesidePlanRect(dialog.get(), around);
-    const CVxProject& project = VX_GetCore()->GetProject();
-    const bool canUndoBefore = VX_GetCore()->CanUndo();
     const bool accepted = dialog->exec() == QDialog::Accepted;
     if (changed)
-        *changed = accepted && (VX_GetCore()->CanUndo() != canUndoBefore || project.IsModified());
+        *changed = accepted && isChanged();
     return accepted;
 }
 

@@ -343,7 +343,7 @@ void CVxObjectPropertiesDlg::OnAdvanced()
 void CVxObjectPropertiesDlg::done(int result)
 {
     if (result == QDialog::Accepted)
-        m_edit.Commit(GetEditedValues());
+        m_changed = m_edit.Commit(GetEditedValues());
     else
         m_edit.Cancel();
     QDialog::done(result);
@@ -488,7 +488,7 @@ void CVxLabelPropertiesDlg::OnChanged()
 void CVxLabelPropertiesDlg::done(int result)
 {
     if (result == QDialog::Accepted)
-        m_edit.Commit(GetEditedValues());
+        m_changed = m_edit.Commit(GetEditedValues());
     else
         m_edit.Cancel();
     QDialog::done(result);

@@ -27,6 +27,8 @@ public:
     // What the user changed; fields left alone are unset.
     SVxObjPropValues GetEditedValues() const;
     void done(int result) override;
+    // True after OK when anything changed.
+    bool IsChanged() const { return m_changed; }
 
     QLineEdit* GetNameEdit() const { return m_name; }
     CVxLengthEdit* GetWidthEdit() const { return m_width; }
@@ -45,6 +47,7 @@ private:
     CVxObjPropEdit& m_edit;
     SVxObjPropValues m_advanced;
     bool m_ready = false;
+    bool m_changed = false;
     QLineEdit* m_name = nullptr;
     CVxLengthEdit* m_width = nullptr;
     CVxLengthEdit* m_depth = nullptr;
@@ -93,6 +96,7 @@ public:
     CVxLabelPropertiesDlg(CVxObjPropEdit& edit, QWidget* parent = nullptr);
     SVxObjPropValues GetEditedValues() const;
     void done(int result) override;
+    bool IsChanged() const { return m_changed; }
     QPlainTextEdit* GetTextEdit() const { return m_text; }
     QComboBox* GetAlignCombo() const { return m_align; }
 
@@ -102,6 +106,7 @@ public slots:
 private:
     CVxObjPropEdit& m_edit;
     bool m_ready = false;
+    bool m_changed = false;
     QPlainTextEdit* m_text = nullptr;
     QComboBox* m_align = nullptr;
     QSpinBox* m_fontSize = nullptr;

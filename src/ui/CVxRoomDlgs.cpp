@@ -99,6 +99,14 @@ CVxRoomPropertiesDlg::CVxRoomPropertiesDlg(CVxRoomPropEdit& edit, QWidget* paren
         grid->addWidget(height, row, 1);
         grid->addWidget(thickness, row, 2);
         grid->addWidget(look, row, 3);
+        // A moulding that is not there has no size to set.
+        auto follow = [height, thickness, look](bool on) {
+            height->setEnabled(on);
+            thickness->setEnabled(on);
+            look->setEnabled(on);
+        };
+        follow(moulding.enabled);
+        connect(box, &QCheckBox::toggled, this, follow);
         connect(box, &QCheckBox::toggled, this, &CVxRoomPropertiesDlg::OnChanged);
         connect(height, &CVxLengthEdit::valueEdited, this, &CVxRoomPropertiesDlg::OnChanged);
         connect(thickness, &CVxLengthEdit::valueEdited, this, &CVxRoomPropertiesDlg::OnChanged);
