@@ -160,6 +160,10 @@ void CVxAppCore::MainViewDblClick(double x, double y)
         m_activeEditor->OnDblClick(x - origin.x, y - origin.y);
         return;
     }
+    // Only the plain pointer opens dialogues: a double click while an object
+    // is placed or a line measured belongs to that.
+    if (m_mouseState != msIdle)
+        return;
     // An object is edited before the room it stands in.
     const int index = FindPartFromPoint(x - origin.x, y - origin.y, 0, true);
     if (index >= 0) {

@@ -172,6 +172,15 @@ SVxObjPropScope CVxObjPropEdit::ScopeOf(const std::vector<const CVxPart*>& parts
 
 void CVxObjPropEdit::Apply(const SVxObjPropValues& v, CVxPart& part, int layerCount)
 {
+    // A locked object takes nothing but the change of its locks.
+    const bool stillLocked = v.locked ? *v.locked : part.IsLocked();
+    if (stillLocked) {
+        part.locked |= CVxPart::ctxLock;
+        if (v.sizeLocked)
+            part.locked =
+                *v.sizeLocked ? (part.locked | CVxPart::ctxLockSize) : (part.locked & ~CVxPart::ctxLockSize);
+        return;
+    }
     if (v.caption)
         part.caption = *v.caption;
     if ((v.width || v.depth) && !part.IsSizeLocked()) {
@@ -267,6 +276,9 @@ void CVxObjPropEdit::Apply(const SVxObjPropValues& v, CVxPart& part, int layerCo
         *own = current;
         own->m_size = *v.fontSize;
     }
+    // The members of a group follow what the group was given.
+    if (part.type == ptComplexObject)
+        part.SetPropertiesToSubParts();
     part.InvalidateCache();
 }
 

@@ -541,7 +541,9 @@ bool CVxAppHelperQt::ObjPropShowModal(bool /*multi*/, bool* changed)
 void CVxAppHelperQt::ObjPropShow(bool show, CVxPart* /*part*/, bool /*multi*/)
 {
     // The window over the plan follows the selection: it is closed, and
-    // opened again for the new selection by the caller.
+    // opened again for the new selection by the caller. It keeps the plan
+    // from other edits while it is open, since Cancel puts back the objects
+    // as they were when it opened.
     if (s_modelessObjProps) {
         s_modelessObjProps->reject();
         s_modelessObjProps = nullptr;
@@ -555,6 +557,7 @@ void CVxAppHelperQt::ObjPropShow(bool show, CVxPart* /*part*/, bool /*multi*/)
     }
     auto* dialog = new CVxObjectPropertiesDlg(*edit, CVxMainWindow::GetInstance());
     dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowModality(Qt::WindowModal);
     QObject::connect(dialog, &QObject::destroyed, [edit] { delete edit; });
     s_modelessObjProps = dialog;
     CVxDRect around;
