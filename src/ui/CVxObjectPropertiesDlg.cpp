@@ -278,7 +278,20 @@ CVxObjectPropertiesDlg::CVxObjectPropertiesDlg(CVxObjPropEdit& edit, QWidget* pa
     bottom->addWidget(buttons, 1);
     top->addLayout(bottom);
     top->setSizeConstraint(QLayout::SetFixedSize);
+    for (QWidget* field :
+         std::initializer_list<QWidget*>{m_name, m_width, m_depth, m_height, m_elevation, m_rotation, m_layer,
+                                         m_lockSize, looks, own, advanced})
+        m_lockable.emplace_back(field, field->isEnabled());
+    connect(m_lock, &QCheckBox::stateChanged, this, &CVxObjectPropertiesDlg::OnLockChanged);
+    OnLockChanged();
     m_ready = true;
+}
+
+void CVxObjectPropertiesDlg::OnLockChanged()
+{
+    const bool locked = m_lock->checkState() == Qt::Checked;
+    for (const auto& [field, open] : m_lockable)
+        field->setEnabled(open && !locked);
 }
 
 SVxObjPropValues CVxObjectPropertiesDlg::GetEditedValues() const

@@ -8,6 +8,8 @@
 #include <QDialog>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 class CVxAppearanceButton;
 class CVxLengthEdit;
@@ -42,9 +44,13 @@ public:
 public slots:
     void OnChanged();
     void OnAdvanced();
+    // A locked object offers nothing but its locks.
+    void OnLockChanged();
 
 private:
     CVxObjPropEdit& m_edit;
+    // The fields that a lock closes, and whether they are open otherwise.
+    std::vector<std::pair<QWidget*, bool>> m_lockable;
     SVxObjPropValues m_advanced;
     bool m_ready = false;
     bool m_changed = false;
