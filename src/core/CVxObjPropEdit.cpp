@@ -330,6 +330,16 @@ bool CVxObjPropEdit::BeginPart(CVxPart* part)
     return true;
 }
 
+const CVxPart* CVxObjPropEdit::GetFirstPart() const
+{
+    if (m_single)
+        return &m_singleOriginal;
+    if (!m_core || m_indexes.empty())
+        return nullptr;
+    const size_t index = static_cast<size_t>(m_indexes.front());
+    return index < m_originalObjects.size() ? &m_originalObjects[index] : nullptr;
+}
+
 void CVxObjPropEdit::Restore()
 {
     if (m_single) {

@@ -91,6 +91,8 @@ public:
     const SVxObjPropValues& GetValues() const { return m_initial; }
     const SVxObjPropScope& GetScope() const { return m_scope; }
     int GetProjectUnit() const { return m_unit; }
+    // The first edited object as it was, for pictures of its variants.
+    const CVxPart* GetFirstPart() const;
     // Names of the floor's layers.
     const std::vector<CVxStringW>& GetLayerNames() const { return m_layerNames; }
 

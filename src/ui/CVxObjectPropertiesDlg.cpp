@@ -1,7 +1,9 @@
 #include "CVxObjectPropertiesDlg.h"
 
+#include "CVxAppCore.h"
 #include "CVxPart.h"
 #include "CVxPropertyWidgets.h"
+#include "CVxQtDC.h"
 #include "VxLocalizeWidgets.h"
 #include "VxNumbers.h"
 
@@ -22,6 +24,9 @@
 #include <QVBoxLayout>
 
 namespace {
+
+// Side of the pictures of a door's or window's kinds, in pixels.
+constexpr int kVariantIcon = 36;
 
 QString ObjText(int row, const wchar_t* english)
 {
@@ -211,11 +216,51 @@ CVxObjectPropertiesDlg::CVxObjectPropertiesDlg(CVxObjPropEdit& edit, QWidget* pa
     m_subType = new QComboBox(own);
     m_handleType = new QComboBox(own);
     const bool kinds = scope.subTypes > 1 && !scope.table;
+    // Each kind and leaf shows as the plan draws it.
+    const CVxPart* sample = edit.GetFirstPart();
+    // Kinds, leaves and handles of doors and windows show in their front
+    // view; other objects' kinds in the plan.
+    const bool frontKinds = sample && CVxPart::AreSubTypesForFrontView(sample->type, sample->libObjID);
+    auto variantIcon = [sample, frontKinds, unit](bool handle, int variant) {
+        if (!sample)
+            return QIcon();
+        CVxPart copy = *sample;
+        copy.rotation = 0;
+        copy.snapToWall = false;
+        copy.selected = false;
+        if (handle)
+            copy.handleType = static_cast<int16_t>(variant);
+        else
+            copy.subType = static_cast<int16_t>(variant);
+        CVxQtDC dc(kVariantIcon, kVariantIcon, true);
+        if (frontKinds && copy.width > 0 && copy.zHeight > 0) {
+            // The front view: the width across, the 3D height upwards.
+            copy.x = 0;
+            copy.y = 0;
+            copy.height = copy.zHeight;
+            copy.InvalidateCache();
+            const double room = kVariantIcon - 4;
+            const double zoom = room / std::max(copy.width, copy.height);
+            dc.SelectBrush(CVxDC::brushSolid, 0xFFFFFF);
+            dc.SelectPen(CVxDC::penNull, 0, 0);
+            dc.Rectangle(0, 0, kVariantIcon + 1, kVariantIcon + 1);
+            dc.SelectOldPen();
+            dc.SelectOldBrush();
+            copy.DrawSideToHdc(&dc, OBJ_SIDE_FRONT, unit, 2 + (room - copy.width * zoom) / 2,
+                               2 + (room - copy.height * zoom) / 2, zoom, 0);
+        } else {
+            copy.InvalidateCache();
+            VX_GetCore()->LibDrawObjectThumb(&dc, &copy, false, 0, 0, kVariantIcon, kVariantIcon);
+        }
+        return QIcon(QPixmap::fromImage(*dc.GetImage()));
+    };
+    for (QComboBox* combo : {m_subType, m_handleType})
+        combo->setIconSize(QSize(kVariantIcon, kVariantIcon));
     for (int i = 0; kinds && i < scope.subTypes; ++i)
-        m_subType->addItem(ObjText(20, L"Kind %1").arg(i + 1));
+        m_subType->addItem(variantIcon(false, i), ObjText(20, L"Kind %1").arg(i + 1));
     m_subType->setCurrentIndex(kinds && v.subType ? *v.subType : -1);
     for (int i = 0; scope.handleTypes > 1 && i < scope.handleTypes; ++i)
-        m_handleType->addItem(ObjText(29, L"Variant %1").arg(i + 1));
+        m_handleType->addItem(variantIcon(true, i), ObjText(29, L"Variant %1").arg(i + 1));
     m_handleType->setCurrentIndex(scope.handleTypes > 1 && v.handleType ? *v.handleType : -1);
     m_opened = new QCheckBox(ObjText(22, L"Shown open"), own);
     VX_SetCheck(m_opened, v.opened);
