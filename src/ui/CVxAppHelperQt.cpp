@@ -504,7 +504,7 @@ bool CVxAppHelperQt::WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW&
 }
 
 namespace {
-// A single label gets its own dialogue; anything else the object one.
+// Labels alone get their own dialogue; anything else the object one.
 bool OnlyLabels(const CVxObjPropEdit& edit)
 {
     return edit.GetScope().label;
