@@ -331,6 +331,15 @@ public:
     void DimensionAllWalls();
     void DimensionOneWall(int wall);
 
+    // Property dialogues: the core decides what a command or a double click
+    // edits, the host shows the dialogue (CVxAppCoreProperties.cpp).
+    // The selected objects' dialogue; false without a selection.
+    bool ShowSelectedObjectProperties();
+    // The dialogue of room `region` of the current floor; false for none.
+    bool ShowRoomProperties(int region);
+    // The room under a point in pixels of the render area, -1 for none.
+    int FindRoomAtPoint(double x, double y) const;
+
     // The project as a document. Where the user must decide, the core asks
     // through the host; every way of opening a file passes OpenFile.
     bool OpenFile(const CVxStringW& path, bool atStart);

@@ -163,10 +163,27 @@ bool CVxAppCore::CanRedo() const
 
 void CVxAppCore::MainViewDblClick(double x, double y)
 {
-    if (!m_activeEditor)
-        return;
     const VxPOINT origin = GetObjectOrigin();
-    m_activeEditor->OnDblClick(x - origin.x, y - origin.y);
+    if (m_activeEditor) {
+        m_activeEditor->OnDblClick(x - origin.x, y - origin.y);
+        return;
+    }
+    // Only the plain pointer opens dialogues: a double click while an object
+    // is placed or a line measured belongs to that.
+    if (m_mouseState != msIdle)
+        return;
+    // An object is edited before the room it stands in.
+    const int index = FindPartFromPoint(x - origin.x, y - origin.y, 0, true);
+    if (index >= 0) {
+        const CVxPart* part = m_project.GetFloor()->SafeGetPart(index);
+        if (part && !part->selected)
+            SetSelection(index, true);
+        ShowSelectedObjectProperties();
+        return;
+    }
+    const int region = FindRoomAtPoint(x, y);
+    if (region >= 0)
+        ShowRoomProperties(region);
 }
 
 bool CVxAppCore::ApplyTypedWallLength(const CVxStringW& lengthText, const CVxStringW& angleText)

@@ -81,7 +81,8 @@ constexpr SVxSuffix kSuffixes[] = {{L"mm", 0}, {L"cm", 1}, {L"dm", 3}, {L"km", 7
                                    {L"in", 2}, {L"ft", 4}, {L"yd", 5}, {L"m", 6}};
 } // namespace
 
-bool VX_ParseTypedLength(const CVxStringW& text, int projectUnit, double& outLength)
+namespace {
+bool ParseLength(const CVxStringW& text, int projectUnit, bool allowZero, double& outLength)
 {
     if (!CVxUnits::IsValid(projectUnit))
         return false;
@@ -130,9 +131,28 @@ bool VX_ParseTypedLength(const CVxStringW& text, int projectUnit, double& outLen
             return false;
     }
     value = CVxUnits::ConvertLength(value, unit, projectUnit);
-    if (!(value > 0) || !std::isfinite(value))
+    if (!std::isfinite(value) || value < 0 || (!allowZero && !(value > 0)))
         return false;
     outLength = value;
+    return true;
+}
+} // namespace
+
+bool VX_ParseTypedLength(const CVxStringW& text, int projectUnit, double& outLength)
+{
+    return ParseLength(text, projectUnit, false, outLength);
+}
+
+bool VX_ParseTypedOffset(const CVxStringW& text, int projectUnit, double& outLength)
+{
+    std::wstring t = Trim(text.Std());
+    const bool negative = !t.empty() && t.front() == L'-';
+    if (negative)
+        t.erase(0, 1);
+    double value = 0;
+    if (!ParseLength(CVxStringW(t.c_str()), projectUnit, true, value))
+        return false;
+    outLength = negative ? -value : value;
     return true;
 }
 

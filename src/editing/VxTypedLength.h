@@ -8,5 +8,8 @@
 // The length in the project's unit; false for a text that is no positive
 // length.
 bool VX_ParseTypedLength(const CVxStringW& text, int projectUnit, double& outLength);
+// The same for a height above or below the floor: zero and a leading minus
+// are allowed.
+bool VX_ParseTypedOffset(const CVxStringW& text, int projectUnit, double& outLength);
 // Degrees, with or without the degree sign; false for no number.
 bool VX_ParseTypedAngle(const CVxStringW& text, double& outDegrees);

@@ -4,6 +4,7 @@
 #include "CVxIniFileReader.h"
 #include "CVxIniWriter.h"
 #include "VxColorConvert.h"
+#include "VxSafeSave.h"
 
 #include <algorithm>
 
@@ -62,15 +63,23 @@ bool CVxMaterialList::LoadFromDisk(const CVxStringW& path)
 
 bool CVxMaterialList::SaveToDisk(const CVxStringW& path) const
 {
-    CVxIniWriter writer(path);
-    if (!writer.IsOpened())
+    // The colours of earlier sessions stay whole if this save breaks off.
+    const CVxStringW temp = VX_SafeSaveTempPath(path);
+    if (!VX_SafeSaveCreateTemp(path))
         return false;
-    writer.StartSection("MaterialList");
-    writer.WriteInteger("Count", static_cast<int>(size()));
-    for (const CVxMaterial& material : *this)
-        writer.WriteString("Item", ItemToString(material));
-    writer.Finalize();
-    return true;
+    {
+        CVxIniWriter writer(temp);
+        if (!writer.IsOpened()) {
+            VX_SafeSaveAbandon(temp);
+            return false;
+        }
+        writer.StartSection("MaterialList");
+        writer.WriteInteger("Count", static_cast<int>(size()));
+        for (const CVxMaterial& material : *this)
+            writer.WriteString("Item", ItemToString(material));
+        writer.Finalize();
+    }
+    return VX_SafeSaveCommit(temp, path);
 }
 
 void CVxMaterialList::OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader*)

@@ -1,6 +1,9 @@
 #include "CVxAppHelperQt.h"
 
+#include "CVxObjectPropertiesDlg.h"
 #include "CVxPlanGraph.h"
+#include "CVxPropertyWidgets.h"
+#include "CVxRoomDlgs.h"
 #include "CVxWallEditor.h"
 #include "CVxWallEditorDlgs.h"
 
@@ -16,6 +19,8 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QPointer>
+
 #include <QClipboard>
 #include <QCursor>
 #include <QDesktopServices>
@@ -29,6 +34,8 @@
 #include <QToolTip>
 #include <QUrl>
 #include <QUuid>
+#include <functional>
+#include <memory>
 
 CVxAppHelperQt::CVxAppHelperQt() = default;
 
@@ -528,4 +535,81 @@ bool CVxAppHelperQt::WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW&
         return false;
     *hole = dialog.GetHole();
     return true;
+}
+
+namespace {
+// Labels alone get their own dialogue; anything else the object one.
+bool OnlyLabels(const CVxObjPropEdit& edit)
+{
+    return edit.GetScope().label;
+}
+
+QPointer<QDialog> s_modelessObjProps;
+} // namespace
+
+bool CVxAppHelperQt::ObjPropShowModal(bool /*multi*/, bool* changed)
+{
+    CVxObjPropEdit edit;
+    if (!edit.BeginSelection(*VX_GetCore()))
+        return false;
+    std::unique_ptr<QDialog> dialog;
+    std::function<bool()> isChanged;
+    if (OnlyLabels(edit)) {
+        auto* label = new CVxLabelPropertiesDlg(edit, CVxMainWindow::GetInstance());
+        isChanged = [label] { return label->IsChanged(); };
+        dialog.reset(label);
+    } else {
+        auto* object = new CVxObjectPropertiesDlg(edit, CVxMainWindow::GetInstance());
+        isChanged = [object] { return object->IsChanged(); };
+        dialog.reset(object);
+    }
+    CVxDRect around;
+    if (VX_GetSelectionPlanRect(around))
+        VX_PlaceBesidePlanRect(dialog.get(), around);
+    const bool accepted = dialog->exec() == QDialog::Accepted;
+    if (changed)
+        *changed = accepted && isChanged();
+    return accepted;
+}
+
+void CVxAppHelperQt::ObjPropShow(bool show, CVxPart* /*part*/, bool /*multi*/)
+{
+    // The window over the plan follows the selection: it is closed, and
+    // opened again for the new selection by the caller. It keeps the plan
+    // from other edits while it is open, since Cancel puts back the objects
+    // as they were when it opened.
+    if (s_modelessObjProps) {
+        s_modelessObjProps->reject();
+        s_modelessObjProps = nullptr;
+    }
+    if (!show)
+        return;
+    auto* edit = new CVxObjPropEdit;
+    if (!edit->BeginSelection(*VX_GetCore())) {
+        delete edit;
+        return;
+    }
+    auto* dialog = new CVxObjectPropertiesDlg(*edit, CVxMainWindow::GetInstance());
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowModality(Qt::WindowModal);
+    QObject::connect(dialog, &QObject::destroyed, [edit] { delete edit; });
+    s_modelessObjProps = dialog;
+    CVxDRect around;
+    if (VX_GetSelectionPlanRect(around))
+        VX_PlaceBesidePlanRect(dialog, around);
+    dialog->show();
+}
+
+bool CVxAppHelperQt::ObjPropPartShowModal(CVxPart* part, bool /*userLib*/)
+{
+    CVxObjPropEdit edit;
+    if (!edit.BeginPart(part))
+        return false;
+    CVxObjectPropertiesDlg dialog(edit, CVxMainWindow::GetInstance());
+    return dialog.exec() == QDialog::Accepted;
+}
+
+bool CVxAppHelperQt::RoomsTuningShowModal(int room)
+{
+    return VX_RunRoomPropertiesDlg(room, CVxMainWindow::GetInstance());
 }

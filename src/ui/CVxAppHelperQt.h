@@ -63,6 +63,11 @@ public:
     bool WallScanCalibrateDlgShow() override;
     void WallScanCalibrateDlgHide() override;
     bool OpenPictureDlgShowModal(CVxStringW& path) override;
+    // The property dialogues of objects and rooms.
+    bool ObjPropShowModal(bool multi, bool* changed) override;
+    void ObjPropShow(bool show, CVxPart* part, bool multi) override;
+    bool ObjPropPartShowModal(CVxPart* part, bool userLib) override;
+    bool RoomsTuningShowModal(int room) override;
 
     // Texts of the message box buttons, localised and with their accelerators.
     static void GetMsgBoxButtonTexts(CVxStringW& yes, CVxStringW& no, CVxStringW& ok, CVxStringW& cancel,

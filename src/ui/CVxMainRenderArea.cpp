@@ -369,8 +369,7 @@ bool CVxMainRenderArea::event(QEvent* event)
 void CVxMainRenderArea::mouseDoubleClickEvent(QMouseEvent* event)
 {
     CVxAppCore* core = VX_GetCore();
-    if (event->button() == Qt::LeftButton && core->GetActiveEditor() && core->IsDrawingAllowed() &&
-        m_paintable) {
+    if (event->button() == Qt::LeftButton && core->IsDrawingAllowed() && m_paintable) {
         const QPointF at = event->position();
         core->MainViewDblClick(at.x(), at.y());
         event->accept();

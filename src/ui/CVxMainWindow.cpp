@@ -18,6 +18,7 @@
 #include "CVxMissingFilesDlg.h"
 #include "CVxNewProjectDlg.h"
 #include "CVxOptions.h"
+#include "CVxRoomDlgs.h"
 #include "CVxSegmentedControl.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
@@ -693,10 +694,12 @@ bool CVxMainWindow::IsCommandAvailable(int code)
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
+    // The property dialogues of objects and rooms.
+    static const QSet<int> properties = {23, 136, 160};
     // An open editor answers for its own selection's commands.
     if (VX_GetCore()->GetActiveEditor() && (code == VX_TB_CTX_PROPERTIES || code == VX_TB_CTX_ADD_POINT))
         return true;
-    return available.contains(code) || library.contains(code);
+    return available.contains(code) || library.contains(code) || properties.contains(code);
 }
 
 void CVxMainWindow::EnableUndoButtons()
@@ -926,6 +929,17 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
         ShowLibrary(true);
         m_libraryForm->FocusSearch();
         break;
+    case VX_TB_CTX_PROPERTIES:
+        if (VX_GetCore()->GetActiveEditor())
+            return VX_GetCore()->DoMainToolbarButtonAction(code);
+        VX_GetCore()->ShowSelectedObjectProperties();
+        break;
+    case VX_TB_ROOMS:
+    case VX_TB_CTX_ROOMS: {
+        CVxRoomMngDlg dialog(this);
+        dialog.exec();
+        break;
+    }
     case VX_TB_BROWSE_USER_LIBRARY:
         // The user library is the library's first page.
         ShowLibrary(true);

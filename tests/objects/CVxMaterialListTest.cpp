@@ -2,6 +2,7 @@
 #include "CVxAppearance.h"
 #include "VxTestEnv.h"
 
+#include <QDir>
 #include <QFile>
 
 #include <gtest/gtest.h>
@@ -72,6 +73,23 @@ TEST(MaterialList, DiskRoundTrip)
     // A missing file leaves the list.
     EXPECT_FALSE(back.LoadFromDisk(VxTestTempFolder() + L"no-such-file.ini"));
     EXPECT_EQ(list.size(), back.size());
+}
+
+TEST(MaterialList, AFailedSaveKeepsTheColoursSavedBefore)
+{
+    CVxMaterialList before;
+    before.push_back(CVxMaterial(0x123456, 0, L""));
+    const CVxStringW path = VxTestTempFolder() + L"keptcolors.ini";
+    ASSERT_TRUE(before.SaveToDisk(path));
+    // Nothing can be written beside the file: a folder holds the place.
+    ASSERT_TRUE(QDir().mkpath((path + L".saving~").ToQString()));
+    CVxMaterialList after;
+    after.push_back(CVxMaterial(0x654321, 0, L""));
+    EXPECT_FALSE(after.SaveToDisk(path));
+    CVxMaterialList back;
+    ASSERT_TRUE(back.LoadFromDisk(path));
+    ASSERT_EQ(back.size(), 1u);
+    EXPECT_EQ(back[0], before[0]);
 }
 
 TEST(MaterialList, BadItemsAreSkipped)
