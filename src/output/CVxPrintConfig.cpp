@@ -296,8 +296,6 @@ void CVxPrintSizeCalculator::Scale(double sx, double sy)
     drawTopOffset = SafeInt(drawTopOffset * sy);
     sheetW = SafeInt(sheetW * sx);
     sheetH = SafeInt(sheetH * sy);
-    titleFont.m_size *= sy;
-    noteFont.m_size *= sy;
 }
 
 bool CVxPrintSizeCalculator::IsCustomPageLayoutLargerThenPage() const

@@ -65,7 +65,8 @@ public:
     // the margins include what the printer can't reach, for a preview of
     // the whole sheet.
     void Calculate(bool addUnprintable);
-    // Every device quantity times the factors, for a smaller preview.
+    // Every device quantity times the factors, for a smaller preview. Fonts
+    // follow through the resolution.
     void Scale(double sx, double sy);
     int GetPageCount() const { return pagesX * pagesY; }
     // The header and footer layout's page is wider or higher than the paper.
