@@ -110,7 +110,7 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
     progress.Step("drawing");
 
     if (settings.format == QLatin1String("dxf")) {
-        if (!core->ExportFloorToDxf(CVxStringW(output.TempPath())))
+        if (output.TempPath().isEmpty() || !core->ExportFloorToDxf(CVxStringW(output.TempPath())))
             return VxCliFail(settings.output, QStringLiteral("could not be written"));
         progress.Step("writing");
         return output.Commit() ? kVxCliOk : kVxCliFailed;

@@ -285,6 +285,8 @@ void CVxAppCore::DrawPrintPageLayout(CVxDC* dc, const CVxPrintSizeCalculator& ca
 
 bool CVxAppCore::ExportFloorToDxf(const CVxStringW& path)
 {
+    if (path.IsEmpty())
+        return false;
     const double unitCm = CVxUnits::GetUnitCal(m_project.m_unit);
     const double zoom = kDxfPixelsPerCm * unitCm;
     // Device pixels are ints: the sheet's far corner must stay well inside.
