@@ -161,7 +161,7 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
     lookGrid->addWidget(m_header, 3, 0);
     auto* headerOpen = new QPushButton(Text(34, L"Open..."), lookGroup);
     connect(headerOpen, &QPushButton::clicked, this, &CVxPrintDlg::BtnHeaderOpenClick);
-    auto* headerNone = new QPushButton(Text(30, L"none selected"), lookGroup);
+    auto* headerNone = new QPushButton(Text(36, L"Remove"), lookGroup);
     connect(headerNone, &QPushButton::clicked, this, [this] {
         VX_GetOptions()->m_printCustomLayout = false;
         UpdateHeaderFilename();

@@ -79,8 +79,6 @@ void TestPrint::settingsPreviewAndPdfPages()
     QCOMPARE(again.findChild<QComboBox*>(QStringLiteral("scale"))->currentText(), QStringLiteral("1:20"));
     QVERIFY(again.findChild<QCheckBox*>(QStringLiteral("multiPage"))->isChecked());
     QVERIFY(again.GetPreviewPageCount() >= 4);
-    if (qEnvironmentVariableIsSet("PLAVENO_KEEP_PREVIEW"))
-        again.GetPreviewImage().save(qEnvironmentVariable("PLAVENO_KEEP_PREVIEW"));
     core->GetProject().m_modified = false;
 }
 
