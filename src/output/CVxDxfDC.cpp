@@ -33,6 +33,18 @@ std::string EncodeText(const CVxStringW& text)
     return out;
 }
 
+// Device pixels of damaged drawings reach the ends of int: sums go through
+// doubles.
+double Middle(int a, int b)
+{
+    return (static_cast<double>(a) + b) / 2;
+}
+
+bool IsRound(int left, int top, int right, int bottom)
+{
+    return static_cast<double>(right) - left == static_cast<double>(bottom) - top;
+}
+
 } // namespace
 
 CVxDxfDC::CVxDxfDC(double originX, double originY, double zoom, int dpi)
@@ -118,10 +130,10 @@ void CVxDxfDC::PolylineOf(const std::vector<SVxPoint>& points, bool closed)
 std::vector<CVxDxfDC::SVxPoint> CVxDxfDC::ArcPoints(int left, int top, int right, int bottom, double start,
                                                     double span) const
 {
-    const double cx = (left + right) / 2.0;
-    const double cy = (top + bottom) / 2.0;
-    const double rx = (right - left) / 2.0;
-    const double ry = (bottom - top) / 2.0;
+    const double cx = (static_cast<double>(left) + right) / 2;
+    const double cy = (static_cast<double>(top) + bottom) / 2;
+    const double rx = (static_cast<double>(right) - left) / 2;
+    const double ry = (static_cast<double>(bottom) - top) / 2;
     const int steps = std::max(2, static_cast<int>(std::ceil(std::fabs(span) / 360.0 * kCircleSegments)));
     std::vector<SVxPoint> points;
     points.reserve(static_cast<size_t>(steps) + 1);
@@ -232,7 +244,8 @@ void CVxDxfDC::SelectBrush_int(int style, unsigned, int, unsigned char alpha)
 void CVxDxfDC::SelectFont_int(const CVxFont& font)
 {
     m_fontRotation = font.m_rotation;
-    m_fontPixels = std::max(1, static_cast<int>(m_fontResolution * font.m_size / 72.0));
+    const double pixels = m_fontResolution * font.m_size / 72.0;
+    m_fontPixels = std::isfinite(pixels) ? static_cast<int>(std::clamp(pixels, 1.0, 1e6)) : 1;
 }
 
 void CVxDxfDC::Line(int x1, int y1, int x2, int y2)
@@ -272,10 +285,10 @@ void CVxDxfDC::Ellipse(int left, int top, int right, int bottom)
 {
     if (Invisible())
         return;
-    if (right - left == bottom - top) {
+    if (IsRound(left, top, right, bottom)) {
         Begin("CIRCLE");
-        Coordinates(ToPlan((left + right) / 2.0, (top + bottom) / 2.0), 10);
-        Number(40, (right - left) / 2.0 / m_zoom);
+        Coordinates(ToPlan(Middle(left, right), Middle(top, bottom)), 10);
+        Number(40, (static_cast<double>(right) - left) / 2 / m_zoom);
         ++m_entities;
         return;
     }
@@ -288,7 +301,7 @@ void CVxDxfDC::Pie(int left, int top, int right, int bottom, int, int, int, int,
                    float spanAngle)
 {
     std::vector<SVxPoint> points = ArcPoints(left, top, right, bottom, startAngle, spanAngle);
-    points.push_back(ToPlan((left + right) / 2.0, (top + bottom) / 2.0));
+    points.push_back(ToPlan(Middle(left, right), Middle(top, bottom)));
     PolylineOf(points, true);
 }
 
@@ -301,15 +314,15 @@ void CVxDxfDC::Arc(int left, int top, int right, int bottom, int, int, int, int,
     // as screen angles both run clockwise from here on.
     const double start = m_inPath ? -startAngle : startAngle;
     const double span = m_inPath ? -spanAngle : spanAngle;
-    if (right - left == bottom - top) {
+    if (IsRound(left, top, right, bottom)) {
         // Clockwise on the screen is counter-clockwise with y turned up.
         double from = -(start + span);
         double to = -start;
         if (span < 0)
             std::swap(from, to);
         Begin("ARC");
-        Coordinates(ToPlan((left + right) / 2.0, (top + bottom) / 2.0), 10);
-        Number(40, (right - left) / 2.0 / m_zoom);
+        Coordinates(ToPlan(Middle(left, right), Middle(top, bottom)), 10);
+        Number(40, (static_cast<double>(right) - left) / 2 / m_zoom);
         Number(50, from);
         Number(51, to);
         ++m_entities;
@@ -393,7 +406,8 @@ int CVxDxfDC::DrawText(const CVxStringW& text, VxRECT& rect, unsigned flags, uns
     if (flags & dtSingleLine)
         lines.resize(1);
     const int lineHeight = m_fontPixels;
-    const int height = lineHeight * static_cast<int>(lines.size());
+    // Heights stay within what a device rectangle can hold.
+    const double height = std::min(static_cast<double>(lineHeight) * static_cast<double>(lines.size()), 4e8);
     if (flags & dtCalcRect) {
         int width = 0;
         for (const CVxStringW& each : lines) {
@@ -401,30 +415,30 @@ int CVxDxfDC::DrawText(const CVxStringW& text, VxRECT& rect, unsigned flags, uns
             GetTextExtentPoint(each, size);
             width = std::max(width, size.cx);
         }
-        rect.right = rect.left + width;
-        rect.bottom = rect.top + height;
-        return height;
+        rect.right = static_cast<int>(std::clamp(static_cast<double>(rect.left) + width, -2e9, 2e9));
+        rect.bottom = static_cast<int>(std::clamp(static_cast<double>(rect.top) + height, -2e9, 2e9));
+        return static_cast<int>(height);
     }
     int horizontal = 0;
     double x = rect.left;
     if (flags & dtCenter) {
         horizontal = 1;
-        x = (rect.left + rect.right) / 2.0;
+        x = Middle(rect.left, rect.right);
     } else if (flags & dtRight) {
         horizontal = 2;
         x = rect.right;
     }
     double top = rect.top;
     if (flags & dtVCenter)
-        top = (rect.top + rect.bottom - height) / 2.0;
+        top = Middle(rect.top, rect.bottom) - height / 2.0;
     else if (flags & dtBottom)
-        top = rect.bottom - height;
+        top = static_cast<double>(rect.bottom) - height;
     for (size_t i = 0; i < lines.size(); ++i) {
         // Anchored at the middle of each line: no font's ascent is needed.
         const double middle = top + lineHeight * (static_cast<double>(i) + 0.5);
         Text(lines[i], x, middle, lineHeight * 0.7, horizontal, 2);
     }
-    return height;
+    return static_cast<int>(height);
 }
 
 void CVxDxfDC::TextOut(const CVxStringW& text, int x, int y, unsigned flags, unsigned)
@@ -446,7 +460,7 @@ bool CVxDxfDC::GetTextExtentPoint(const CVxStringW& text, VxSIZE& size)
     qfont.setBold(font.m_bold);
     qfont.setItalic(font.m_italic);
     const QFontMetricsF metrics(qfont);
-    size.cx = static_cast<int>(std::ceil(metrics.horizontalAdvance(text.ToQString())));
+    size.cx = static_cast<int>(std::clamp(std::ceil(metrics.horizontalAdvance(text.ToQString())), 0.0, 4e8));
     size.cy = m_fontPixels;
     return true;
 }

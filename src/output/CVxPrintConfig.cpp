@@ -15,6 +15,9 @@
 
 namespace {
 
+// Pages in a row or a column; their product still counts in an int.
+constexpr int kMaxPagesAcross = 10000;
+
 // A sample with ascenders and descenders, so that a line's height is a
 // whole line's.
 const wchar_t* const kFontSample = L"Ag";
@@ -26,10 +29,10 @@ bool Flag(const CVxStringW& token, int index, bool current)
 }
 
 // Device pixels are kept in ints; a scale of one to a hundredth over a city
-// must not wrap them.
+// must not wrap them, nor the sums of a few of them.
 int SafeInt(double value)
 {
-    constexpr double limit = 1e9;
+    constexpr double limit = 4e8;
     return std::isfinite(value) ? static_cast<int>(std::clamp(value, -limit, limit)) : 0;
 }
 
@@ -246,8 +249,8 @@ void CVxPrintSizeCalculator::Calculate(bool addUnprintable)
             const int hh = SafeInt(projectH * z + pageH - h - marginsY);
             const double stepX = pageW - marginsX;
             const double stepY = pageH - marginsY;
-            pagesX = stepX > 0 ? std::max(1, SafeInt(std::ceil(w / stepX))) : 1;
-            pagesY = stepY > 0 ? std::max(1, SafeInt(std::ceil(hh / stepY))) : 1;
+            pagesX = stepX > 0 ? std::clamp(SafeInt(std::ceil(w / stepX)), 1, kMaxPagesAcross) : 1;
+            pagesY = stepY > 0 ? std::clamp(SafeInt(std::ceil(hh / stepY)), 1, kMaxPagesAcross) : 1;
             sheetW = SafeInt(w + marginsX);
             sheetH = SafeInt(hh + marginsY);
         }

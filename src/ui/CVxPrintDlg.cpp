@@ -39,6 +39,9 @@ constexpr int kPreviewHeight = 300;
 // of the same.
 constexpr int kMaxPreviewPages = 36;
 constexpr int kPreviewGap = 4;
+// A scale meant for a detail, chosen for a whole house, would feed the
+// printer for days.
+constexpr int kMaxPrintPages = 500;
 
 // The paper sizes offered, by the numbers that the settings keep (those of
 // the classic printer API) and Qt's page size ids.
@@ -363,6 +366,12 @@ bool CVxPrintDlg::DoPrint(QPrinter* printer)
     if (!printer)
         return false;
     CVxPrintSizeCalculator calc = CalculateFor(*printer, false);
+    if (calc.GetPageCount() > kMaxPrintPages) {
+        QMessageBox::warning(
+            this, windowTitle(),
+            Message(1303, L"At this scale the plan would need %1 pages.").arg(calc.GetPageCount()));
+        return false;
+    }
     QPainter painter;
     if (!painter.begin(printer))
         return false;
@@ -410,8 +419,8 @@ void CVxPrintDlg::BtnOKClick()
     QPrinter* printer = GetPrinter();
     if (!printer)
         return;
-    DoPrint(printer);
-    accept();
+    if (DoPrint(printer))
+        accept();
 }
 
 void CVxPrintDlg::ShowPrintPreviewDialog()
