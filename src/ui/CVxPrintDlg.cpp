@@ -24,6 +24,7 @@
 #include <QPixmap>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -95,28 +96,32 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
 
     auto* paperGroup = new QGroupBox(Text(2, L"Paper"), this);
     auto* paperGrid = new QGridLayout(paperGroup);
+    m_printerName = new QComboBox(paperGroup);
+    m_printerName->setObjectName(QStringLiteral("printer"));
+    FillPrinterProps();
+    paperGrid->addWidget(m_printerName, 0, 0, 1, 2);
     m_paper = new QComboBox(paperGroup);
     m_paper->setObjectName(QStringLiteral("paper"));
     for (const SVxPaper& paper : kPapers)
         m_paper->addItem(QString::fromLatin1(paper.name));
-    paperGrid->addWidget(m_paper, 0, 0, 1, 2);
+    paperGrid->addWidget(m_paper, 1, 0, 1, 2);
     m_portrait = new QRadioButton(Text(3, L"Portrait"), paperGroup);
     m_landscape = new QRadioButton(Text(4, L"Landscape"), paperGroup);
-    paperGrid->addWidget(m_portrait, 1, 0);
-    paperGrid->addWidget(m_landscape, 1, 1);
+    paperGrid->addWidget(m_portrait, 2, 0);
+    paperGrid->addWidget(m_landscape, 2, 1);
     m_pdf = new QCheckBox(Text(5, L"Print to PDF file"), paperGroup);
     m_pdf->setObjectName(QStringLiteral("ChkPDF"));
-    paperGrid->addWidget(m_pdf, 2, 0, 1, 2);
-    paperGrid->addWidget(new QLabel(Text(6, L"Method:"), paperGroup), 3, 0);
+    paperGrid->addWidget(m_pdf, 3, 0, 1, 2);
+    paperGrid->addWidget(new QLabel(Text(6, L"Method:"), paperGroup), 4, 0);
     m_method = new QComboBox(paperGroup);
     m_method->addItems({Text(7, L"Vector"), Text(8, L"Bitmap")});
-    paperGrid->addWidget(m_method, 3, 1);
-    paperGrid->addWidget(new QLabel(Text(25, L"Border (cm):"), paperGroup), 4, 0);
+    paperGrid->addWidget(m_method, 4, 1);
+    paperGrid->addWidget(new QLabel(Text(25, L"Border (cm):"), paperGroup), 5, 0);
     m_border = new QDoubleSpinBox(paperGroup);
     m_border->setRange(0, 10);
     m_border->setDecimals(1);
     m_border->setSingleStep(0.5);
-    paperGrid->addWidget(m_border, 4, 1);
+    paperGrid->addWidget(m_border, 5, 1);
     left->addWidget(paperGroup);
 
     auto* scaleGroup = new QGroupBox(Text(9, L"Scale:"), this);
@@ -389,10 +394,23 @@ bool CVxPrintDlg::DoPrint(QPrinter* printer)
     return painter.end();
 }
 
+void CVxPrintDlg::FillPrinterProps()
+{
+    m_printerName->clear();
+    const QStringList names = QPrinterInfo::availablePrinterNames();
+    m_printerName->addItems(names);
+    const int current = names.indexOf(QPrinterInfo::defaultPrinterName());
+    if (current >= 0)
+        m_printerName->setCurrentIndex(current);
+    m_printerName->setEnabled(!names.isEmpty());
+}
+
 QPrinter* CVxPrintDlg::GetPrinter()
 {
-    if (!m_pdf->isChecked()) {
+    // Without a printer on the system the built-in PDF writer is the one.
+    if (!m_pdf->isChecked() && m_printerName->count() > 0) {
         m_printer->setOutputFormat(QPrinter::NativeFormat);
+        m_printer->setPrinterName(m_printerName->currentText());
         return m_printer.get();
     }
     QString path = m_pdfFile;

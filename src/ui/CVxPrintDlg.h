@@ -56,10 +56,13 @@ protected:
 
 private:
     void ReadPaperSizeFromPrinter();
+    // The printers of the system, the default one chosen.
+    void FillPrinterProps();
     void UpdateHeaderFilename();
     void ApplyPrinterSettings(QPrinter& printer) const;
 
     std::unique_ptr<QPrinter> m_printer;
+    QComboBox* m_printerName = nullptr;
     QComboBox* m_paper = nullptr;
     QRadioButton* m_portrait = nullptr;
     QRadioButton* m_landscape = nullptr;
