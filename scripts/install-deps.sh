@@ -18,6 +18,7 @@ PACKAGES=(
     libcgal-dev
     xvfb xauth fonts-dejavu-core xdotool imagemagick view3dscene
     desktop-file-utils appstream shared-mime-info dpkg-dev file
+    poppler-utils python3-ezdxf
 )
 
 missing=()

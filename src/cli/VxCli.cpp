@@ -45,11 +45,13 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --json      machine-readable output with a fixed key order\n"
          "  -h, --help  show this help\n",
          VxCliInfo},
-        {"render", "draw the plan of a floor to PNG, JPEG, SVG or PDF",
+        {"render", "draw the plan of a floor to PNG, JPEG, SVG, PDF or DXF",
          "Usage: plaveno-cli render FILE -o OUT [options]\n"
          "\n"
          "Draws the plan of a floor as the main view shows it. The format follows\n"
-         "OUT's extension: .png, .jpg/.jpeg, .svg or .pdf (vector).\n"
+         "OUT's extension: .png, .jpg/.jpeg, .svg or .pdf (vector), or .dxf for CAD\n"
+         "programs: walls, rooms, objects, dimension lines and texts on layers of\n"
+         "their own, in the project's unit.\n"
          "\n"
          "Options:\n"
          "  -o, --output OUT  the file to write\n"
@@ -64,6 +66,23 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --paper A4|A3     PDF only: the paper (default A4)\n"
          "  -h, --help        show this help\n",
          VxCliRender},
+        {"print", "print the plan of a floor to PDF, at a scale, over pages",
+         "Usage: plaveno-cli print FILE -o OUT.pdf [options]\n"
+         "\n"
+         "Prints as the program's print dialog does: the title, the plan at the\n"
+         "chosen scale over as many pages as it needs, with crop marks where they\n"
+         "join, the scale bar and the notes. Settings the project keeps for\n"
+         "printing apply; the options below take their place.\n"
+         "\n"
+         "Options:\n"
+         "  -o, --output OUT     the PDF file to write\n"
+         "  --floor N            the floor to print, 1 for the ground floor (default 1)\n"
+         "  --all-floors         every floor, one after the other\n"
+         "  --scale 1:N          the scale on paper; without it the plan fits the page\n"
+         "  --paper A4|A3|Letter the paper (default A4)\n"
+         "  --landscape          the paper turned on its side\n"
+         "  -h, --help           show this help\n",
+         VxCliPrint},
         {"convert", "load and save a project again, in the compressed form",
          "Usage: plaveno-cli convert IN OUT [--unit UNIT]\n"
          "\n"

@@ -35,6 +35,7 @@ const std::vector<SVxCliVerb>& VxCliVerbs();
 
 int VxCliInfo(const std::vector<std::string>& args);
 int VxCliRender(const std::vector<std::string>& args);
+int VxCliPrint(const std::vector<std::string>& args);
 int VxCliConvert(const std::vector<std::string>& args);
 int VxCliThumbnail(const std::vector<std::string>& args);
 int VxCliLibrary(const std::vector<std::string>& args);

@@ -109,6 +109,13 @@ int Draw(const SVxRenderSettings& settings, CVxCliProgress& progress)
     CVxCliOutput output(settings.output);
     progress.Step("drawing");
 
+    if (settings.format == QLatin1String("dxf")) {
+        if (output.TempPath().isEmpty() || !core->ExportFloorToDxf(CVxStringW(output.TempPath())))
+            return VxCliFail(settings.output, QStringLiteral("could not be written"));
+        progress.Step("writing");
+        return output.Commit() ? kVxCliOk : kVxCliFailed;
+    }
+
     if (settings.format == QLatin1String("pdf")) {
         QPdfWriter writer(output.TempPath());
         writer.setTitle(QFileInfo(settings.input).completeBaseName());
@@ -240,8 +247,9 @@ int VxCliRender(const std::vector<std::string>& args)
     if (settings.format == QLatin1String("jpeg"))
         settings.format = QStringLiteral("jpg");
     if (settings.format != QLatin1String("png") && settings.format != QLatin1String("jpg") &&
-        settings.format != QLatin1String("svg") && settings.format != QLatin1String("pdf"))
-        return VxCliUsageError("render", "the output must end in .png, .jpg, .jpeg, .svg or .pdf");
+        settings.format != QLatin1String("svg") && settings.format != QLatin1String("pdf") &&
+        settings.format != QLatin1String("dxf"))
+        return VxCliUsageError("render", "the output must end in .png, .jpg, .jpeg, .svg, .pdf or .dxf");
     if (parsed.Has("--floor") && !ParseInt(parsed.Value("--floor"), 1, 10000, settings.floor))
         return VxCliUsageError("render", "--floor needs a floor number from 1");
     if (parsed.Has("--width") && parsed.Has("--zoom"))

@@ -23,6 +23,8 @@
 
 class CVxDC;
 class CVxPicBuf;
+class CVxPrintConfig;
+class CVxPrintSizeCalculator;
 class CVxWallEditor;
 
 class CVxAppCore
@@ -117,6 +119,17 @@ public:
     double m_localOriginY = 0;
     bool m_absoluteCoords = false;
     bool m_showLocalCoords = true;
+
+    // The print settings: the options' defaults, then what the project
+    // keeps; saving them back marks a project that had some as changed.
+    void LoadPrintConfig(CVxPrintSizeCalculator& config) const;
+    void SavePrintConfig(const CVxPrintConfig& config);
+    // One page of a print of the current floor, calculated beforehand;
+    // flags -1 takes the view's draw flags with captions.
+    void PrintProjectPage(CVxDC* dc, int pageIndex, CVxPrintSizeCalculator& calc, int flags);
+    // The current floor as a drawing exchange file (release 12) in the
+    // project's unit; false when the file can't be written.
+    bool ExportFloorToDxf(const CVxStringW& path);
 
     // The draw flags that the settings and the view mode ask for.
     int GetPartDrawFlagsFromOptions() const;
@@ -576,6 +589,8 @@ private:
                            int flags, const VxRECT& visible);
     void DrawObjects(CVxDC* dc, double zoom, int originX, int originY, const VxRECT& updateRect, int flags);
     void DrawGridLabels(CVxDC* dc, double zoom, int x, int y, int width, int height, int flags);
+    // The header and footer layout's objects on a printed page.
+    void DrawPrintPageLayout(CVxDC* dc, const CVxPrintSizeCalculator& calc);
 
     unsigned char m_drawingAllowed = 0;
     unsigned short m_drawingPaused = 0;

@@ -199,6 +199,10 @@ void CVxPart::DrawCaption(CVxDC* dc, VxRECT* rect, int units, double zoom, doubl
         return;
     CVxFont font = GetCaptionFont();
     font.m_size = std::max(kLeastLabelPoints, font.m_size * zoom / BaseZoom());
+    // The zoom of a print already holds the printer's resolution, and its
+    // fonts size by points of that resolution too.
+    if (CVxDC::IsPrinting() && dc->GetDPI() > 0)
+        font.m_size *= 96.0 / dc->GetDPI();
     font.m_rotation = 0;
     dc->SelectFont(font);
 

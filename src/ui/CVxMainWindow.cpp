@@ -18,6 +18,7 @@
 #include "CVxMissingFilesDlg.h"
 #include "CVxNewProjectDlg.h"
 #include "CVxOptions.h"
+#include "CVxPrintDlg.h"
 #include "CVxRoomDlgs.h"
 #include "CVxSegmentedControl.h"
 #include "CVxUnits.h"
@@ -685,12 +686,12 @@ bool CVxMainWindow::IsCommandAvailable(int code)
     // polygons, the listing form, printing, the property and options
     // dialogues, ...) come with their own work.
     static const QSet<int> available = {
-        1,   2,   3,   4,   5,   6,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,  116,
-        117, 124, 125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,  49,
-        50,  73,  74,  75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108,
-        109, 110, 111, 112, 113, 130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153,
-        154, 155, 156, 162, 163, 168, 169, 170, 171, 172, 173, 174, 175, 178, 179, 180, 181,
-        182, 22,  40,  41,  42,  43,  44,  102, 148, 123, 54,  126, 127, 128, 129, 115};
+        1,   2,   3,   4,   5,   6,   7,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,
+        116, 117, 124, 125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,
+        49,  50,  73,  74,  75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106,
+        108, 109, 110, 111, 112, 113, 130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152,
+        153, 154, 155, 156, 162, 163, 168, 169, 170, 171, 172, 173, 174, 175, 178, 179, 180,
+        181, 182, 22,  40,  41,  42,  43,  44,  102, 148, 123, 54,  126, 127, 128, 129, 115};
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
@@ -869,6 +870,9 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
     }
     case VX_TB_MERGE_PROJECTS:
         OnMergeProjects();
+        break;
+    case VX_TB_PRINT:
+        OnPrint();
         break;
     case VX_TB_ABOUT:
         ShowAbout();
@@ -1190,6 +1194,16 @@ void CVxMainWindow::OnMergeProjects()
 {
     CVxMergeProjectDlg dialog(this);
     dialog.exec();
+}
+
+void CVxMainWindow::OnPrint()
+{
+    CVxPrintDlg dialog(this);
+    dialog.exec();
+    // Objects kept their shapes at the printer's zoom.
+    VX_GetCore()->RebuildRoom();
+    if (m_helper)
+        m_helper->DrawRoom(nullptr);
 }
 
 CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)

@@ -150,6 +150,8 @@ public slots:
     void OnOpenedFileChangedOnDisk();
     void OnShowMissingFilesDlg();
     void OnMergeProjects();
+    // The print dialog on the current floor.
+    void OnPrint();
     void OnOpenSampleFileClicked();
     // The desktop session ends: nobody is there to answer, so unsaved work
     // goes to the auto-save file for the next start to offer, and the

@@ -2,6 +2,7 @@
 // description of a project, drawings in every format, conversion, and files
 // that are missing, damaged or can't be written.
 
+#include "CVxAppCore.h"
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
 #include "CVxProject.h"
@@ -15,6 +16,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QXmlStreamReader>
 #include <gtest/gtest.h>
 #include <zlib.h>
@@ -410,6 +412,154 @@ TEST(Cli, PdfAtScaleTilesPagesThatThePlanNeeds)
     EXPECT_EQ(pages(ReadAll(one)), 1);
     ExpectFileError(RunCli({"render", house, "-o", Temp("huge.pdf"), "--scale", "1:1"}), house);
     EXPECT_FALSE(QFile::exists(Temp("huge.pdf")));
+}
+
+namespace {
+
+// A program that the test may start, or empty when it isn't installed.
+QString Tool(const QString& name)
+{
+    return QStandardPaths::findExecutable(name);
+}
+
+// A Python with the CAD file module, or empty.
+QString PythonWithEzdxf()
+{
+    for (const QString& candidate : {Tool(QStringLiteral("python3")), QStringLiteral("/usr/bin/python3")}) {
+        if (candidate.isEmpty() || !QFileInfo(candidate).isExecutable())
+            continue;
+        QProcess probe;
+        probe.start(candidate, {QStringLiteral("-c"), QStringLiteral("import ezdxf")});
+        if (probe.waitForFinished(30000) && probe.exitStatus() == QProcess::NormalExit &&
+            probe.exitCode() == 0)
+            return candidate;
+    }
+    return QString();
+}
+
+} // namespace
+
+// A wall of known length printed at 1:50 is its length divided by fifty on
+// the PDF's paper, read back as pixels of the page at a known resolution.
+TEST(Cli, PrintAtScaleHasThePlanAtItsSizeOnPaper)
+{
+    const QString house = SaveHouse("print.pvp", true);
+    const QString pdf = Temp("print.pdf");
+    const SRun run = RunCli({"print", house, "-o", pdf, "--scale", "1:50", "--paper", "A4"});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    ASSERT_TRUE(ReadAll(pdf).startsWith("%PDF"));
+    EXPECT_EQ(RunCli({"print", house, "-o", Temp("bad.pdf"), "--paper", "B9"}).exitCode, 2);
+    EXPECT_EQ(RunCli({"print", house, "-o", Temp("bad.png")}).exitCode, 2);
+    const SRun floors = RunCli({"print", house, "-o", Temp("floors.pdf"), "--all-floors", "--landscape"});
+    ASSERT_EQ(floors.exitCode, 0) << floors.err.toStdString();
+    EXPECT_EQ(ReadAll(Temp("floors.pdf")).count("/Type /Page\n"), 2);
+
+    const QString pdftoppm = Tool(QStringLiteral("pdftoppm"));
+    if (pdftoppm.isEmpty())
+        GTEST_SKIP() << "pdftoppm is not installed";
+    constexpr int kDpi = 200;
+    QProcess raster;
+    raster.start(pdftoppm, {QStringLiteral("-r"), QString::number(kDpi), QStringLiteral("-png"),
+                            QStringLiteral("-singlefile"), pdf, Temp("print-page")});
+    ASSERT_TRUE(raster.waitForFinished(60000));
+    const QImage page(Temp("print-page.png"));
+    ASSERT_FALSE(page.isNull());
+    // A4 portrait.
+    EXPECT_NEAR(page.width(), 210 / 25.4 * kDpi, 1.5);
+    EXPECT_NEAR(page.height(), 297 / 25.4 * kDpi, 1.5);
+    // The longest dark run across the page is the outside of the top wall:
+    // 600 cm of room and two walls of 10 cm.
+    int longest = 0;
+    for (int y = 0; y < page.height(); ++y) {
+        int run = 0;
+        for (int x = 0; x < page.width(); ++x) {
+            run = qGray(page.pixel(x, y)) < 80 ? run + 1 : 0;
+            longest = std::max(longest, run);
+        }
+    }
+    const double expected = 620.0 / 50 / 2.54 * kDpi;
+    EXPECT_NEAR(longest, expected, 3.0) << "pixels at " << kDpi << " dpi";
+}
+
+// The plan as a CAD file that a CAD library opens and audits without
+// errors, with each kind of drawing on its layer where the plan has it.
+TEST(Cli, RenderDxfOpensInCadWithPlanOnLayers)
+{
+    CVxAppCore* core = VX_GetCore();
+    core->InitProject();
+    CVxProject& project = core->GetProject();
+    project.m_width = 600;
+    project.m_height = 300;
+    CVxFloor* floor = project.GetFloor();
+    floor->m_walls.SetAsBasicRect(600, 300, 10, 250);
+    floor->m_walls.GetNewWall()->Set(400, 0, 400, 300, CVxWall::ALIGN_CENTER, 10, 250, 250, true, false);
+    *floor->GetNewObject() = Box(450, 100, kBoxColour);
+    CVxPart* label = floor->GetNewObject();
+    *label = Box(100, 120, 0xFFFFFF);
+    label->type = ptLabel;
+    label->caption = L"Living";
+    core->UpdateFloorPlan();
+    ASSERT_TRUE(core->DoMainToolbarButtonAction(VX_TB_DIMENSION_ALL_WALLS));
+    const QString path = Temp("dxf.pvp");
+    ASSERT_TRUE(project.SaveToFile(CVxStringW(path), true, nullptr));
+    core->InitProject();
+
+    const QString dxf = Temp("plan.dxf");
+    const SRun run = RunCli({"render", path, "-o", dxf});
+    ASSERT_EQ(run.exitCode, 0) << run.err.toStdString();
+    ASSERT_TRUE(ReadAll(dxf).startsWith("  0\nSECTION"));
+
+    const QString python = PythonWithEzdxf();
+    if (python.isEmpty())
+        GTEST_SKIP() << "no Python with ezdxf";
+    const char* script = R"(
+import json, sys, ezdxf
+from ezdxf import bbox
+doc = ezdxf.readfile(sys.argv[1])
+auditor = doc.audit()
+msp = doc.modelspace()
+layers = {}
+for e in msp:
+    layer = layers.setdefault(e.dxf.layer, {"count": 0, "types": {}, "texts": []})
+    layer["count"] += 1
+    layer["types"][e.dxftype()] = layer["types"].get(e.dxftype(), 0) + 1
+    if e.dxftype() == "TEXT":
+        layer["texts"].append(e.dxf.text)
+for name, layer in layers.items():
+    ext = bbox.extents(msp.query('*[layer=="%s"]' % name))
+    layer["ext"] = [ext.extmin.x, ext.extmin.y, ext.extmax.x, ext.extmax.y]
+print(json.dumps({"errors": len(auditor.errors), "version": doc.dxfversion, "layers": layers}))
+)";
+    QProcess check;
+    check.start(python, {QStringLiteral("-c"), QString::fromLatin1(script), dxf});
+    ASSERT_TRUE(check.waitForFinished(60000));
+    ASSERT_EQ(check.exitCode(), 0) << check.readAllStandardError().toStdString();
+    const QJsonObject result = QJsonDocument::fromJson(check.readAllStandardOutput()).object();
+    EXPECT_EQ(result["errors"].toInt(), 0);
+    EXPECT_EQ(result["version"].toString(), QStringLiteral("AC1009"));
+    const QJsonObject layers = result["layers"].toObject();
+    const auto extents = [&](const char* name) {
+        QJsonArray ext = layers[QLatin1String(name)].toObject()["ext"].toArray();
+        return std::vector<double>{ext[0].toDouble(), ext[1].toDouble(), ext[2].toDouble(),
+                                   ext[3].toDouble()};
+    };
+    // Plan units, y upwards: the walls stand outside the room's 600 by 300.
+    const std::vector<double> walls = extents("WALLS");
+    const std::vector<double> wallsExpected{-10, -310, 610, 10};
+    for (size_t i = 0; i < 4; ++i)
+        EXPECT_NEAR(walls[i], wallsExpected[i], 0.5) << "wall extent " << i;
+    const QJsonObject rooms = layers["ROOMS"].toObject();
+    EXPECT_EQ(rooms["types"].toObject()["POLYLINE"].toInt(), 2);
+    const std::vector<double> roomExtents = extents("ROOMS");
+    EXPECT_NEAR(roomExtents[0], 0, 0.5);
+    EXPECT_NEAR(roomExtents[2], 600, 0.5);
+    const std::vector<double> box = extents("OBJECTS");
+    EXPECT_NEAR(box[0], 450, 0.5);
+    EXPECT_NEAR(box[3], -100, 0.5);
+    const QJsonObject dimensions = layers["DIMENSIONS"].toObject();
+    EXPECT_GE(dimensions["count"].toInt(), 5);
+    EXPECT_FALSE(dimensions["texts"].toArray().isEmpty());
+    EXPECT_TRUE(layers["TEXT"].toObject()["texts"].toArray().contains(QStringLiteral("Living")));
 }
 
 // The samples that ship with the program, through every verb.

@@ -3,8 +3,8 @@
 
 Writes a corpus of projects that try to read private files, exhaust time,
 memory or disk, block on special files or smuggle terminal escapes, then runs
-each through `info`, `render` and `convert` under a 1 GB address space and
-10 s of CPU. Every run must end with exit 0 or 1, a failure must say so in one
+each through `info`, `render` (a picture and DXF), `print` and `convert`
+under a 1 GB address space and 10 s of CPU. Every run must end with exit 0 or 1, a failure must say so in one
 line, and no output may carry a file from outside the project's folder.
 
     hostile_corpus.py PLAVENO_CLI [WORK_FOLDER]
@@ -187,13 +187,16 @@ def main():
     victim = write(root, "victim.txt", b"untouched")
     os.symlink(victim, os.path.join(out, "planted.png.saving~"))
     os.symlink(victim, os.path.join(out, "planted.pvp.saving~"))
+    os.symlink(victim, os.path.join(out, "planted.dxf.saving~"))
     os.mkfifo(os.path.join(out, "fifo_out.png"))
 
     failures = []
     for name, path in sorted(corpus.items()):
         runs = [("info", ["info", path]),
                 ("render", ["render", path, "-o", os.path.join(out, "planted.png"), "--width", "400"]),
-                ("convert", ["convert", path, os.path.join(out, "planted.pvp")])]
+                ("convert", ["convert", path, os.path.join(out, "planted.pvp")]),
+                ("print", ["print", path, "-o", os.path.join(out, "printed.pdf"), "--scale", "1:50"]),
+                ("dxf", ["render", path, "-o", os.path.join(out, "planted.dxf")])]
         if name == "grid_huge":
             runs.append(("render-fifo-out", ["render", path, "-o", os.path.join(out, "fifo_out.png")]))
         for verb, args in runs:

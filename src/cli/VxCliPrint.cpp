@@ -1,0 +1,182 @@
+// print: the printout of the program as a PDF, page for page: title, plan
+// at the chosen scale over as many sheets as it needs, scale bar, notes.
+
+#include "VxCli.h"
+
+#include "CVxAppCore.h"
+#include "CVxPrintConfig.h"
+#include "CVxQtDCPaintDevice.h"
+
+#include <QFileInfo>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+
+#include <cmath>
+#include <cstdlib>
+
+namespace {
+
+// Fine enough that whole device pixels don't show on paper.
+constexpr int kPdfResolution = 600;
+// A house at 1:1 on A4 would run to thousands of pages.
+constexpr int kMaxPages = 200;
+
+struct SVxPrintSettings
+{
+    QString input;
+    QString output;
+    int floor = 0;
+    bool allFloors = false;
+    double scale = 0;
+    bool landscape = false;
+    QPageSize::PageSizeId paper = QPageSize::A4;
+};
+
+// The settings that the project keeps, with what the command line asks
+// for over them.
+CVxPrintSizeCalculator PrintSetup(const SVxPrintSettings& settings, const QPdfWriter& writer)
+{
+    CVxPrintSizeCalculator calc;
+    CVxAppCore* core = VX_GetCore();
+    core->LoadPrintConfig(calc);
+    if (settings.scale > 0) {
+        calc.scale = settings.scale;
+        calc.multiPage = true;
+    }
+    calc.customLayout = false;
+    calc.pageW = writer.width();
+    calc.pageH = writer.height();
+    calc.dpiX = writer.resolution();
+    calc.dpiY = writer.resolution();
+    calc.SetProjectArea(core->GetProject());
+    return calc;
+}
+
+int Print(const SVxPrintSettings& settings, CVxCliProgress& progress)
+{
+    CVxAppCore* core = VX_GetCore();
+    CVxProject& project = core->GetProject();
+    CVxCliOutput output(settings.output);
+    QPdfWriter writer(output.TempPath());
+    writer.setTitle(QFileInfo(settings.input).completeBaseName());
+    writer.setCreator(QStringLiteral("plaveno-cli"));
+    writer.setResolution(kPdfResolution);
+    // The border of the print settings is the white around the plan; the
+    // PDF's page is the whole sheet.
+    CVxPrintSizeCalculator stored;
+    core->LoadPrintConfig(stored);
+    const bool landscape = settings.landscape || stored.landscape == 1;
+    writer.setPageLayout(QPageLayout(
+        QPageSize(settings.paper), landscape ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF()));
+
+    std::vector<int> floors;
+    if (settings.allFloors) {
+        for (int i = 0; i < project.GetFloorCount(); ++i)
+            floors.push_back(i);
+    } else {
+        floors.push_back(settings.floor);
+    }
+
+    // Every floor's pages are counted before anything is drawn, so that a
+    // scale too fine for the paper fails without a half-written file.
+    std::vector<CVxPrintSizeCalculator> calcs;
+    CVxQtDCPaintDevice device(&writer, true);
+    if (!device.IsActive())
+        return VxCliFail(settings.output, QStringLiteral("can't be created"));
+    long long pages = 0;
+    for (int floor : floors) {
+        project.m_currentFloor = floor;
+        core->UpdateFloorPlan();
+        CVxPrintSizeCalculator calc = PrintSetup(settings, writer);
+        calc.CalcFontSize(*device.GetDC());
+        calc.Calculate(false);
+        pages += calc.GetPageCount();
+        calcs.push_back(calc);
+    }
+    if (pages > kMaxPages)
+        return VxCliFail(settings.input,
+                         QStringLiteral("at this scale the plan would need %1 pages").arg(pages));
+
+    progress.Step("printing");
+    bool first = true;
+    for (size_t i = 0; i < floors.size(); ++i) {
+        project.m_currentFloor = floors[i];
+        core->UpdateFloorPlan();
+        for (int page = 0; page < calcs[i].GetPageCount(); ++page) {
+            if (!first && !writer.newPage())
+                return VxCliFail(settings.output, QStringLiteral("could not be written"));
+            first = false;
+            core->PrintProjectPage(device.GetDC(), page, calcs[i], -1);
+        }
+    }
+    if (!device.End())
+        return VxCliFail(settings.output, QStringLiteral("could not be written"));
+    progress.Step("writing");
+    return output.Commit() ? kVxCliOk : kVxCliFailed;
+}
+
+} // namespace
+
+int VxCliPrint(const std::vector<std::string>& args)
+{
+    CVxCliArgs parsed;
+    std::string error;
+    if (!parsed.Parse(args, {"--output", "--floor", "--scale", "--paper"}, {"--landscape", "--all-floors"},
+                      error))
+        return VxCliUsageError("print", error);
+    if (parsed.Positional().size() != 1)
+        return VxCliUsageError("print", "expects one project file");
+    if (!parsed.Has("--output") || parsed.Value("--output").empty())
+        return VxCliUsageError("print", "needs an output file: -o OUT.pdf");
+
+    SVxPrintSettings settings;
+    settings.input = QString::fromLocal8Bit(parsed.Positional()[0].c_str());
+    settings.output = QString::fromLocal8Bit(parsed.Value("--output").c_str());
+    if (VxCliExtension(settings.output) != QLatin1String("pdf"))
+        return VxCliUsageError("print", "the output must end in .pdf");
+    if (parsed.Has("--floor") && parsed.Has("--all-floors"))
+        return VxCliUsageError("print", "give either --floor or --all-floors");
+    if (parsed.Has("--floor")) {
+        const std::string text = parsed.Value("--floor");
+        char* end = nullptr;
+        const long value = strtol(text.c_str(), &end, 10);
+        if (text.empty() || *end != '\0' || value < 1 || value > 10000)
+            return VxCliUsageError("print", "--floor needs a floor number from 1");
+        settings.floor = static_cast<int>(value) - 1;
+    }
+    settings.allFloors = parsed.Has("--all-floors");
+    settings.landscape = parsed.Has("--landscape");
+    if (parsed.Has("--scale")) {
+        const std::string scale = parsed.Value("--scale");
+        char* end = nullptr;
+        const double value = scale.rfind("1:", 0) == 0 ? strtod(scale.c_str() + 2, &end) : 0;
+        if (!end || *end != '\0' || !std::isfinite(value) || value < 1 || value > 1e6)
+            return VxCliUsageError("print", "--scale needs the form 1:N, for example 1:100");
+        settings.scale = value;
+    }
+    if (parsed.Has("--paper")) {
+        const QString paper = QString::fromStdString(parsed.Value("--paper")).toUpper();
+        if (paper == QLatin1String("A4"))
+            settings.paper = QPageSize::A4;
+        else if (paper == QLatin1String("A3"))
+            settings.paper = QPageSize::A3;
+        else if (paper == QLatin1String("LETTER"))
+            settings.paper = QPageSize::Letter;
+        else
+            return VxCliUsageError("print", "--paper needs A4, A3 or Letter");
+    }
+    if (!VxCliCheckOutput(settings.output))
+        return kVxCliFailed;
+
+    CVxCliProgress progress(settings.input);
+    SVxCliLoaded loaded;
+    if (!VxCliLoadProject(settings.input, loaded))
+        return kVxCliFailed;
+    CVxProject& project = VX_GetCore()->GetProject();
+    if (settings.floor >= project.GetFloorCount())
+        return VxCliFail(
+            settings.input,
+            QStringLiteral("has %1 floor(s), not %2").arg(project.GetFloorCount()).arg(settings.floor + 1));
+    return Print(settings, progress);
+}
