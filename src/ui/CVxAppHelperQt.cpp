@@ -214,6 +214,7 @@ void CVxAppHelperQt::UpdateProjectUI(bool zoomToFit, bool autoSize)
     CVxMainWindow* window = CVxMainWindow::GetInstance();
     if (!window)
         return;
+    window->RefreshProjectWindows();
     if (zoomToFit) {
         window->ZoomToBestFit();
         return;
@@ -229,6 +230,29 @@ void CVxAppHelperQt::EnableFloorButtons()
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())
         window->EnableFloorButtons();
+}
+
+void CVxAppHelperQt::RefillLayersList()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->RefreshProjectWindows();
+}
+
+void CVxAppHelperQt::BuildLayersSubMenu(bool /*popup*/)
+{
+    // The layers window is the one list of layers; it follows undo and redo.
+    RefillLayersList();
+}
+
+void CVxAppHelperQt::ShowLayersWindow()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->ShowDock(CVxMainWindow::DOCK_LAYERS, true);
+}
+
+void CVxAppHelperQt::OnPartListingChange()
+{
+    RefillLayersList();
 }
 
 void CVxAppHelperQt::EnableAlignCommands()
