@@ -11,8 +11,8 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTabWidget>
@@ -137,6 +137,8 @@ CVxOptionsDlg::CVxOptionsDlg(QWidget* parent) : QDialog(parent)
             form->addRow(label, shown ? shown : field);
         m_fields.push_back(field);
     }
+    m_problem = VX_ProblemLabel(this);
+    column->addWidget(m_problem);
     column->addWidget(VX_OkCancelButtons(this));
 }
 
@@ -206,7 +208,7 @@ bool CVxOptionsDlg::Store()
 void CVxOptionsDlg::accept()
 {
     if (!Store()) {
-        QMessageBox::warning(this, windowTitle(), T(102, L"Please enter a number within the allowed range."));
+        VX_ShowProblem(m_problem, T(102, L"Please enter a number within the allowed range."));
         return;
     }
     VX_GetCore()->ApplyOptionsChange();

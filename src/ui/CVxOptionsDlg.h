@@ -7,6 +7,7 @@
 
 #include <vector>
 
+class QLabel;
 class QTabWidget;
 class QWidget;
 
@@ -23,6 +24,7 @@ public slots:
     void accept() override;
 
 private:
+    QLabel* m_problem = nullptr;
     // False, with the field focused, when a field holds no valid value.
     bool Store();
 

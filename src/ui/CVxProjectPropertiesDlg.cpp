@@ -11,7 +11,6 @@
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
-#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -96,6 +95,8 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
     m_comments->setMaximumHeight(90);
     column->addWidget(m_comments);
 
+    m_problem = VX_ProblemLabel(this);
+    column->addWidget(m_problem);
     column->addWidget(VX_OkCancelButtons(this));
     connect(m_unit, &QComboBox::currentIndexChanged, this, &CVxProjectPropertiesDlg::OnUnitChanged);
 }
@@ -148,7 +149,7 @@ void CVxProjectPropertiesDlg::accept()
 {
     SVxProjectSettings settings;
     if (!GetSettings(settings)) {
-        QMessageBox::warning(this, windowTitle(), T(16, L"Please enter a length, such as 2.5 m or 8' 2\"."));
+        VX_ShowProblem(m_problem, T(16, L"Please enter a length, such as 2.5 m or 8' 2\"."));
         return;
     }
     VX_GetCore()->ApplyProjectSettings(settings);

@@ -11,6 +11,7 @@
 
 class CVxLengthEdit;
 class QComboBox;
+class QLabel;
 class QPlainTextEdit;
 class QTableWidget;
 
@@ -27,6 +28,7 @@ public slots:
     void accept() override;
 
 private:
+    QLabel* m_problem = nullptr;
     void OnUnitChanged();
     std::vector<CVxLengthEdit*> AllLengths() const;
 

@@ -9,7 +9,7 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QMessageBox>
+#include <QLabel>
 #include <QRadioButton>
 #include <QSpinBox>
 #include <QVBoxLayout>
@@ -69,6 +69,8 @@ CVxTransformDlg::CVxTransformDlg(QWidget* parent) : QDialog(parent)
     shapeForm->addRow(m_mirrorV);
     column->addWidget(shape);
 
+    m_problem = VX_ProblemLabel(this);
+    column->addWidget(m_problem);
     column->addWidget(VX_OkCancelButtons(this));
 }
 
@@ -93,8 +95,7 @@ void CVxTransformDlg::accept()
 {
     SVxTransform transform;
     if (!GetTransform(transform)) {
-        QMessageBox::warning(this, windowTitle(),
-                             T(13, L"Please enter a distance, such as 50 cm or -2' 6\"."));
+        VX_ShowProblem(m_problem, T(13, L"Please enter a distance, such as 50 cm or -2' 6\"."));
         return;
     }
     VX_GetCore()->ApplyTransform(transform);

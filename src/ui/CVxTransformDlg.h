@@ -8,6 +8,7 @@
 
 class CVxLengthEdit;
 class QCheckBox;
+class QLabel;
 class QDoubleSpinBox;
 class QRadioButton;
 class QSpinBox;
@@ -24,6 +25,7 @@ public slots:
     void accept() override;
 
 private:
+    QLabel* m_problem = nullptr;
     QRadioButton* m_project = nullptr;
     QRadioButton* m_floor = nullptr;
     CVxLengthEdit* m_dx = nullptr;

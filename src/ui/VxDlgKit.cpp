@@ -98,3 +98,19 @@ QDialogButtonBox* VX_OkCancelButtons(QDialog* dialog, bool connectAccept)
         QObject::connect(buttons, &QDialogButtonBox::accepted, dialog, &QDialog::accept);
     return buttons;
 }
+
+QLabel* VX_ProblemLabel(QWidget* parent)
+{
+    auto* label = new QLabel(parent);
+    label->setObjectName(QStringLiteral("LblProblem"));
+    label->setStyleSheet(QStringLiteral("color: #c00000;"));
+    label->setWordWrap(true);
+    label->hide();
+    return label;
+}
+
+void VX_ShowProblem(QLabel* label, const QString& text)
+{
+    label->setText(text);
+    label->setVisible(!text.isEmpty());
+}

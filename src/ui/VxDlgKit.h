@@ -56,5 +56,9 @@ private:
 // OK and Cancel, localised; OK runs accept unless the dialog connects it
 // elsewhere.
 QDialogButtonBox* VX_OkCancelButtons(QDialog* dialog, bool connectAccept = true);
+// A line above the buttons that tells, in red, what keeps OK from closing;
+// hidden until there is something to tell.
+QLabel* VX_ProblemLabel(QWidget* parent);
+void VX_ShowProblem(QLabel* label, const QString& text);
 // The on-screen text of a length in a unit: feet and inches for inches.
 QString VX_LengthText(double value, int unit);
