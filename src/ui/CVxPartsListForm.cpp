@@ -48,6 +48,8 @@ CVxPartsListForm::CVxPartsListForm(QWidget* parent) : QWidget(parent)
     m_table->setObjectName(QStringLiteral("PartList"));
     m_table->verticalHeader()->hide();
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_table->setMinimumHeight(180);
+    m_table->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
     m_table->horizontalHeader()->setSectionResizeMode(CVxPartListing::COL_NAME, QHeaderView::Stretch);
     m_table->horizontalHeader()->setSectionsClickable(true);
     column->addWidget(m_table, 1);

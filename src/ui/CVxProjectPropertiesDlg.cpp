@@ -77,8 +77,8 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
         rows << T(17, L"Floor %1").arg(i + 1);
         auto* height = new CVxLengthEdit(m_settings.floors[i].wallHeight, unit, false, m_floors);
         auto* thickness = new CVxLengthEdit(m_settings.floors[i].floorThickness, unit, true, m_floors);
-        m_floors->setCellWidget(static_cast<int>(i), 0, height);
-        m_floors->setCellWidget(static_cast<int>(i), 1, thickness);
+        m_floors->setCellWidget(static_cast<int>(i), 0, height->WithUnit());
+        m_floors->setCellWidget(static_cast<int>(i), 1, thickness->WithUnit());
         m_floorHeights.push_back(height);
         m_floorThicknesses.push_back(thickness);
     }

@@ -29,7 +29,9 @@ CVxLengthEdit::CVxLengthEdit(double value, int unit, bool allowZeroOrLess, QWidg
     : QLineEdit(parent), m_unit(unit), m_allowZeroOrLess(allowZeroOrLess)
 {
     setMaxLength(40);
+    // Shown once WithUnit places it beside the field.
     m_unitLabel = new QLabel(this);
+    m_unitLabel->hide();
     SetValue(value);
     SetUnit(unit);
 }
@@ -86,6 +88,7 @@ QWidget* CVxLengthEdit::WithUnit()
     row->addWidget(this, 1);
     m_unitLabel->setParent(box);
     row->addWidget(m_unitLabel);
+    m_unitLabel->show();
     return box;
 }
 
