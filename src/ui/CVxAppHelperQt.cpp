@@ -145,9 +145,7 @@ bool CVxAppHelperQt::SystemExecute(const CVxStringW& target)
 
 bool CVxAppHelperQt::OpenHelpTopic(const CVxStringW& path)
 {
-    QString text = path.ToQString();
-    text.replace(QLatin1Char(' '), QStringLiteral("%20"));
-    return QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + text));
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path.ToQString()));
 }
 
 void CVxAppHelperQt::GetCurrentMousePos(double& x, double& y)

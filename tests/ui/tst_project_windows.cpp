@@ -24,6 +24,7 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -31,6 +32,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
@@ -132,6 +134,7 @@ private slots:
     void transformMovesByTypedDistances();
     void listingSortsAndCopies();
     void germanWindowsShowNoEnglish();
+    void userGuideIsShippedWithItsPictures();
 };
 
 void TestProjectWindows::layersWindowChangesTheFloor()
@@ -324,6 +327,24 @@ void TestProjectWindows::germanWindowsShowNoEnglish()
     }
     QVERIFY(CVxLanguageDlg::ApplyLanguage(1033, CVxStringW()));
     QCOMPARE(VX_GetLoc()->GetSelectedLanguageID(), 0);
+}
+
+void TestProjectWindows::userGuideIsShippedWithItsPictures()
+{
+    CVxMainWindow window;
+    const QString guide = window.GetHelpFilePath().ToQString();
+    QVERIFY2(guide.endsWith(QStringLiteral("Help/index.html")), qPrintable(guide));
+    QFile file(guide);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QString html = QString::fromUtf8(file.readAll());
+    const QDir folder = QFileInfo(guide).dir();
+    static const QRegularExpression links(QStringLiteral("(?:src|href)=\"([^\":]+)\""));
+    int pictures = 0;
+    for (const QRegularExpressionMatch& link : links.globalMatch(html)) {
+        QVERIFY2(folder.exists(link.captured(1)), qPrintable(link.captured(1)));
+        pictures += link.captured(1).endsWith(QStringLiteral(".png")) ? 1 : 0;
+    }
+    QVERIFY(pictures >= 3);
 }
 
 int main(int argc, char** argv)
