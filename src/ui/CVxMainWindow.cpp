@@ -328,8 +328,10 @@ QString MenuTitle(int menu)
 void CVxMainWindow::CreateMenus()
 {
     menuBar()->setContextMenuPolicy(Qt::CustomContextMenu);
-    for (int i = 0; i < MENU_COUNT; ++i)
+    for (int i = 0; i < MENU_COUNT; ++i) {
         m_menus[i] = menuBar()->addMenu(MenuTitle(i));
+        m_menuTitles[i] = m_menus[i]->menuAction();
+    }
 
     m_mainToolbar->CreateProjectMenu(m_menus[MENU_PROJECT], m_samplesMenu, m_recentSeparator);
     m_mainToolbar->CreateEditMenu(m_menus[MENU_EDIT]);
@@ -1069,7 +1071,7 @@ void CVxMainWindow::LocalizeAll()
     QGuiApplication::setLayoutDirection(VX_GetLoc()->IsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
     m_mainToolbar->LocalizeAllActions();
     for (int i = 0; i < MENU_COUNT; ++i)
-        m_menus[i]->setTitle(MenuTitle(i));
+        m_menuTitles[i]->setText(MenuTitle(i));
     m_layersForm->Localize();
     m_partsListForm->Localize();
     m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());

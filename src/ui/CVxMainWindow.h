@@ -207,6 +207,9 @@ private:
     QToolBar* m_contextToolbar = nullptr;
     QToolBar* m_editorBar = nullptr;
     QMenu* m_menus[MENU_COUNT] = {};
+    // The menu bar's items of the menus, kept apart: a menu that a tool
+    // button takes over answers with the button's action instead.
+    QAction* m_menuTitles[MENU_COUNT] = {};
     QMenu* m_objectPopup = nullptr;
     QMenu* m_projectPopup = nullptr;
     QMenu* m_specialEditorPopup = nullptr;

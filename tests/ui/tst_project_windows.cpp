@@ -30,6 +30,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -325,6 +326,12 @@ void TestProjectWindows::germanWindowsShowNoEnglish()
             QVERIFY2(text != english[i][t], qPrintable(widget->objectName() + QStringLiteral(": ") + text));
         }
     }
+    // The main window follows at once, the menu bar too.
+    window.LocalizeAll();
+    QStringList menus;
+    for (QAction* item : window.menuBar()->actions())
+        menus << item->text();
+    QVERIFY2(menus.contains(QStringLiteral("&Geschoss")), qPrintable(menus.join(QLatin1Char(' '))));
     QVERIFY(CVxLanguageDlg::ApplyLanguage(1033, CVxStringW()));
     QCOMPARE(VX_GetLoc()->GetSelectedLanguageID(), 0);
 }
