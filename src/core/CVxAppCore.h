@@ -9,6 +9,7 @@
 #include "CVxPart.h"
 #include "CVxPartSelection.h"
 #include "CVxProject.h"
+#include "CVxProjectSettings.h"
 #include "CVxSpriteCache.h"
 #include "CVxStringA.h"
 #include "CVxStringW.h"
@@ -180,6 +181,33 @@ public:
     void TransformFlip(bool vertical);
 
     int GetFirstSelectedIndex() const { return m_firstSelected; }
+    // Several transforms of the project or of the current floor alone, as
+    // one undo step: scale, turn, mirror, then move. False when it changes
+    // nothing.
+    bool ApplyTransform(const SVxTransform& transform);
+
+    // The layers of the current floor, as the layers window changes them.
+    // Each change is one undo step; false, and no step, for an index out of
+    // range or a change that changes nothing. Objects keep to their layers.
+    bool LayerAdd(const CVxStringW& name);
+    bool LayerRename(int layer, const CVxStringW& name);
+    // Frees the layer's objects; the last layer stays.
+    bool LayerRemove(int layer);
+    bool LayerMove(int from, int to);
+    bool LayerSetVisible(int layer, bool visible);
+    bool LayerSetTransparency(int layer, int percent);
+    // Objects of a locked layer are drawn but can't be selected.
+    bool LayerSetLocked(int layer, bool locked);
+    // Where new objects go; no undo step.
+    bool LayerSetActive(int layer);
+
+    // The project's settings as the project properties show them, and all
+    // changes of them as one undo step; false when nothing changed.
+    SVxProjectSettings ReadProjectSettings() const;
+    bool ApplyProjectSettings(const SVxProjectSettings& settings);
+    // After the options dialogue changed settings: the view follows at once
+    // and config.ini keeps them.
+    void ApplyOptionsChange();
 
     // Mouse states of the plan view.
     enum EVxMouseState : int32_t
@@ -551,6 +579,7 @@ private:
 public:
 private:
     void AfterTransform();
+    void AfterLayersChange();
     void Repaint();
     // Clears every object's selection flag and the last selected; true when
     // any was set.

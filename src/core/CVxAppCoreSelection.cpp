@@ -20,9 +20,11 @@ CVxStringW Msg(int row, const wchar_t* english)
     return VX_GetLoc()->LocalizeMessage(row, english);
 }
 
+// Objects of hidden and of locked layers are out of the user's hand.
 bool IsVisibleOn(const CVxFloor& floor, const CVxPart& part)
 {
-    return part.inUse && floor.m_layers.IsLayerVisible(part.layer);
+    return part.inUse && floor.m_layers.IsLayerVisible(part.layer) &&
+           !floor.m_layers.IsLayerLocked(part.layer);
 }
 
 // The selected objects that a command may change.

@@ -147,6 +147,12 @@ bool CVxLocalize::SelectLanguage(int index)
     return true;
 }
 
+void CVxLocalize::SelectNoLanguage()
+{
+    ClearTables();
+    m_selected = -1;
+}
+
 bool CVxLocalize::SelectLanguageID(int id)
 {
     for (int i = 0; i < GetLanguageFileCount(); ++i)

@@ -59,6 +59,8 @@ public:
     bool SelectLanguage(int index);
     // Selects the first listed file of that Windows-style language number.
     bool SelectLanguageID(int id);
+    // Back to the English texts of the call sites.
+    void SelectNoLanguage();
     int GetSelectedLanguage() const { return m_selected; }
 
     // Index into the loaded tables of a well-known table, -1 until loaded.

@@ -480,31 +480,67 @@ void CVxFloor::OrderPartsByZposition(bool ascending, bool selectedOnly)
 
 bool CVxFloor::RemoveLayer(int layer)
 {
-    return m_layers.RemoveLayer(layer);
+    if (!m_layers.RemoveLayer(layer))
+        return false;
+    // The layer's objects go with it; the layers above move down one, and
+    // their objects with them.
+    for (CVxPart& part : m_objects) {
+        if (!part.inUse)
+            continue;
+        if (part.layer == layer) {
+            part = CVxPart();
+            part.inUse = false;
+        } else if (part.layer > layer) {
+            --part.layer;
+        }
+    }
+    m_objectCount = CountUsedObjects();
+    return true;
 }
 
 bool CVxFloor::SwitchLayers(int a, int b)
 {
-    return m_layers.SwitchLayers(a, b);
+    if (!m_layers.SwitchLayers(a, b))
+        return false;
+    for (CVxPart& part : m_objects) {
+        if (part.layer == a)
+            part.layer = b;
+        else if (part.layer == b)
+            part.layer = a;
+    }
+    return true;
 }
 
 bool CVxFloor::ReorderLayer(int from, int to)
 {
-    return m_layers.ReorderLayer(from, to);
+    if (!m_layers.ReorderLayer(from, to))
+        return false;
+    for (CVxPart& part : m_objects)
+        part.layer = CVxViewLayers::ReorderedIndex(part.layer, from, to);
+    return true;
+}
+
+int CVxFloor::MergeLayersInto(int target, bool onlyVisible)
+{
+    // Objects are gathered first, as removing a layer frees what is left on it.
+    for (CVxPart& part : m_objects)
+        if (part.inUse && (!onlyVisible || m_layers.IsLayerVisible(part.layer)))
+            part.layer = target;
+    for (int i = m_layers.GetLayerCount() - 1; i >= 0; --i) {
+        if (i == target || (onlyVisible && !m_layers.IsLayerVisible(i)) || !RemoveLayer(i))
+            continue;
+        if (i < target)
+            --target;
+    }
+    m_layers.SetActiveLayer(target);
+    return target;
 }
 
 bool CVxFloor::MergeAllLayers()
 {
     if (m_layers.GetLayerCount() < 2)
         return false;
-    int target = m_layers.IsValidLayer(m_layers.GetActiveLayer()) ? m_layers.GetActiveLayer() : 0;
-    for (int i = m_layers.GetLayerCount() - 1; i >= 0; --i) {
-        if (i == target || !RemoveLayer(i))
-            continue;
-        if (i < target)
-            --target;
-    }
-    m_layers.SetActiveLayer(target);
+    MergeLayersInto(m_layers.IsValidLayer(m_layers.GetActiveLayer()) ? m_layers.GetActiveLayer() : 0, false);
     return true;
 }
 
@@ -512,14 +548,7 @@ bool CVxFloor::MergeVisibleLayers()
 {
     if (m_layers.GetVisibleLayerCount() < 2)
         return false;
-    int target = m_layers.GetAnyVisibleLayer();
-    for (int i = m_layers.GetLayerCount() - 1; i >= 0; --i) {
-        if (i == target || !m_layers.IsLayerVisible(i) || !RemoveLayer(i))
-            continue;
-        if (i < target)
-            --target;
-    }
-    m_layers.SetActiveLayer(target);
+    MergeLayersInto(m_layers.GetAnyVisibleLayer(), true);
     return true;
 }
 

@@ -113,7 +113,8 @@ public:
     // top height, within the slots they already take.
     void OrderPartsByZposition(bool ascending, bool selectedOnly);
 
-    // The layer operations of the layers window. The last layer can't be
+    // The layer operations of the layers window; objects keep to their
+    // layer. Removing a layer frees its objects, and the last layer can't be
     // removed.
     bool RemoveLayer(int layer);
     bool SwitchLayers(int a, int b);
@@ -161,4 +162,9 @@ public:
     CVxDecorativeMolding m_crownMolding;
 
     CVxLocalCoordsSet m_localCoords;
+
+private:
+    // Moves the objects (of visible layers only, with onlyVisible) onto the
+    // target and removes the emptied layers; returns the target's new index.
+    int MergeLayersInto(int target, bool onlyVisible);
 };

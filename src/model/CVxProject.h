@@ -229,9 +229,10 @@ public:
     CVxKeptSection m_globalShadow;
     CVxKeptSection m_pictureResizeCache;
 
-private:
     // The room rectangle reaches to the right and bottom of the walls.
     void SizeToWalls();
+
+private:
     // Everything moves so that the walls start at the origin again.
     void MoveToOrigin();
     void DeleteFloors();

@@ -10,7 +10,8 @@
 
 bool CViewLayerItem::operator==(const CViewLayerItem& other) const
 {
-    return m_visible == other.m_visible && m_name == other.m_name && m_transparency == other.m_transparency;
+    return m_visible == other.m_visible && m_name == other.m_name && m_transparency == other.m_transparency &&
+           m_locked == other.m_locked;
 }
 
 CVxViewLayers::CVxViewLayers()
@@ -44,6 +45,8 @@ void CVxViewLayers::OnReadIniValue(const CVxStringA& key, const CVxStringW& valu
         layer.m_name = tokens.GetNextToken();
         if (tokens.IsNextToken())
             layer.m_transparency = tokens.GetNextToken().ToIntDef(100);
+        if (tokens.IsNextToken())
+            layer.m_locked = tokens.GetNextToken().ToIntDef(0) > 0;
         m_layers.push_back(layer);
     }
 }
@@ -59,8 +62,12 @@ void CVxViewLayers::SaveToFile(CVxIniWriter* writer, const CVxStringA& section) 
         const CViewLayerItem& layer = m_layers[static_cast<size_t>(i)];
         CVxStringW text = layer.m_visible ? L"1|" : L"0|";
         text += layer.m_name;
-        if (layer.m_transparency > 0)
+        // A locked layer adds a fourth field; the transparency stands before
+        // it even at 0.
+        if (layer.m_transparency > 0 || layer.m_locked)
             text += CVxStringW().sprintf(L"|%d", layer.m_transparency);
+        if (layer.m_locked)
+            text += L"|1";
         snprintf(key, sizeof(key), "Layer%02d", i);
         writer->WriteString(key, text);
     }
@@ -121,6 +128,18 @@ void CVxViewLayers::SetLayerTransparency(int layer, int transparency)
         item->m_transparency = transparency;
 }
 
+bool CVxViewLayers::IsLayerLocked(int layer) const
+{
+    const CViewLayerItem* item = SafeGetLayer(layer);
+    return item && item->m_locked;
+}
+
+void CVxViewLayers::SetLayerLocked(int layer, bool locked)
+{
+    if (CViewLayerItem* item = SafeGetLayer(layer))
+        item->m_locked = locked;
+}
+
 void CVxViewLayers::SetActiveLayer(int layer)
 {
     if (IsValidLayer(layer))
@@ -146,9 +165,9 @@ int CVxViewLayers::GetVisibleLayerCount() const
     return count;
 }
 
-int CVxViewLayers::AddLayer(const CVxStringW& name, bool visible, int transparency)
+int CVxViewLayers::AddLayer(const CVxStringW& name, bool visible, int transparency, bool locked)
 {
-    m_layers.emplace_back(name, visible, transparency);
+    m_layers.emplace_back(name, visible, transparency, locked);
     return GetLayerCount() - 1;
 }
 

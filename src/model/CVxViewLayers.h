@@ -15,8 +15,9 @@ class CViewLayerItem
 {
 public:
     CViewLayerItem() = default;
-    explicit CViewLayerItem(const CVxStringW& name, bool visible = true, int transparency = 0)
-        : m_visible(visible), m_name(name), m_transparency(transparency)
+    explicit CViewLayerItem(const CVxStringW& name, bool visible = true, int transparency = 0,
+                            bool locked = false)
+        : m_visible(visible), m_name(name), m_transparency(transparency), m_locked(locked)
     {
     }
 
@@ -28,6 +29,8 @@ public:
     CVxStringW m_name;
     // Percent; 0 draws the layer's objects opaque.
     int m_transparency = 0;
+    // The layer's objects are drawn but can't be selected or changed.
+    bool m_locked = false;
 };
 
 class CVxViewLayers : public IVxReadIniClient
@@ -61,6 +64,9 @@ public:
     void SetLayerName(int layer, const CVxStringW& name);
     // 0 for an index out of range.
     int GetLayerTransparency(int layer) const;
+    // False for an index out of range.
+    bool IsLayerLocked(int layer) const;
+    void SetLayerLocked(int layer, bool locked);
     void SetLayerTransparency(int layer, int transparency);
 
     int GetActiveLayer() const { return m_activeLayer; }
@@ -70,7 +76,7 @@ public:
     int GetVisibleLayerCount() const;
 
     // Appends a layer and returns its index.
-    int AddLayer(const CVxStringW& name, bool visible = true, int transparency = 0);
+    int AddLayer(const CVxStringW& name, bool visible = true, int transparency = 0, bool locked = false);
     // False for an index out of range and for the last remaining layer. The
     // active layer keeps pointing at the same layer, or at its neighbour
     // when that one was removed.

@@ -152,9 +152,7 @@ bool CVxAppHelperQt::SystemExecute(const CVxStringW& target)
 
 bool CVxAppHelperQt::OpenHelpTopic(const CVxStringW& path)
 {
-    QString text = path.ToQString();
-    text.replace(QLatin1Char(' '), QStringLiteral("%20"));
-    return QDesktopServices::openUrl(QUrl(QStringLiteral("file:///") + text));
+    return QDesktopServices::openUrl(QUrl::fromLocalFile(path.ToQString()));
 }
 
 void CVxAppHelperQt::GetCurrentMousePos(double& x, double& y)
@@ -221,6 +219,7 @@ void CVxAppHelperQt::UpdateProjectUI(bool zoomToFit, bool autoSize)
     CVxMainWindow* window = CVxMainWindow::GetInstance();
     if (!window)
         return;
+    window->RefreshProjectWindows();
     if (zoomToFit) {
         window->ZoomToBestFit();
         return;
@@ -236,6 +235,29 @@ void CVxAppHelperQt::EnableFloorButtons()
 {
     if (CVxMainWindow* window = CVxMainWindow::GetInstance())
         window->EnableFloorButtons();
+}
+
+void CVxAppHelperQt::RefillLayersList()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->RefreshProjectWindows();
+}
+
+void CVxAppHelperQt::BuildLayersSubMenu(bool /*popup*/)
+{
+    // The layers window is the one list of layers; it follows undo and redo.
+    RefillLayersList();
+}
+
+void CVxAppHelperQt::ShowLayersWindow()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->ShowDock(CVxMainWindow::DOCK_LAYERS, true);
+}
+
+void CVxAppHelperQt::OnPartListingChange()
+{
+    RefillLayersList();
 }
 
 void CVxAppHelperQt::EnableAlignCommands()

@@ -28,6 +28,10 @@ public:
     void UpdateProjectUI(bool zoomToFit, bool autoSize) override;
     void EnableUndoButtons() override;
     void EnableFloorButtons() override;
+    void RefillLayersList() override;
+    void BuildLayersSubMenu(bool popup) override;
+    void ShowLayersWindow() override;
+    void OnPartListingChange() override;
     void EnableAlignCommands() override;
     void RebuildContextToolbar() override;
     void EnableMainToolbarButton(EVxMainToolbarButtonCode code, bool enable) override;

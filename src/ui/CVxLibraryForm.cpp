@@ -699,4 +699,9 @@ void CVxLibraryForm::changeEvent(QEvent* event)
     // Text sizes change the cells.
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         UpdateGridSize();
+    // Another language: the page names and the captions come anew.
+    if (event->type() == QEvent::LanguageChange) {
+        m_search->setPlaceholderText(QMsg(340, L"Search objects"));
+        Rebuild(false);
+    }
 }

@@ -7,6 +7,8 @@
 #include "CVxAutoSave.h"
 #include "CVxAutoSaveThumbDlg.h"
 #include "CVxCrashDumpsDlg.h"
+#include "CVxLanguageDlg.h"
+#include "CVxLayersForm.h"
 #include "CVxLibraryForm.h"
 #include "CVxLocFileInfo.h"
 #include "CVxLocalize.h"
@@ -18,9 +20,13 @@
 #include "CVxMissingFilesDlg.h"
 #include "CVxNewProjectDlg.h"
 #include "CVxOptions.h"
+#include "CVxOptionsDlg.h"
+#include "CVxPartsListForm.h"
 #include "CVxPrintDlg.h"
+#include "CVxProjectPropertiesDlg.h"
 #include "CVxRoomDlgs.h"
 #include "CVxSegmentedControl.h"
+#include "CVxTransformDlg.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "VxCrashHandler.h"
@@ -318,19 +324,28 @@ void CVxMainWindow::ApplyStoredGeometry()
         setWindowState(windowState() | Qt::WindowMaximized);
 }
 
-void CVxMainWindow::CreateMenus()
+namespace {
+QString MenuTitle(int menu)
 {
-    menuBar()->setContextMenuPolicy(Qt::CustomContextMenu);
     struct SVxMenuTitle
     {
         int number;
         const wchar_t* english;
     };
-    const SVxMenuTitle titles[MENU_COUNT] = {{1, L"&Project"}, {42, L"&Edit"}, {82, L"F&loor"},
-                                             {9, L"&Objects"}, {26, L"&View"}, {19, L"&Configure"},
-                                             {17, L"&Help"}};
-    for (int i = 0; i < MENU_COUNT; ++i)
-        m_menus[i] = menuBar()->addMenu(MainMenuText(titles[i].number, titles[i].english).ToQString());
+    static const SVxMenuTitle titles[CVxMainWindow::MENU_COUNT] = {
+        {1, L"&Project"}, {42, L"&Edit"},      {82, L"F&loor"}, {9, L"&Objects"},
+        {26, L"&View"},   {19, L"&Configure"}, {17, L"&Help"}};
+    return MainMenuText(titles[menu].number, titles[menu].english).ToQString();
+}
+} // namespace
+
+void CVxMainWindow::CreateMenus()
+{
+    menuBar()->setContextMenuPolicy(Qt::CustomContextMenu);
+    for (int i = 0; i < MENU_COUNT; ++i) {
+        m_menus[i] = menuBar()->addMenu(MenuTitle(i));
+        m_menuTitles[i] = m_menus[i]->menuAction();
+    }
 
     m_mainToolbar->CreateProjectMenu(m_menus[MENU_PROJECT], m_samplesMenu, m_recentSeparator);
     m_mainToolbar->CreateEditMenu(m_menus[MENU_EDIT]);
@@ -365,6 +380,10 @@ void CVxMainWindow::CreateDocks()
         dock->setObjectName(QString::fromLatin1(specs[i].name));
         if (i == DOCK_LIBRARY)
             dock->setWidget(m_libraryForm = new CVxLibraryForm(dock));
+        else if (i == DOCK_LAYERS)
+            dock->setWidget(m_layersForm = new CVxLayersForm(dock));
+        else if (i == DOCK_LISTING)
+            dock->setWidget(m_partsListForm = new CVxPartsListForm(dock));
         else
             dock->setWidget(new QWidget(dock));
         addDockWidget(specs[i].area, dock);
@@ -384,6 +403,16 @@ void CVxMainWindow::CreateDocks()
     for (int i = 0; i < DOCK_COUNT; ++i)
         if (i != DOCK_LIBRARY)
             m_docks[i]->hide();
+    m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
+    m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
+    connect(m_docks[DOCK_LAYERS], &QDockWidget::visibilityChanged, this, [this] {
+        m_mainToolbar->CheckButton(VX_TB_SHOW_LAYERS, !m_docks[DOCK_LAYERS]->isHidden());
+        RefreshProjectWindows();
+    });
+    connect(m_docks[DOCK_LISTING], &QDockWidget::visibilityChanged, this, [this] {
+        m_mainToolbar->CheckButton(VX_TB_SHOW_LISTING, !m_docks[DOCK_LISTING]->isHidden());
+        RefreshProjectWindows();
+    });
     QDockWidget* library = m_docks[DOCK_LIBRARY];
     library->setVisible(options->m_showLibTab);
     resizeDocks({library}, {std::max(options->m_leftDockWidth, m_libraryForm->sizeHint().width())},
@@ -686,12 +715,12 @@ bool CVxMainWindow::IsCommandAvailable(int code)
     // polygons, the listing form, printing, the property and options
     // dialogues, ...) come with their own work.
     static const QSet<int> available = {
-        1,   2,   3,   4,   5,   6,   7,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,
-        116, 117, 124, 125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,
-        49,  50,  73,  74,  75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106,
-        108, 109, 110, 111, 112, 113, 130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152,
-        153, 154, 155, 156, 162, 163, 168, 169, 170, 171, 172, 173, 174, 175, 178, 179, 180,
-        181, 182, 22,  40,  41,  42,  43,  44,  102, 148, 123, 54,  126, 127, 128, 129, 115};
+        1,   2,   3,   4,   5,   6,   7,   8,   30,  31,  32,  33,  34,  71,  72,  89,  90,  116, 117,
+        124, 125, 142, 165, 15,  16,  18,  19,  20,  26,  28,  29,  39,  47,  48,  49,  50,  73,  74,
+        75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108, 109, 110, 111, 112, 113,
+        130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169,
+        170, 171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148,
+        123, 54,  126, 127, 128, 129, 115, 21,  35,  45,  63,  65,  70,  79,  82,  85,  114};
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
@@ -713,6 +742,7 @@ void CVxMainWindow::EnableFloorButtons()
     if (!m_mainToolbar)
         return;
     m_mainToolbar->RebuildFloorSegments();
+    RefreshProjectWindows();
     UpdateCommandStates();
 }
 
@@ -759,7 +789,7 @@ void CVxMainWindow::UpdateCommandStates()
             break;
         case VX_TB_HELP:
         case VX_TB_HELP_FILE:
-            enabled = enabled && !loc->GetHelpfile().IsEmpty();
+            enabled = enabled && !GetHelpFilePath().IsEmpty();
             break;
         case VX_TB_WHATS_NEW:
             enabled = enabled && !loc->GetWhatsNewFile().IsEmpty();
@@ -910,9 +940,45 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
         break;
     case VX_TB_HELP:
     case VX_TB_HELP_FILE:
-        if (!OpenLanguageFile(false))
+        if (GetHelpFilePath().IsEmpty())
             return false;
+        m_helper->OpenHelpTopic(GetHelpFilePath());
         break;
+    case VX_TB_PROJECT_PROPERTIES: {
+        CVxProjectPropertiesDlg dialog(this);
+        dialog.exec();
+        break;
+    }
+    case VX_TB_TRANSFORMATIONS:
+    case VX_TB_TRANSFORM_PROJECT: {
+        CVxTransformDlg dialog(this);
+        dialog.exec();
+        break;
+    }
+    case VX_TB_OPTIONS: {
+        CVxOptionsDlg dialog(this);
+        dialog.exec();
+        break;
+    }
+    case VX_TB_LANGUAGE: {
+        CVxLanguageDlg dialog(this);
+        if (dialog.exec() == QDialog::Accepted)
+            LocalizeAll();
+        break;
+    }
+    case VX_TB_LAYERS:
+    case VX_TB_SHOW_LAYERS:
+        ShowDock(DOCK_LAYERS, m_docks[DOCK_LAYERS]->isHidden());
+        break;
+    case VX_TB_SHOW_LISTING:
+    case VX_TB_OBJECT_LISTING:
+        ShowDock(DOCK_LISTING, m_docks[DOCK_LISTING]->isHidden());
+        break;
+    case VX_TB_COPY_LISTING: {
+        CVxPartListExportDlg dialog(true, this);
+        dialog.exec();
+        break;
+    }
     case VX_TB_WHATS_NEW:
         if (!OpenLanguageFile(true))
             return false;
@@ -1009,9 +1075,83 @@ void CVxMainWindow::UpdateButtonsWithAutoDarkIcons()
 
 void CVxMainWindow::ShowAbout()
 {
-    QMessageBox::about(this, QStringLiteral("Plaveno"),
-                       QStringLiteral("Plaveno %1\nDesign homes and rooms, floor by floor.")
-                           .arg(QStringLiteral(PLAVENO_VERSION_TEXT)));
+    auto msg = [](int row, const wchar_t* english) {
+        return VX_GetLoc()->LocalizeMessage(row, english).ToQString().toHtmlEscaped();
+    };
+    QString text =
+        QStringLiteral("<h3>Plaveno %1</h3><p>%2</p><p>%3</p><ul>")
+            .arg(QStringLiteral(PLAVENO_VERSION_TEXT), msg(1251, L"Design homes and rooms, floor by floor."),
+                 msg(1253, L"Plaveno is built with these libraries, each under its own licence:"));
+    const QString items[] = {
+        msg(1254, L"Qt %1, under the GNU Lesser General Public License version 3")
+            .arg(QString::fromLatin1(qVersion())),
+        msg(1255, L"zlib, under the zlib licence"),
+        msg(1256, L"utfcpp, under the Boost Software License 1.0"),
+        msg(1257, L"qrcodegen, under the MIT licence"),
+        msg(1258, L"Castle Game Engine, under the GNU Lesser General Public License with a static linking "
+                  L"exception"),
+    };
+    for (const QString& item : items)
+        text += QStringLiteral("<li>%1</li>").arg(item);
+    text +=
+        QStringLiteral("</ul><p>%1</p>")
+            .arg(msg(1259, L"The licence texts are in the file licences.html of the program's Help folder."));
+    const CVxStringW credits = VX_GetLoc()->GetCredits();
+    if (!credits.IsEmpty())
+        text += QStringLiteral("<p>%1</p>").arg(credits.ToQString().toHtmlEscaped());
+    QMessageBox::about(this, msg(1250, L"About Plaveno"), text);
+}
+
+CVxStringW CVxMainWindow::GetHelpFilePath() const
+{
+    const CVxStringW language = VX_GetLoc()->GetHelpfile();
+    const CVxStringW folder = VX_GetCore()->GetAppFolder();
+    if (!language.IsEmpty() && QFileInfo::exists((folder + L"Language/" + language).ToQString()))
+        return folder + L"Language/" + language;
+    const CVxStringW shipped = folder + L"Help/index.html";
+    return QFileInfo::exists(shipped.ToQString()) ? shipped : CVxStringW();
+}
+
+void CVxMainWindow::ShowDock(EVxDock dock, bool show)
+{
+    m_docks[dock]->setVisible(show);
+    if (show)
+        m_docks[dock]->raise();
+    if (dock == DOCK_LAYERS) {
+        VX_GetOptions()->m_layerFormDocked = 1;
+        m_mainToolbar->CheckButton(VX_TB_SHOW_LAYERS, show);
+    } else if (dock == DOCK_LISTING) {
+        VX_GetOptions()->m_showPartListing = show;
+        m_mainToolbar->CheckButton(VX_TB_SHOW_LISTING, show);
+    }
+    RefreshProjectWindows();
+}
+
+void CVxMainWindow::RefreshProjectWindows()
+{
+    if (m_layersForm && !m_docks[DOCK_LAYERS]->isHidden())
+        m_layersForm->ScheduleRefill();
+    if (m_partsListForm && !m_docks[DOCK_LISTING]->isHidden())
+        m_partsListForm->Refill();
+}
+
+void CVxMainWindow::LocalizeAll()
+{
+    CVxUnits::LocalizeUnits();
+    QGuiApplication::setLayoutDirection(VX_GetLoc()->IsRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight);
+    m_mainToolbar->LocalizeAllActions();
+    for (int i = 0; i < MENU_COUNT; ++i)
+        m_menuTitles[i]->setText(MenuTitle(i));
+    m_layersForm->Localize();
+    m_partsListForm->Localize();
+    m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
+    m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(m_libraryForm, &change);
+    m_helper->RefreshMainViewCaption();
+    m_helper->RefreshMainViewStatusBar();
+    UpdateCommandStates();
+    m_renderArea->update();
 }
 
 bool CVxMainWindow::OpenLanguageFile(bool whatsNew)

@@ -11,11 +11,13 @@
 #include <functional>
 
 class CVxAppHelperQt;
+class CVxLayersForm;
 class CVxLibraryForm;
 class CVxMainRenderArea;
 class CVxMainScrollArea;
 class CVxMainStatusBar;
 class CVxMainToolbar;
+class CVxPartsListForm;
 class QAction;
 class QDockWidget;
 class QDragEnterEvent;
@@ -107,6 +109,16 @@ public:
     void UpdateMainToolbarButtonsVisibility();
     void UpdateButtonsWithAutoDarkIcons();
     QDockWidget* GetDock(EVxDock dock) const { return m_docks[dock]; }
+    CVxLayersForm* GetLayersForm() const { return m_layersForm; }
+    CVxPartsListForm* GetPartsListForm() const { return m_partsListForm; }
+    // Shows or hides a dock and checks its command.
+    void ShowDock(EVxDock dock, bool show);
+    // After the document changed: the layers and the listing follow.
+    void RefreshProjectWindows();
+    // Every text of the window again, after a change of language.
+    void LocalizeAll();
+    // The user guide: the language's help file, or the one shipped in Help.
+    CVxStringW GetHelpFilePath() const;
     // The library window in its dock; its visibility is command 62's check
     // mark and is kept in the settings.
     CVxLibraryForm* GetLibraryForm() const { return m_libraryForm; }
@@ -198,6 +210,9 @@ private:
     QToolBar* m_contextToolbar = nullptr;
     QToolBar* m_editorBar = nullptr;
     QMenu* m_menus[MENU_COUNT] = {};
+    // The menu bar's items of the menus, kept apart: a menu that a tool
+    // button takes over answers with the button's action instead.
+    QAction* m_menuTitles[MENU_COUNT] = {};
     QMenu* m_objectPopup = nullptr;
     QMenu* m_projectPopup = nullptr;
     QMenu* m_specialEditorPopup = nullptr;
@@ -205,6 +220,8 @@ private:
     QMenu* m_longPressPopup = nullptr;
     QDockWidget* m_docks[DOCK_COUNT] = {};
     CVxLibraryForm* m_libraryForm = nullptr;
+    CVxLayersForm* m_layersForm = nullptr;
+    CVxPartsListForm* m_partsListForm = nullptr;
     QMenu* m_samplesMenu = nullptr;
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;

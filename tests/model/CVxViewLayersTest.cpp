@@ -6,6 +6,9 @@
 #include "VxModelTestUtil.h"
 #include "VxTestEnv.h"
 
+#include <utility>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace {
@@ -77,7 +80,7 @@ TEST(ViewLayers, SectionRoundTrip)
 {
     CVxViewLayers layers;
     layers.AddLayer(L"Doors", false, 25);
-    layers.AddLayer(L"Lights", true, 0);
+    layers.AddLayer(L"Lights", true, 0, true);
     layers.SetActiveLayer(1);
     CVxStringWriter writer;
     layers.SaveToFile(&writer, "ViewLayers");
@@ -201,4 +204,66 @@ TEST(ViewLayers, MergeVisibleKeepsHiddenLayers)
     ASSERT_EQ(floor.m_layers.GetLayerCount(), 1);
     EXPECT_EQ(floor.m_layers.GetLayerName(0), L"A");
     EXPECT_FALSE(floor.MergeAllLayers());
+}
+
+namespace {
+
+// A floor with layers A, B, C, D and one object per layer, named by its layer.
+CVxFloor FloorWithOneObjectPerLayer()
+{
+    CVxFloor floor;
+    floor.m_layers.m_layers[0].m_name = L"A";
+    floor.m_layers.AddLayer(L"B");
+    floor.m_layers.AddLayer(L"C");
+    floor.m_layers.AddLayer(L"D");
+    for (int i = 0; i < 4; ++i) {
+        CVxPart* part = floor.GetNewObject(nullptr, true);
+        part->layer = i;
+        part->caption = floor.m_layers.GetLayerName(i);
+    }
+    return floor;
+}
+
+// The name of every object in use with the name of the layer it lies on.
+std::vector<std::pair<CVxStringW, CVxStringW>> ObjectsOnLayers(const CVxFloor& floor)
+{
+    std::vector<std::pair<CVxStringW, CVxStringW>> result;
+    for (const CVxPart& part : floor.m_objects)
+        if (part.inUse)
+            result.emplace_back(part.caption, floor.m_layers.GetLayerName(part.layer));
+    return result;
+}
+
+using Pairs = std::vector<std::pair<CVxStringW, CVxStringW>>;
+
+} // namespace
+
+TEST(ViewLayers, LayerOperationsCarryTheirObjects)
+{
+    CVxFloor floor = FloorWithOneObjectPerLayer();
+    ASSERT_TRUE(floor.RemoveLayer(1));
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"A"}, {L"C", L"C"}, {L"D", L"D"}}));
+    EXPECT_EQ(floor.m_objectCount, 3);
+
+    floor = FloorWithOneObjectPerLayer();
+    ASSERT_TRUE(floor.SwitchLayers(0, 3));
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"A"}, {L"B", L"B"}, {L"C", L"C"}, {L"D", L"D"}}));
+    EXPECT_EQ(floor.m_objects[0].layer, 3);
+
+    floor = FloorWithOneObjectPerLayer();
+    ASSERT_TRUE(floor.ReorderLayer(0, 2));
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"A"}, {L"B", L"B"}, {L"C", L"C"}, {L"D", L"D"}}));
+    ASSERT_TRUE(floor.ReorderLayer(3, 1));
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"A"}, {L"B", L"B"}, {L"C", L"C"}, {L"D", L"D"}}));
+
+    floor = FloorWithOneObjectPerLayer();
+    floor.m_layers.SetActiveLayer(2);
+    ASSERT_TRUE(floor.MergeAllLayers());
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"C"}, {L"B", L"C"}, {L"C", L"C"}, {L"D", L"C"}}));
+
+    floor = FloorWithOneObjectPerLayer();
+    floor.m_layers.SetLayerVisible(1, false);
+    floor.m_layers.SetActiveLayer(3);
+    ASSERT_TRUE(floor.MergeVisibleLayers());
+    EXPECT_EQ(ObjectsOnLayers(floor), (Pairs{{L"A", L"D"}, {L"B", L"B"}, {L"C", L"D"}, {L"D", L"D"}}));
 }

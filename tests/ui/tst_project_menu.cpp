@@ -4,6 +4,7 @@
 #include "CVxAppCore.h"
 #include "CVxAppHelperQt.h"
 #include "CVxFloor.h"
+#include "CVxLayersForm.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "VxUiTestEnv.h"
@@ -16,6 +17,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <QUrl>
@@ -99,7 +101,7 @@ private slots:
     void cleanup();
     void itemsAndShortcuts();
     void samplesOpenUntitledAndEnterTheRecentList();
-    void projectWithLayersShowsNoEmptyLayersDock();
+    void projectWithLayersShowsItsLayers();
     void firstStartOpensTheSampleUntitled();
     void closeOfAModifiedProjectAsks();
     void closeQuestionInARealMessageBox();
@@ -193,7 +195,7 @@ void TestProjectMenu::samplesOpenUntitledAndEnterTheRecentList()
     QCOMPARE(FindItem(menu, QStringLiteral("1 RD.pvp"))->text(), QStringLiteral("&1 R&&D.pvp"));
 }
 
-void TestProjectMenu::projectWithLayersShowsNoEmptyLayersDock()
+void TestProjectMenu::projectWithLayersShowsItsLayers()
 {
     CVxMainWindow window;
     window.show();
@@ -204,7 +206,9 @@ void TestProjectMenu::projectWithLayersShowsNoEmptyLayersDock()
     ResetProject();
     QVERIFY(window.OpenFile(CVxStringW(path), false));
     QCOMPARE(core->GetProject().GetFloor()->m_layers.GetLayerCount(), 2);
-    QVERIFY(!window.GetDock(CVxMainWindow::DOCK_LAYERS)->isVisible());
+    QVERIFY(window.GetDock(CVxMainWindow::DOCK_LAYERS)->isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(window.GetLayersForm()->GetTable()->rowCount(), 2);
 }
 
 void TestProjectMenu::firstStartOpensTheSampleUntitled()
