@@ -97,7 +97,7 @@ CVxOptionsDlg::CVxOptionsDlg(QWidget* parent) : QDialog(parent)
             break;
         }
         case EVxSettingKind::LengthCm: {
-            auto* edit = new CVxLengthEdit(options->*item.doubleValue, CVxUnits::UNIT_CM, false, page);
+            auto* edit = new CVxLengthField(options->*item.doubleValue, CVxUnits::UNIT_CM, false, page);
             field = edit;
             shown = edit->WithUnit();
             break;
@@ -164,7 +164,7 @@ bool CVxOptionsDlg::Store()
             const auto* edit = static_cast<QLineEdit*>(m_fields[i]);
             numbers[i] = DblRead(CVxStringW(edit->text().trimmed()), 0, &ok);
         } else if (item.kind == EVxSettingKind::LengthCm) {
-            ok = static_cast<CVxLengthEdit*>(m_fields[i])->GetValue(numbers[i]);
+            ok = static_cast<CVxLengthField*>(m_fields[i])->GetValue(numbers[i]);
         } else {
             continue;
         }

@@ -49,8 +49,8 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
 
     auto* size = new QGroupBox(T(15, L"Size"), this);
     auto* sizeForm = new QFormLayout(size);
-    m_width = new CVxLengthEdit(m_settings.width, unit, false, size);
-    m_depth = new CVxLengthEdit(m_settings.height, unit, false, size);
+    m_width = new CVxLengthField(m_settings.width, unit, false, size);
+    m_depth = new CVxLengthField(m_settings.height, unit, false, size);
     m_width->setObjectName(QStringLiteral("EdWidth"));
     m_depth->setObjectName(QStringLiteral("EdDepth"));
     sizeForm->addRow(T(5, L"Width:"), m_width->WithUnit());
@@ -59,8 +59,8 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
 
     auto* walls = new QGroupBox(T(7, L"New Walls"), this);
     auto* wallsForm = new QFormLayout(walls);
-    m_thickness = new CVxLengthEdit(m_settings.defWallThickness, unit, false, walls);
-    m_height = new CVxLengthEdit(m_settings.defWallHeight, unit, false, walls);
+    m_thickness = new CVxLengthField(m_settings.defWallThickness, unit, false, walls);
+    m_height = new CVxLengthField(m_settings.defWallHeight, unit, false, walls);
     m_thickness->setObjectName(QStringLiteral("EdWallThickness"));
     m_height->setObjectName(QStringLiteral("EdWallHeight"));
     wallsForm->addRow(T(8, L"Thickness:"), m_thickness->WithUnit());
@@ -75,8 +75,8 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
     QStringList rows;
     for (size_t i = 0; i < m_settings.floors.size(); ++i) {
         rows << T(17, L"Floor %1").arg(i + 1);
-        auto* height = new CVxLengthEdit(m_settings.floors[i].wallHeight, unit, false, m_floors);
-        auto* thickness = new CVxLengthEdit(m_settings.floors[i].floorThickness, unit, true, m_floors);
+        auto* height = new CVxLengthField(m_settings.floors[i].wallHeight, unit, false, m_floors);
+        auto* thickness = new CVxLengthField(m_settings.floors[i].floorThickness, unit, true, m_floors);
         m_floors->setCellWidget(static_cast<int>(i), 0, height->WithUnit());
         m_floors->setCellWidget(static_cast<int>(i), 1, thickness->WithUnit());
         m_floorHeights.push_back(height);
@@ -101,9 +101,9 @@ CVxProjectPropertiesDlg::CVxProjectPropertiesDlg(QWidget* parent)
     connect(m_unit, &QComboBox::currentIndexChanged, this, &CVxProjectPropertiesDlg::OnUnitChanged);
 }
 
-std::vector<CVxLengthEdit*> CVxProjectPropertiesDlg::AllLengths() const
+std::vector<CVxLengthField*> CVxProjectPropertiesDlg::AllLengths() const
 {
-    std::vector<CVxLengthEdit*> all = {m_width, m_depth, m_thickness, m_height};
+    std::vector<CVxLengthField*> all = {m_width, m_depth, m_thickness, m_height};
     all.insert(all.end(), m_floorHeights.begin(), m_floorHeights.end());
     all.insert(all.end(), m_floorThicknesses.begin(), m_floorThicknesses.end());
     return all;
@@ -112,7 +112,7 @@ std::vector<CVxLengthEdit*> CVxProjectPropertiesDlg::AllLengths() const
 void CVxProjectPropertiesDlg::OnUnitChanged()
 {
     // The lengths stay the same lengths; they are only told in the new unit.
-    for (CVxLengthEdit* edit : AllLengths())
+    for (CVxLengthField* edit : AllLengths())
         edit->SetUnit(m_unit->currentIndex());
 }
 
@@ -123,7 +123,7 @@ bool CVxProjectPropertiesDlg::GetSettings(SVxProjectSettings& settings)
     settings.statUnit = CVxStringW(m_statUnit->currentData().toString());
     struct SVxField
     {
-        CVxLengthEdit* edit;
+        CVxLengthField* edit;
         double* value;
     };
     std::vector<SVxField> fields = {{m_width, &settings.width},

@@ -9,7 +9,7 @@
 
 #include <vector>
 
-class CVxLengthEdit;
+class CVxLengthField;
 class QComboBox;
 class QLabel;
 class QPlainTextEdit;
@@ -30,17 +30,17 @@ public slots:
 private:
     QLabel* m_problem = nullptr;
     void OnUnitChanged();
-    std::vector<CVxLengthEdit*> AllLengths() const;
+    std::vector<CVxLengthField*> AllLengths() const;
 
     SVxProjectSettings m_settings;
     QComboBox* m_unit = nullptr;
     QComboBox* m_statUnit = nullptr;
-    CVxLengthEdit* m_width = nullptr;
-    CVxLengthEdit* m_depth = nullptr;
-    CVxLengthEdit* m_thickness = nullptr;
-    CVxLengthEdit* m_height = nullptr;
+    CVxLengthField* m_width = nullptr;
+    CVxLengthField* m_depth = nullptr;
+    CVxLengthField* m_thickness = nullptr;
+    CVxLengthField* m_height = nullptr;
     QTableWidget* m_floors = nullptr;
-    std::vector<CVxLengthEdit*> m_floorHeights;
-    std::vector<CVxLengthEdit*> m_floorThicknesses;
+    std::vector<CVxLengthField*> m_floorHeights;
+    std::vector<CVxLengthField*> m_floorThicknesses;
     QPlainTextEdit* m_comments = nullptr;
 };

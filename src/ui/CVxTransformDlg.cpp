@@ -38,8 +38,8 @@ CVxTransformDlg::CVxTransformDlg(QWidget* parent) : QDialog(parent)
 
     auto* move = new QGroupBox(T(5, L"Move"), this);
     auto* moveForm = new QFormLayout(move);
-    m_dx = new CVxLengthEdit(0, unit, true, move);
-    m_dy = new CVxLengthEdit(0, unit, true, move);
+    m_dx = new CVxLengthField(0, unit, true, move);
+    m_dy = new CVxLengthField(0, unit, true, move);
     m_dx->setObjectName(QStringLiteral("EdMoveX"));
     m_dy->setObjectName(QStringLiteral("EdMoveY"));
     moveForm->addRow(T(6, L"To the right:"), m_dx->WithUnit());

@@ -6,7 +6,7 @@
 
 #include <QDialog>
 
-class CVxLengthEdit;
+class CVxLengthField;
 class QCheckBox;
 class QLabel;
 class QDoubleSpinBox;
@@ -28,8 +28,8 @@ private:
     QLabel* m_problem = nullptr;
     QRadioButton* m_project = nullptr;
     QRadioButton* m_floor = nullptr;
-    CVxLengthEdit* m_dx = nullptr;
-    CVxLengthEdit* m_dy = nullptr;
+    CVxLengthField* m_dx = nullptr;
+    CVxLengthField* m_dy = nullptr;
     QDoubleSpinBox* m_scale = nullptr;
     QSpinBox* m_rotate = nullptr;
     QCheckBox* m_mirrorH = nullptr;

@@ -25,7 +25,7 @@ QString VX_LengthText(double value, int unit)
     return VX_DblFormat(value, VX_DF_FEET, unit == CVxUnits::UNIT_INCH, unit).ToQString();
 }
 
-CVxLengthEdit::CVxLengthEdit(double value, int unit, bool allowZeroOrLess, QWidget* parent)
+CVxLengthField::CVxLengthField(double value, int unit, bool allowZeroOrLess, QWidget* parent)
     : QLineEdit(parent), m_unit(unit), m_allowZeroOrLess(allowZeroOrLess)
 {
     setMaxLength(40);
@@ -36,14 +36,14 @@ CVxLengthEdit::CVxLengthEdit(double value, int unit, bool allowZeroOrLess, QWidg
     SetUnit(unit);
 }
 
-void CVxLengthEdit::SetValue(double value)
+void CVxLengthField::SetValue(double value)
 {
     m_exact = value;
     m_exactText = VX_LengthText(value, m_unit);
     setText(m_exactText);
 }
 
-bool CVxLengthEdit::GetValue(double& value) const
+bool CVxLengthField::GetValue(double& value) const
 {
     QString t = text().trimmed();
     if (t == m_exactText && std::isfinite(m_exact)) {
@@ -68,7 +68,7 @@ bool CVxLengthEdit::GetValue(double& value) const
     return std::isfinite(value);
 }
 
-void CVxLengthEdit::SetUnit(int unit)
+void CVxLengthField::SetUnit(int unit)
 {
     double value = 0;
     const bool good = GetValue(value);
@@ -80,7 +80,7 @@ void CVxLengthEdit::SetUnit(int unit)
         SetValue(CVxUnits::ConvertLength(value, from, m_unit));
 }
 
-QWidget* CVxLengthEdit::WithUnit()
+QWidget* CVxLengthField::WithUnit()
 {
     auto* box = new QWidget(parentWidget());
     auto* row = new QHBoxLayout(box);

@@ -25,12 +25,12 @@ private:
 
 // A length in a unit, with the unit's short text behind it. "2.5 m",
 // "250 cm" and "8' 2\"" are all read and converted into the field's unit.
-class CVxLengthEdit : public QLineEdit
+class CVxLengthField : public QLineEdit
 {
     Q_OBJECT
 public:
     // allowZeroOrLess for offsets, where 0 and negative values make sense.
-    CVxLengthEdit(double value, int unit, bool allowZeroOrLess, QWidget* parent = nullptr);
+    CVxLengthField(double value, int unit, bool allowZeroOrLess, QWidget* parent = nullptr);
     // False while the text is no length; value keeps its last good value.
     // An untouched field gives back the value it was given.
     bool GetValue(double& value) const;
