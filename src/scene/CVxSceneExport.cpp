@@ -640,6 +640,7 @@ bool CVxSceneExport::Write(CVxProject& project, const SVxSceneExportRequest& req
     if (pars.report) {
         pars.report->partNodesDefined = CVxWrlProtosGenerator::GetPartNodeDefs();
         pars.report->partNodesReused = CVxWrlProtosGenerator::GetPartNodeUses();
+        pars.report->partNodeBytesSaved = CVxWrlProtosGenerator::GetPartNodeBytesSaved();
     }
     const bool written = fflush(f) == 0 && !ferror(f);
     fclose(f);

@@ -45,6 +45,7 @@ struct SVxGeneratorState
     int importedCount = 0;
     int partNodeDefs = 0;
     int partNodeUses = 0;
+    long long partNodeBytesSaved = 0;
     CVxStringA linesAtEOF;
 };
 
@@ -383,7 +384,9 @@ CVxStringA CVxWrlProtosGenerator::CacheEntirePartNode(const CVxStringA& text)
     auto found = state.entirePartNodes.find(key.Std());
     if (found != state.entirePartNodes.end()) {
         ++state.partNodeUses;
-        return "USE " + found->second;
+        const CVxStringA use = "USE " + found->second;
+        state.partNodeBytesSaved += text.GetLength() - use.GetLength();
+        return use;
     }
     const CVxStringA name = VxFormatA("VX_PART%d", state.genericCount++);
     state.entirePartNodes.emplace(key.Std(), name);
@@ -451,4 +454,9 @@ int CVxWrlProtosGenerator::GetPartNodeDefs()
 int CVxWrlProtosGenerator::GetPartNodeUses()
 {
     return State().partNodeUses;
+}
+
+long long CVxWrlProtosGenerator::GetPartNodeBytesSaved()
+{
+    return State().partNodeBytesSaved;
 }

@@ -71,6 +71,8 @@ public:
     // Whole-node reuse so far: nodes defined and reused.
     static int GetPartNodeDefs();
     static int GetPartNodeUses();
+    // The text that reuse kept out of the file.
+    static long long GetPartNodeBytesSaved();
 
     // The number of catalogue protos that can be declared.
     static constexpr int maxStdLibObj = 1200;

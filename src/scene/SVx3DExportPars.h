@@ -43,6 +43,7 @@ struct SVx3DExportReport
     // DEF and USE of whole object nodes.
     int partNodesDefined = 0;
     int partNodesReused = 0;
+    long long partNodeBytesSaved = 0;
 };
 
 struct SVx3DExportPars
