@@ -282,8 +282,10 @@ double CVxSceneExport::Get3DSurfacePos(CVxProject& project, const CVxFloorPlan* 
         result = 0;
     if (floor >= 0 && floor < project.GetFloorCount()) {
         CVxPart* part = project.m_floors[static_cast<size_t>(floor)]->FindPartAt(x, y, true, true, 1.0);
-        if (part && part->type != ptDoor && part->HasCap(capVisibleIn3D) &&
-            std::isfinite(part->z + part->zHeight))
+        // One stands on what stands on the floor, not on a lamp overhead
+        // nor on the threshold of a door.
+        if (part && part->type != ptDoor && !part->HasCap(capHandle) && part->HasCap(capVisibleIn3D) &&
+            std::isfinite(part->z + part->zHeight) && part->z <= 1e-7)
             result = part->z + part->zHeight;
     }
     return result;
