@@ -54,6 +54,10 @@ int VxCliExport3D(const std::vector<std::string>& args)
     if (report.missingFiles > 0)
         fprintf(stderr, "plaveno-cli: %s: %d pictures, sounds or models missing, left out\n",
                 path.toLocal8Bit().constData(), report.missingFiles);
+    if (report.substitutedProtos > 0)
+        fprintf(stderr,
+                "plaveno-cli: %s: %d catalogue objects have no proto in the library, shown as basic shapes\n",
+                path.toLocal8Bit().constData(), report.substitutedProtos);
     if (!report.libraryInlined && mode == VX_3DVIEWER_BUILTIN)
         fprintf(stderr, "plaveno-cli: %s: the proto library was not found; the scene refers to it instead\n",
                 target.toLocal8Bit().constData());

@@ -317,6 +317,13 @@ CVxStringA CornerSofaText(const CVxPart& part, const CVxStringA& appearance, con
         1 - a, b, first.c_str(), 1 - a, a, b, reuse.c_str(), 1 - a, b, a, 1 - b, reuse.c_str());
 }
 
+// The fill's appearance alone, for forms with one appearance.
+CVxStringA FillOnly(const CVxStringA& appearance)
+{
+    const int front = appearance.Find(" appearanceFront ");
+    return front < 0 ? appearance : appearance.Left(front);
+}
+
 // Whether a number read from a file can stand in a scene.
 bool Finite(const CVxPart& part)
 {
@@ -545,14 +552,14 @@ CVxStringA CVxPart::ExportToVRML(SVx3DExportPars* pars, const CVxRoomWalls* wall
                       "{OpenRot 1 0 0 "
                       "%.2f ClosedRot %.2f scale %.3f %.3f %.3f %s}}\r\n",
                       box.x, box.z + hh, box.y, rot, suffixName, openRot, closedRot, ww, hh, dd,
-                      appearance.c_str());
+                      FillOnly(appearance).c_str());
         else
             VxAppendF(body,
                       "Transform {translation %.3f %.3f %.3f rotation 0 1 0 %.4f\r\n children GarageDoor%s "
                       "{OpenRot 1 0 0 "
                       "%.2f ClosedRot %.2f scale %.3f %.3f %.3f shift2 0 %.3f 0 %s}}\r\n",
                       box.x, box.z + hh, box.y, rot, suffixName, openRot, closedRot, ww, hh, dd, hh / 4,
-                      appearance.c_str());
+                      FillOnly(appearance).c_str());
         body += frame(ww, c[0]);
         done = true;
     } else if (lib == 197 || lib == 198 || (lib >= 263 && lib <= 266)) {
@@ -593,15 +600,22 @@ CVxStringA CVxPart::ExportToVRML(SVx3DExportPars* pars, const CVxRoomWalls* wall
         if (HasCap(capPayload) && GetPayload() && !model && !billboard)
             child = GetPayload()->ExportToVRML(this, appearance, pars, parent);
         if (child.IsEmpty() && (lib == 298 || lib == 299) && !model && !billboard)
-            child = CornerSofaText(*this, appearance, box);
+            child = CornerSofaText(*this, FillOnly(appearance), box);
         if (child.IsEmpty() && (type == ptPolygon || type == ptTriangle) && !model && !billboard)
-            child = ExtrusionText(*this, appearance);
+            child = ExtrusionText(*this, FillOnly(appearance));
         if (child.IsEmpty() && appearFill.kind == 1 && appearFill.tileSizeX > 0 && !model &&
             HasCap(capTileTexture))
             child = TiledBoxText(*this, appearance, box);
         if (child.IsEmpty() && !hasPicture) {
             const CVxStringA name = CVxWrlProtosGenerator::WriteExternProto(*this, pars);
-            child = name + " {" + appearance + "}";
+            CVxStringA own = appearance;
+            // The basic shapes take one appearance only.
+            if (!name.StartsWith("LibraryObject") && !name.StartsWith("Imported")) {
+                const int front = own.Find(" appearanceFront ");
+                if (front >= 0)
+                    own = own.Left(front);
+            }
+            child = name + " {" + own + "}";
         }
         if (model && wrlProtoWidth > 0 && wrlProtoHeight > 0 && wrlProtoZHeight > 0 &&
             (wrlProtoWidth != 1 || wrlProtoHeight != 1 || wrlProtoZHeight != 1 || wrlProtoOffX != 0 ||

@@ -68,12 +68,20 @@ void AddBars(CVxWrlComplexFaceSetGenerator& bars, const std::vector<CVxSubItem>&
     }
 }
 
+// The pane proto takes the fill alone.
+CVxStringA FillOnly(const CVxStringA& appearance)
+{
+    const int front = appearance.Find(" appearanceFront ");
+    return front < 0 ? appearance : appearance.Left(front);
+}
+
 CVxStringA Head(const CVxStringA& appearance)
 {
     float r, g, b;
     VxSplitColor(0xFFFFF3, r, g, b);
     return VxFormatA("Collision { %s children [\r\n  WindowSub0 {%s colorW %.2f %.2f %.2f}\r\n",
-                     CVxWrlProtosGenerator::GetDefaultCollisionProxy().c_str(), appearance.c_str(), r, g, b);
+                     CVxWrlProtosGenerator::GetDefaultCollisionProxy().c_str(), FillOnly(appearance).c_str(),
+                     r, g, b);
 }
 
 } // namespace

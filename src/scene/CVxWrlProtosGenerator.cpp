@@ -3,6 +3,7 @@
 #include "CVxPart.h"
 #include "SVx3DExportPars.h"
 #include "VxColorWord.h"
+#include "VxTrace.h"
 #include "VxUtf8.h"
 
 #include <algorithm>
@@ -113,6 +114,10 @@ CVxStringA CVxWrlProtosGenerator::WriteExternProto(const CVxPart& part, SVx3DExp
         name = VxFormatA("LibraryObject%d", number);
     else
         name = VX_StringToUTF8(CVxPart::TypeNameFromID(part.type));
+    if ((number < 0 || number >= maxStdLibObj) && pars && pars->knownProtos &&
+        !pars->knownProtos->count(name.Std()))
+        return part.type <= ptArrow ? VX_StringToUTF8(CVxPart::TypeNameFromID(part.type))
+                                    : CVxStringA("Rectangle");
     if (number < 0 || number >= maxStdLibObj)
         return name;
 
@@ -143,6 +148,19 @@ CVxStringA CVxWrlProtosGenerator::WriteExternProto(const CVxPart& part, SVx3DExp
             }
             return imported;
         }
+    }
+    if (pars && pars->knownProtos && !pars->knownProtos->count(name.Std())) {
+        // The library has no such proto: the basic shape of the object's
+        // kind stands in, so that the scene still loads.
+        const CVxStringA stand = part.type <= ptArrow ? VX_StringToUTF8(CVxPart::TypeNameFromID(part.type))
+                                                      : CVxStringA("Rectangle");
+        if (!state.stdLibObjPresent[static_cast<size_t>(number)]) {
+            VxTrace("3D: the proto library has no %s, %s stands in\n", name.c_str(), stand.c_str());
+            state.stdLibObjPresent[static_cast<size_t>(number)] = true;
+            if (pars->report)
+                ++pars->report->substitutedProtos;
+        }
+        return stand;
     }
     if (number == 0 || state.stdLibObjPresent[static_cast<size_t>(number)] || part.type == ptComplexObject)
         return name;

@@ -39,6 +39,8 @@ struct SVx3DExportReport
     int clampedObjects = 0;
     int missingFiles = 0;
     int skippedWalls = 0;
+    // Catalogue objects whose proto the library lacks.
+    int substitutedProtos = 0;
     bool libraryInlined = false;
     // DEF and USE of whole object nodes.
     int partNodesDefined = 0;
