@@ -3,7 +3,7 @@
 
 Writes a corpus of projects that try to read private files, exhaust time,
 memory or disk, block on special files or smuggle terminal escapes, then runs
-each through `info`, `render` and `convert` under a 1 GB address space and
+each through `info`, `render`, `convert` and `export-3d` under a 1 GB address space and
 10 s of CPU. Every run must end with exit 0 or 1, a failure must say so in one
 line, and no output may carry a file from outside the project's folder.
 
@@ -187,13 +187,15 @@ def main():
     victim = write(root, "victim.txt", b"untouched")
     os.symlink(victim, os.path.join(out, "planted.png.saving~"))
     os.symlink(victim, os.path.join(out, "planted.pvp.saving~"))
+    os.symlink(victim, os.path.join(out, "planted.wrl.saving~"))
     os.mkfifo(os.path.join(out, "fifo_out.png"))
 
     failures = []
     for name, path in sorted(corpus.items()):
         runs = [("info", ["info", path]),
                 ("render", ["render", path, "-o", os.path.join(out, "planted.png"), "--width", "400"]),
-                ("convert", ["convert", path, os.path.join(out, "planted.pvp")])]
+                ("convert", ["convert", path, os.path.join(out, "planted.pvp")]),
+                ("export-3d", ["export-3d", path, "-o", os.path.join(out, "planted.wrl")])]
         if name == "grid_huge":
             runs.append(("render-fifo-out", ["render", path, "-o", os.path.join(out, "fifo_out.png")]))
         for verb, args in runs:
@@ -221,7 +223,7 @@ def main():
         print("FAIL:", failure)
     if len(sys.argv) <= 2:
         shutil.rmtree(root, ignore_errors=True)
-    print("%d runs checked, %d failures" % (len(corpus) * 3 + 1, len(failures)))
+    print("%d runs checked, %d failures" % (len(corpus) * 4 + 1, len(failures)))
     return 1 if failures else 0
 
 
