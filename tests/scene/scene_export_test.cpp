@@ -302,10 +302,18 @@ TEST(SceneExportTest, SamplesAndEveryCatalogueObjectLoadWithoutWarnings)
                                      nullptr, nullptr, false, 0));
             project.RebuildAllFloorsWalls();
             project.m_viewpoints.m_allFloors = true;
+            // The sun with its shadow map and its visible sphere.
+            CVxGlobalShadow sun;
+            sun.LoadFromKept(project.m_globalShadow);
+            sun.enabled = true;
+            sun.showSunObject = true;
+            sun.StoreToKept(project.m_globalShadow);
             SVx3DExportReport report;
             const QString scene = VxTestTempFolder().ToQString() + sample + QLatin1Char('-') + tag + ".wrl";
             ASSERT_TRUE(Export(project, scene, mode, folder, &report)) << sample.toStdString();
             EXPECT_EQ(report.libraryInlined, mode == VX_3DVIEWER_BUILTIN);
+            EXPECT_EQ(ReadAll(scene).contains(QStringLiteral("DEF VX_THE_SUN DirectionalLight")),
+                      mode == VX_3DVIEWER_BUILTIN);
             EXPECT_EQ(ReaderWarnings(scene), QString()) << sample.toStdString() << " " << tag.toStdString();
             project.RemoveTempFiles();
         }
