@@ -151,6 +151,21 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --json      the same figures as JSON, room by room\n"
          "  -h, --help  show this help\n",
          VxCliStats},
+        {"export-3d", "write the 3D scene of a project as a VRML 2.0 file",
+         "Usage: plaveno-cli export-3d FILE -o SCENE.wrl [--mode viewer|external] [--all-floors]\n"
+         "\n"
+         "Writes the scene that the 3D view shows: walls with their openings, floors,\n"
+         "ceilings, objects, lights and viewpoints. The built-in viewer's form holds\n"
+         "the proto library; the external form refers to library.wrl beside the\n"
+         "program. Objects with unusable sizes or positions are left out with a\n"
+         "note on stderr.\n"
+         "\n"
+         "Options:\n"
+         "  -o, --output FILE  the scene file to write\n"
+         "  --mode MODE        viewer (default) or external\n"
+         "  --all-floors       every floor, not only the current one\n"
+         "  -h, --help         show this help\n",
+         VxCliExport3D},
     };
     return verbs;
 }

@@ -15,6 +15,7 @@
 #include "CVxStringW.h"
 #include "CVxUndoManager.h"
 #include "IVxSpecialEditor.h"
+#include "SVx3DExportPars.h"
 #include "VxDrawFlags.h"
 #include "VxIntGeometry.h"
 
@@ -58,6 +59,15 @@ public:
     // Every change to the plan passes through here: corners are joined
     // again and the rooms of the current floor found anew.
     void UpdateFloorPlan();
+    // The scene file of the open project (CVxAppCoreScene.cpp). An empty
+    // path becomes the scene file in the user's application data folder.
+    // False when the file could not be written. report may be null.
+    bool CreateWrlExportFile(CVxStringW& path, EVx3dViewerMode mode, bool phong, bool withUserViewpoints,
+                             CVx3DFloorLayerVis* vis, const CVxStringA& protoUrl,
+                             const CVxStringW& textureExportDir, SVx3DExportReport* report = nullptr);
+    double Get3DSurfacePos(double x, double y, int floor);
+    void Init3DViewpoints(CVxViewpointSet* set);
+    void WriteEdgeEnhanceScreenEffect(FILE* file);
     CVxFloorPlan& GetFloorPlan() { return m_floorPlan; }
     const CVxFloorPlan& GetFloorPlan() const { return m_floorPlan; }
 

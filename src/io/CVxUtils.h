@@ -13,6 +13,10 @@ public:
     // The text of `path` as a project stores it: "{$BT}" plus the rest for a
     // file of the built-in texture library, the rest for a file under
     // `folder`, otherwise the path unchanged. URLs stay as they are.
+    // Two axis-angle turns about 'x', 'y' or 'z' chained as quaternions, the
+    // first times the second, back as one axis and angle (radians).
+    static void MultiplyVRMLRotation(double& angleOut, double axisOut[3], char axis1, double angle1,
+                                     char axis2, double angle2);
     static CVxStringW MakeRelativePath(const CVxStringW& path, const CVxStringW& folder);
     // The reverse: back-slashes of paths written on other systems become
     // slashes, "{$BT}" becomes the built-in texture folder, an absolute path

@@ -17,6 +17,8 @@
 class CVxDC;
 class CVxFloor;
 class CVxRoomWalls;
+class CVxStringA;
+struct SVx3DExportPars;
 
 class CVxFloorPlan
 {
@@ -70,6 +72,12 @@ public:
     // drag in the wall editor.
     void UpdateAllRegionPolygons(const CVxFloor& floor);
     void DrawRegions(CVxDC* dc, int offsetX, int offsetY, double zoom, int flags);
+
+    // Room floors and slab edges, and the ceilings, in the 3D scene
+    // (written by the scene export). nextWalls may be null.
+    CVxStringA ExportFloorToVRML(SVx3DExportPars* pars, const CVxFloor& floor) const;
+    CVxStringA ExportCeilingToVRML(SVx3DExportPars* pars, const CVxFloor& floor,
+                                   const CVxRoomWalls* nextWalls) const;
 
     // The steps of CreatePlan.
     void FindWallIntersections(const CVxRoomWalls& walls);

@@ -449,11 +449,13 @@ void CVxFloorRegion::TransformToSimplePolygon(CVxDPolygon& out, const CVxRoomWal
                                          vertices.begin() + std::min(vertices.size(), walls.size()));
     std::vector<int32_t> boundaryWalls(walls.begin(), walls.begin() + boundary.size());
 
-    // A dangling wall is walked along both sides; the built-up outline leaves
-    // the first such wall out altogether.
+    // A dangling wall is walked along both sides, out to its free end and
+    // back to where it started; the built-up outline leaves the first such
+    // wall out altogether. A straight wall that other walls meet on its far
+    // side also gives two edges in a row, but the walk goes on along it.
     const size_t n = boundary.size();
     for (size_t k = 0; k < n; ++k) {
-        if (boundaryWalls[k] != boundaryWalls[(k + 1) % n] || n < 2)
+        if (boundaryWalls[k] != boundaryWalls[(k + 1) % n] || n < 3 || boundary[(k + 2) % n] != boundary[k])
             continue;
         const int32_t dangling = boundaryWalls[k];
         std::vector<CVxPlanVertex*> keptVertices;

@@ -18,7 +18,10 @@
 
 class CVxDC;
 class CVxPlanVertex;
+class CVxFloor;
 class CVxRoomWalls;
+class CVxStringA;
+struct SVx3DExportPars;
 
 class CVxFloorRegion
 {
@@ -92,6 +95,16 @@ public:
     void TransformToSimplePolygon(CVxDPolygon& out, const CVxRoomWalls& walls, double heightFilter,
                                   bool* outHeightDiffers) const;
     void CalculateInnerVertices(const CVxRoomWalls& walls);
+
+    // The room's floor or ceiling, or the slab edge of an outer region, in
+    // the 3D scene (written by the scene export).
+    CVxStringA ExportToVRML(SVx3DExportPars* pars, int surface, bool slab, double level,
+                            const CVxFloor& floor, const CVxRoomWalls* nextWalls) const;
+    CVxStringA ExportPolyToVRML(const CVxDPolygon& polygon, SVx3DExportPars* pars, int surface, bool slab,
+                                double level) const;
+    CVxStringA ExportDecorMoldingToVRML(const CVxDecorativeMolding& molding, double z, SVx3DExportPars* pars,
+                                        const std::vector<CVxDPolygon>& polygons,
+                                        const CVxFloor& floor) const;
 
     std::vector<CVxPlanVertex*> vertices;
     std::vector<int32_t> walls;

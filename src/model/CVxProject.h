@@ -20,7 +20,9 @@
 #include <utility>
 #include <vector>
 
+class CVx3DPoint;
 class CVxFloorPlan;
+class CVxGlobalShadow;
 class CVxIniFileReader;
 class CVxIniWriter;
 
@@ -133,6 +135,13 @@ public:
     void ResnapAllParts();
     double GetTotalZHeight();
     bool HasSkyBox() const;
+    // The unit vector towards the sun in plan axes, z up, turned by the
+    // first compass. Null settings are the project's own; settings without
+    // a date get the default date stored into them.
+    bool GetSunDirection(CVx3DPoint& out, CVxGlobalShadow* settings);
+    bool GetSunDirection(CVx3DPoint& out, int day, int minutesUtc, double longitude, double latitude) const;
+    // The box of the walls of all floors, else the sheet.
+    CVxDRect GetCoveringBBox() const;
 
     // Whole-document transforms.
     void MoveAllObjects(double dx, double dy, double dz);

@@ -12,7 +12,10 @@
 #include <vector>
 
 class CVxDC;
+class CVxFloor;
 class CVxFloorPlan;
+class CVxStringA;
+struct SVx3DExportPars;
 class CVxIniWriter;
 
 class CVxRoomWalls : public IVxReadIniClient
@@ -88,6 +91,11 @@ public:
     // Every wall through CVxWall::Draw.
     void Draw(CVxDC* dc, unsigned fillColor, unsigned lineColor, unsigned char lineAlpha, int offsetX,
               int offsetY, double zoom) const;
+
+    // The walls' faces in the 3D scene, a lower or upper half with halved
+    // (written by the scene export).
+    CVxStringA ExportToVRML(SVx3DExportPars* pars, const CVxFloor& floor, bool extendBelow, bool extendToTop,
+                            double bottomExtent, double topExtent, bool halved, bool lowerHalf) const;
 
     std::vector<CVxWall> walls;
     std::vector<CVxHoleInFloor> holes;

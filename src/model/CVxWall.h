@@ -11,7 +11,11 @@
 #include <cstdint>
 #include <vector>
 
+class CVxAppearance;
 class CVxDC;
+class CVxFloor;
+class CVxStringA;
+struct SVx3DExportPars;
 
 class CVxWall
 {
@@ -112,6 +116,14 @@ public:
     bool LoadFromString(const CVxStringW& text);
     // A one-line description for traces.
     CVxStringW GetString() const;
+
+    // The wall's faces in the 3D scene, with the openings of the floor's
+    // objects cut out (written by the scene export).
+    CVxStringA ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor, int wallIndex, bool extendBelow,
+                               double topZ, double bottomExtent, double topExtent, double splitHeight,
+                               bool lowerHalf) const;
+    static CVxStringA GetVRMLAppearanceNode(const CVxAppearance& appearance, const CVxDRect& bounds,
+                                            double shift, SVx3DExportPars* pars);
 
     bool IsCurved() const { return curved && !subWalls.empty(); }
 

@@ -29,6 +29,7 @@ class CVxIniWriter;
 class CVxPart;
 class CVxPartPayload;
 class CVxPicBuf;
+struct SVx3DExportPars;
 
 // The type number of a part, stored in files by name.
 enum EVxPartType : int
@@ -298,6 +299,20 @@ public:
 
     unsigned GetFillColor() const { return appearFill.main.color; }
     void SetFillColor(unsigned colour) { appearFill.main.color = colour; }
+
+    // The 3D scene (written by the scene export). A path of a picture,
+    // sound or model as the scene's URL; empty when the file is missing.
+    // pars may be null.
+    static CVxStringA GetTextureURL(const CVxStringW& path, SVx3DExportPars* pars);
+    // Declares the protos that the part will instantiate.
+    void WriteVRMLProto(SVx3DExportPars* pars) const;
+    // The part's scene text; empty for a part that has no 3D form. parent is
+    // the group of a member, whose sizes are in thousandths of the group.
+    CVxStringA ExportToVRML(SVx3DExportPars* pars, const CVxRoomWalls* walls, const CVxPart* parent,
+                            double parentWidth, double parentZHeight) const;
+    // The frame around a door or window opening, at scene place (x, y, z).
+    CVxStringA ExportVRMLDoorFrame(SVx3DExportPars* pars, const CVxRoomWalls* walls, double frameWidth,
+                                   double depth, double zHeight, double x, double y, double z) const;
 
     static void SetLibrary(IVxPartLibrary* library);
     static const IVxPartLibrary* GetLibrary();

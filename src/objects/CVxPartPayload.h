@@ -5,6 +5,7 @@
 // under its key "Payload" as the class name, ":" and the payload's own text.
 // The classes register themselves by name and library number.
 
+#include "CVxStringA.h"
 #include "CVxStringW.h"
 
 #include <functional>
@@ -12,6 +13,7 @@
 class CVxDC;
 class CVxDPoint;
 class CVxPart;
+struct SVx3DExportPars;
 struct VxPOINT;
 enum EVxObjSide : int;
 
@@ -43,6 +45,14 @@ public:
                               VxPOINT* /*corners*/, bool /*front*/, bool /*outline*/, int /*flags*/)
     {
         return false;
+    }
+
+    // The payload's own geometry in the part's unit box for the 3D scene;
+    // empty leaves the part to its catalogue proto.
+    virtual CVxStringA ExportToVRML(const CVxPart* /*part*/, const CVxStringA& /*appearance*/,
+                                    SVx3DExportPars* /*pars*/, const CVxPart* /*parent*/) const
+    {
+        return CVxStringA();
     }
 
     // Class name, ":" and SaveToString.

@@ -5,11 +5,16 @@
 // opening seen from the room: x from the left jamb (0) to the right one (1),
 // y from the head (0) down to the sill or threshold (1).
 
+#include "CVxStringA.h"
+
 #include <vector>
 
 // One straight line of a model. A frame bar (outer frame, mullion, transom,
 // meeting rail) is solid timber or profile; other lines are marks: opening
 // directions, panel mouldings, glazing bars.
+class CVxPart;
+struct SVx3DExportPars;
+
 class CVxSubItem
 {
 public:
@@ -60,6 +65,13 @@ public:
     // Where the handle of a door model sits across the leaf: near the lock
     // stile, or at the meeting stiles of a pair.
     double GetDoorHandleX(int subType) const;
+
+    // The scene text of a door leaf or a window sash in the unit box, with
+    // the appearance text of the part (written by the scene export).
+    CVxStringA ExportDoorToVRML(SVx3DExportPars* pars, const CVxPart& part,
+                                const CVxStringA& appearance) const;
+    CVxStringA ExportWindowToVRML(SVx3DExportPars* pars, const CVxPart& part,
+                                  const CVxStringA& appearance) const;
 
     CVxWindowSubTypes(const CVxWindowSubTypes&) = delete;
     CVxWindowSubTypes& operator=(const CVxWindowSubTypes&) = delete;

@@ -3,8 +3,8 @@
 
 Writes a corpus of projects that try to read private files, exhaust time,
 memory or disk, block on special files or smuggle terminal escapes, then runs
-each through `info`, `render` (a picture and DXF), `print` and `convert`
-under a 1 GB address space and 10 s of CPU. Every run must end with exit 0 or 1, a failure must say so in one
+each through `info`, `render` (a picture and DXF), `print`, `convert` and
+`export-3d` under a 1 GB address space and 10 s of CPU. Every run must end with exit 0 or 1, a failure must say so in one
 line, and no output may carry a file from outside the project's folder.
 
     hostile_corpus.py PLAVENO_CLI [WORK_FOLDER]
@@ -188,6 +188,7 @@ def main():
     os.symlink(victim, os.path.join(out, "planted.png.saving~"))
     os.symlink(victim, os.path.join(out, "planted.pvp.saving~"))
     os.symlink(victim, os.path.join(out, "planted.dxf.saving~"))
+    os.symlink(victim, os.path.join(out, "planted.wrl.saving~"))
     os.mkfifo(os.path.join(out, "fifo_out.png"))
 
     failures = []
@@ -196,7 +197,8 @@ def main():
                 ("render", ["render", path, "-o", os.path.join(out, "planted.png"), "--width", "400"]),
                 ("convert", ["convert", path, os.path.join(out, "planted.pvp")]),
                 ("print", ["print", path, "-o", os.path.join(out, "printed.pdf"), "--scale", "1:50"]),
-                ("dxf", ["render", path, "-o", os.path.join(out, "planted.dxf")])]
+                ("dxf", ["render", path, "-o", os.path.join(out, "planted.dxf")]),
+                ("export-3d", ["export-3d", path, "-o", os.path.join(out, "planted.wrl")])]
         if name == "grid_huge":
             runs.append(("render-fifo-out", ["render", path, "-o", os.path.join(out, "fifo_out.png")]))
         for verb, args in runs:
@@ -224,7 +226,7 @@ def main():
         print("FAIL:", failure)
     if len(sys.argv) <= 2:
         shutil.rmtree(root, ignore_errors=True)
-    print("%d runs checked, %d failures" % (len(corpus) * 3 + 1, len(failures)))
+    print("%d runs checked, %d failures" % (len(corpus) * 4 + 1, len(failures)))
     return 1 if failures else 0
 
 

@@ -224,6 +224,26 @@ TEST(CVxFloorPlanTest, InvisibleWallDividesWithoutThicknessAndSlopedWallsAreFilt
     }
 }
 
+TEST(CVxFloorPlanTest, SimpleOutlineKeepsCornersWhereAWallIsMetFromOutside)
+{
+    // The divider is met from the right by a wall: the left room has two
+    // edges in a row on it, which is no dangling wall.
+    CVxFloor floor;
+    floor.m_walls.SetAsBasicRect(400, 300, 10, 250);
+    AddWall(floor, 200, 0, 200, 300, 10, true);
+    AddWall(floor, 200, 150, 400, 150, 10, true);
+    CVxFloorPlan plan;
+    Build(floor, plan);
+    ASSERT_EQ(plan.GetRegionCount(), 3);
+    for (const CVxFloorRegion& room : plan.regions) {
+        CVxDPolygon outline;
+        room.TransformToSimplePolygon(outline, floor.m_walls, -1, nullptr);
+        EXPECT_EQ(outline.GetVertexCount(), static_cast<int>(room.vertices.size())) << Text(outline.points);
+        const CVxDRect box = outline.GetBoundingRect();
+        EXPECT_NEAR(outline.GetArea(), box.Width() * box.Height(), 1e-6) << Text(outline.points);
+    }
+}
+
 TEST(CVxFloorPlanTest, FloorOpeningIsCutFromTheRoom)
 {
     CVxFloor floor;
