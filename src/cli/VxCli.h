@@ -40,6 +40,7 @@ int VxCliThumbnail(const std::vector<std::string>& args);
 int VxCliLibrary(const std::vector<std::string>& args);
 int VxCliCompressLibrary(const std::vector<std::string>& args);
 int VxCliStats(const std::vector<std::string>& args);
+int VxCliSnapshot3d(const std::vector<std::string>& args);
 
 // The arguments of one verb: options that take a value, switches, and the
 // positional arguments in order. "--name=value" and "--name value" both work.
