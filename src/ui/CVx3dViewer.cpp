@@ -25,7 +25,6 @@
 #include <QOffscreenSurface>
 #include <QOpenGLContext>
 #include <QOpenGLFunctions>
-#include <QPainter>
 #include <QPinchGesture>
 #include <QPlainTextEdit>
 #include <QPointer>
