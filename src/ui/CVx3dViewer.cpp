@@ -73,7 +73,8 @@ enum EVxViewerRow
     ROW_LOG_TITLE,
     ROW_ADD_VIEWPOINT,
     ROW_ENTER_NAME,
-    ROW_MOUSE_LOOK
+    ROW_MOUSE_LOOK,
+    ROW_LAYER
 };
 
 // Messages of the viewer.
@@ -709,7 +710,7 @@ void CVx3dViewer::LoadFloorLayerVisFromSwitches()
             item->setCheckState(0, floor->visible ? Qt::Checked : Qt::Unchecked);
         for (auto layer = floor->layers.rbegin(); layer != floor->layers.rend(); ++layer) {
             auto* child = new QTreeWidgetItem(item);
-            child->setText(0, QStringLiteral("Layer %1").arg(layer->layer + 1));
+            child->setText(0, Dlg(ROW_LAYER, L"Layer %1").arg(layer->layer + 1));
             child->setData(0, kFloorRole, layer->layer);
             child->setCheckState(0, layer->visible ? Qt::Checked : Qt::Unchecked);
             child->setDisabled(!floor->visible);
