@@ -786,19 +786,11 @@ void CVx3dViewer::OnWallsVisibilityChanged(int mode)
     m_glWidget->EnsureContextCurrent();
     const std::vector<SVx3dFloorSwitch>& floors = m_floorLayerVis.floors;
     for (size_t k = 0; k < floors.size(); ++k) {
-        const bool above = k + 1 < floors.size() && floors[k + 1].visible;
-        int lower = 0;
-        int upper = 0;
-        if (mode == 1) {
-            lower = upper = -1;
-        } else if (mode == 2 && !above) {
-            upper = -1;
-        }
         const int floor = floors[k].floor;
         CGE_SetNodeFieldValue_SFInt32(CVx3dSceneSwitches::WallNodeName(floor, false).toLatin1().constData(),
-                                      "whichChoice", lower);
+                                      "whichChoice", m_floorLayerVis.WallChoice(k, false));
         CGE_SetNodeFieldValue_SFInt32(CVx3dSceneSwitches::WallNodeName(floor, true).toLatin1().constData(),
-                                      "whichChoice", upper);
+                                      "whichChoice", m_floorLayerVis.WallChoice(k, true));
     }
     m_glWidget->updateGL();
 }

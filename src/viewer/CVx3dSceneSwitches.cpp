@@ -37,6 +37,17 @@ SVx3dFloorSwitch* CVx3dSceneSwitches::FindFloor(int floor)
     return nullptr;
 }
 
+int CVx3dSceneSwitches::WallChoice(size_t k, bool upper) const
+{
+    if (wallsMode == 1)
+        return -1;
+    if (wallsMode == 2 && upper) {
+        const bool visibleAbove = k + 1 < floors.size() && floors[k + 1].visible;
+        return visibleAbove ? 0 : -1;
+    }
+    return 0;
+}
+
 QString CVx3dSceneSwitches::FloorNodeName(int floor)
 {
     return QString::asprintf("VX_FLOOR_%02i", floor);

@@ -34,6 +34,11 @@ public:
     bool IsCompatible(const CVx3dSceneSwitches& other) const;
     SVx3dFloorSwitch* FindFloor(int floor);
 
+    // The whichChoice of the lower or upper walls of floor entry k in the
+    // walls mode: solid shows both, invisible neither, halved hides the
+    // upper walls of a floor with no visible floor right above it.
+    int WallChoice(size_t k, bool upper) const;
+
     static QString FloorNodeName(int floor);
     static QString LayerNodeName(int floor, int layer);
     static QString WallNodeName(int floor, bool upper);
