@@ -1,6 +1,8 @@
 #include "CVx3dViewer.h"
 
+#include "CVx3dSnapshot.h"
 #include "CVxLocalize.h"
+#include "CVxMainWindow.h"
 #include "CVxOptions.h"
 #include "IVxAppHelperCallback.h"
 #include "VxCastleEngine.h"
@@ -11,6 +13,7 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialog>
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -30,6 +33,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QTapGesture>
+#include <QThread>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -74,7 +78,8 @@ enum EVxViewerRow
     ROW_ADD_VIEWPOINT,
     ROW_ENTER_NAME,
     ROW_MOUSE_LOOK,
-    ROW_LAYER
+    ROW_LAYER,
+    ROW_PLAY
 };
 
 // Messages of the viewer.
@@ -210,6 +215,8 @@ void CVx3dViewer::BuildControls()
     m_menuViewpoints = new QMenu(viewpoints);
     viewpoints->setMenu(m_menuViewpoints);
     viewpoints->setPopupMode(QToolButton::InstantPopup);
+    QToolButton* play = MakeButton(this, Dlg(ROW_PLAY, L"Play"), false);
+    connect(play, &QToolButton::clicked, this, &CVx3dViewer::BtnViewPlayClick);
     QToolButton* snapshot = MakeButton(this, Dlg(ROW_SNAPSHOT, L"Snapshot"), false);
     snapshot->setShortcut(Qt::Key_F3);
     connect(snapshot, &QToolButton::clicked, this, &CVx3dViewer::BtnSnapshotClick);
@@ -221,7 +228,7 @@ void CVx3dViewer::BuildControls()
     gear->setMenu(m_menuGear);
     gear->setPopupMode(QToolButton::InstantPopup);
     for (QToolButton* button :
-         {m_btnWalk, m_btnFly, m_btnExamine, prev, next, viewpoints, snapshot, reload, gear})
+         {m_btnWalk, m_btnFly, m_btnExamine, prev, next, viewpoints, play, snapshot, reload, gear})
         bar->addWidget(button);
     bar->addStretch(1);
     outer->addLayout(bar);
@@ -630,6 +637,10 @@ void CVx3dViewer::MoveToViewpoint(int index, bool animated)
 
 bool CVx3dViewer::OnKeyPress(int key)
 {
+    if (m_playing && key != Qt::Key_Escape) {
+        m_playing = false;
+        return true;
+    }
     switch (key) {
     case Qt::Key_E:
         m_actEdgeEnhance->toggle();
@@ -654,10 +665,86 @@ bool CVx3dViewer::OnKeyPress(int key)
             MenuMouseLookClick();
             return true;
         }
+        if (m_playing) {
+            m_playing = false;
+            return true;
+        }
         return false;
     default:
         return false;
     }
+}
+
+void CVx3dViewer::BtnViewPlayClick()
+{
+    if (m_playing || !m_glWidget || !m_glWidget->IsAfterInit())
+        return;
+    m_playing = true;
+    // The tour runs in this loop; the window may be closed, or the program
+    // end, while it processes events.
+    QPointer<CVx3dViewer> self = this;
+    auto goOn = [&self] {
+        return self && self->m_playing && self->m_glWidget && !CVxMainWindow::IsSessionEnding() &&
+               !QCoreApplication::closingDown();
+    };
+    bool first = true;
+    while (goOn() && m_currentViewpoint < m_viewpointCount - 1) {
+        if (!first && m_actPauseMovie->isChecked()) {
+            for (int waited = 0; waited < 990 && goOn(); waited += 10) {
+                QThread::msleep(10);
+                QCoreApplication::processEvents();
+            }
+            if (!goOn())
+                break;
+        }
+        first = false;
+        MoveToViewpoint(m_currentViewpoint + 1, true);
+        // The engine starts the move at its next update.
+        m_glWidget->EnsureContextCurrent();
+        CGE_Update();
+        while (goOn() && CGE_GetVariableInt(CGE_VAR_ANIMATION_RUNNING) != 0) {
+            QThread::msleep(10);
+            m_glWidget->EnsureContextCurrent();
+            CGE_Update();
+            m_glWidget->updateGL();
+            QCoreApplication::processEvents();
+        }
+    }
+    if (self)
+        m_playing = false;
+}
+
+bool CVx3dViewer::GetProtoSize(const CVxStringW& file, const CVxStringA& prototype, bool withAppearance,
+                               float box[6])
+{
+    // The engine takes a "#" in a URL for the prototype's mark even when it
+    // is escaped, so a model under such a name is reached through a link.
+    QString path = file.ToQString();
+    const QString link = QDir::tempPath() + QStringLiteral("/Plaven_ProtoModel.wrl");
+    QFile::remove(link);
+    if (path.contains(QLatin1Char('#')) && QFile::link(path, link))
+        path = link;
+    QString url = QStringLiteral("file://") + path;
+    url.replace(QLatin1Char('#'), QStringLiteral("%23"))
+        .replace(QLatin1Char(' '), QStringLiteral("%20"))
+        .replace(QLatin1Char('?'), QStringLiteral("%3F"));
+    if (!prototype.IsEmpty())
+        url += QLatin1Char('#') + QString::fromUtf8(prototype.c_str());
+    const QString scene = QDir::tempPath() + QStringLiteral("/Plaven_ProtoTest.wrl");
+    QFile out(scene);
+    if (!out.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return false;
+    const QByteArray fields = withAppearance ? "field SFNode appearance" : "";
+    out.write("#VRML V2.0 utf8\nEXTERNPROTO Model [" + fields + "] \"" + url.toUtf8() + "\"\nModel{}\n");
+    out.close();
+    // Only one engine instance can live.
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance())
+        window->Close3DViewer();
+    QString error;
+    const bool measured = VX_Measure3dScene(scene, box, error);
+    QFile::remove(scene);
+    QFile::remove(link);
+    return measured;
 }
 
 void CVx3dViewer::MenuMouseLookClick()

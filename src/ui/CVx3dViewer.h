@@ -48,6 +48,12 @@ public:
     ~CVx3dViewer() override;
 
     static void SetSurfaceFormat(QSurfaceFormat& format, bool antiAliasing);
+    // The size of a VRML model, for the object properties: the engine
+    // loads a small scene that uses it, without a window, after the viewer
+    // is closed. box: xmin, xmax, ymin, ymax, zmin, zmax in metres. False
+    // when the scene can't be written or holds nothing.
+    static bool GetProtoSize(const CVxStringW& file, const CVxStringA& prototype, bool withAppearance,
+                             float box[6]);
 
     // Shows a scene file. `switches` are the Switch nodes the export wrote;
     // with `sameScene` and the same nodes the viewer keeps its own states.
@@ -59,6 +65,9 @@ public:
     void OnWallsVisibilityChanged(int mode);
     bool SaveScreenshotToFile(const QString& path);
     void SaveSceneToFile(const QString& path);
+    // The tour from the current viewpoint to the last one; a key stops it.
+    void BtnViewPlayClick();
+    bool IsPlaying() const { return m_playing; }
 
     GLWidget* GetGLWidget() const { return m_glWidget; }
     QTreeWidget* GetTreeWidget() const { return m_tree; }
@@ -139,6 +148,7 @@ private:
     int m_currentViewpoint = 0;
     int m_viewpointCount = 0;
     bool m_keyFToggle = false;
+    bool m_playing = false;
     bool m_updatingControls = false;
     bool m_layoutReady = false;
     double m_lastPixelRatio = 1.0;

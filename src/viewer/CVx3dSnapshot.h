@@ -1,7 +1,8 @@
 #pragma once
-// One picture of a scene file drawn by the 3D engine without a window: an
-// offscreen OpenGL context and a framebuffer of the asked size. The engine
-// has one view per process, so no viewer window may be open meanwhile.
+// The 3D engine without a window: an offscreen OpenGL context and a
+// framebuffer of the asked size, for a picture of a scene file or its size.
+// The engine has one view per process, so no viewer window may be open
+// meanwhile.
 
 #include <QImage>
 #include <QString>
@@ -25,3 +26,7 @@ struct SVx3dSnapshotResult
 
 // Loads the engine library if needed. Needs a QGuiApplication.
 SVx3dSnapshotResult VX_Render3dSnapshot(const SVx3dSnapshotRequest& request);
+
+// The bounding box of a scene as the engine loads it: xmin, xmax, ymin,
+// ymax, zmin, zmax in metres. False with the reason when there is none.
+bool VX_Measure3dScene(const QString& scenePath, float box[6], QString& error);

@@ -12,6 +12,7 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMenu>
@@ -22,6 +23,8 @@
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <cmath>
+
 class XvfbViewer3d : public QObject
 {
     Q_OBJECT
@@ -29,6 +32,7 @@ private slots:
     void brokenEngineLibrary();
     void roomInTheViewer();
     void secondViewerIsANewEngine();
+    void modelSizeWithoutAWindow();
 };
 
 namespace {
@@ -73,13 +77,17 @@ int RedPixels(const QImage& image)
     return count;
 }
 
-// A fresh frame of the view, after whatever was changed.
+// A fresh frame of the view, after whatever was changed. Occlusion culling
+// decides what to draw by the queries of the frame before, so after a jump
+// of the camera the second frame is the one that shows the scene.
 QImage NextFrame(GLWidget* widget)
 {
-    QSignalSpy spy(widget, &GLWidget::FrameDrawn);
-    widget->updateGL();
-    if (!spy.wait(5000))
-        return QImage();
+    for (int i = 0; i < 2; ++i) {
+        QSignalSpy spy(widget, &GLWidget::FrameDrawn);
+        widget->updateGL();
+        if (!spy.wait(5000))
+            return QImage();
+    }
     return widget->grabFramebuffer();
 }
 
@@ -282,6 +290,21 @@ void XvfbViewer3d::roomInTheViewer()
              qPrintable(viewer->GetWarnings().join('\n')));
     QVERIFY(reports.isEmpty());
 
+    // The tour from the first viewpoint to the last, without pauses.
+    viewer->MoveToViewpoint(0, false);
+    for (QAction* action : viewer->findChildren<QAction*>())
+        if (action->text() == QStringLiteral("Pause Movie at Viewpoints"))
+            action->setChecked(false);
+    QElapsedTimer tour;
+    tour.start();
+    viewer->BtnViewPlayClick();
+    QVERIFY(!viewer->IsPlaying());
+    QCOMPARE(viewer->GetCurrentViewpoint(), 1);
+    QVERIFY(tour.elapsed() < 5000);
+    frame = NextFrame(gl);
+    frame.save(QStringLiteral("xvfb_viewer3d_tour_end.png"));
+    QVERIFY2(IsWall(At(frame, 0.5, 0.5)), qPrintable(Describe(At(frame, 0.5, 0.5))));
+
     qInfo("first frame after %lld ms; %.1f frames a second while walking; resident memory %ld KiB more with "
           "the viewer",
           static_cast<long long>(firstFrameMs), fps, ResidentKiB() - memoryBefore);
@@ -305,6 +328,35 @@ void XvfbViewer3d::secondViewerIsANewEngine()
         window.Close3DViewer();
         QTRY_VERIFY(!viewer);
     }
+}
+
+void XvfbViewer3d::modelSizeWithoutAWindow()
+{
+    // A model in a folder whose name needs escaping in the URL; the viewer
+    // is closed first, since the engine has one view.
+    CVxMainWindow window;
+    window.Show3DScene(CVxStringW(kScene));
+    QPointer<CVx3dViewer> viewer = window.Get3DViewer();
+    QVERIFY(viewer);
+    QTemporaryDir dir;
+    const QString folder = dir.path() + QStringLiteral("/my models #2");
+    QVERIFY(QDir().mkpath(folder));
+    QFile model(folder + QStringLiteral("/table.wrl"));
+    QVERIFY(model.open(QIODevice::WriteOnly));
+    model.write("#VRML V2.0 utf8\n"
+                "PROTO Table [ field SFNode appearance NULL ] {\n"
+                "  Transform { translation 0 0.375 0 children Shape { appearance IS appearance\n"
+                "    geometry Box { size 1.2 0.75 0.8 } } }\n"
+                "}\n");
+    model.close();
+    float box[6] = {};
+    QVERIFY(CVx3dViewer::GetProtoSize(CVxStringW(model.fileName()), CVxStringA("Table"), true, box));
+    QTRY_VERIFY(!viewer);
+    const float expected[6] = {-0.6f, 0.6f, 0.0f, 0.75f, -0.4f, 0.4f};
+    for (int i = 0; i < 6; ++i)
+        QVERIFY2(std::fabs(box[i] - expected[i]) < 1e-4f, qPrintable(QString::number(box[i])));
+    // A prototype the file lacks has no size.
+    QVERIFY(!CVx3dViewer::GetProtoSize(CVxStringW(model.fileName()), CVxStringA("Chair"), true, box));
 }
 
 int main(int argc, char** argv)
