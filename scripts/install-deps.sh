@@ -16,6 +16,7 @@ PACKAGES=(
     zlib1g-dev libutfcpp-dev libqrcodegencpp-dev libxcb1-dev
     googletest libgtest-dev libgmock-dev libbenchmark-dev libboost-dev
     libcgal-dev
+    fpc castle-game-engine-src
     xvfb xauth fonts-dejavu-core xdotool imagemagick view3dscene
     desktop-file-utils appstream shared-mime-info dpkg-dev file
     poppler-utils python3-ezdxf

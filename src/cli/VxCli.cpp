@@ -166,6 +166,22 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --all-floors       every floor, not only the current one\n"
          "  -h, --help         show this help\n",
          VxCliExport3D},
+        {"snapshot-3d", "draw a 3D scene with the 3D engine to PNG or JPEG",
+         "Usage: plaveno-cli snapshot-3d FILE -o OUT.png [options]\n"
+         "\n"
+         "Draws a VRML or X3D scene (.wrl, .x3d, .x3dv) as the 3D viewer shows it,\n"
+         "through the 3D engine library beside the tool, without a window. It needs\n"
+         "an OpenGL driver; under a headless X server the software renderer does.\n"
+         "\n"
+         "Options:\n"
+         "  -o, --output OUT  the PNG or JPEG file to write\n"
+         "  --viewpoint N     the scene's viewpoint N, 0 for the first (default 0)\n"
+         "  --width PX        picture width in pixels (default 800)\n"
+         "  --height PX       picture height in pixels (default 600)\n"
+         "  --verbose         the number of viewpoints, the time taken and the\n"
+         "                    engine's warnings on stderr\n"
+         "  -h, --help        show this help\n",
+         VxCliSnapshot3d},
     };
     return verbs;
 }

@@ -43,6 +43,7 @@ int VxCliCompressLibrary(const std::vector<std::string>& args);
 int VxCliCompressProtos(const std::vector<std::string>& args);
 int VxCliStats(const std::vector<std::string>& args);
 int VxCliExport3D(const std::vector<std::string>& args);
+int VxCliSnapshot3d(const std::vector<std::string>& args);
 
 // The arguments of one verb: options that take a value, switches, and the
 // positional arguments in order. "--name=value" and "--name value" both work.

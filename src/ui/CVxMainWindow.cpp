@@ -1,5 +1,6 @@
 #include "CVxMainWindow.h"
 
+#include "CVx3dViewer.h"
 #include "CVxAction.h"
 #include "CVxAdditionalLibrariesDlg.h"
 #include "CVxAppCore.h"
@@ -30,6 +31,7 @@
 #include "CVxUnits.h"
 #include "CVxUtils.h"
 #include "VxCrashHandler.h"
+#include "VxCastleEngine.h"
 #include "VxSessionSignals.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -253,6 +255,7 @@ CVxMainWindow::CVxMainWindow(const QStringList& arguments, QWidget* parent) : QM
 
 CVxMainWindow::~CVxMainWindow()
 {
+    Close3DViewer();
     CVxAppCore* core = VX_GetCore();
     // An editor still open gives the project back as it was before it.
     core->DeactivateActiveEditor(true, true);
@@ -1211,6 +1214,10 @@ void CVxMainWindow::BuildRecentMenu()
 
 void CVxMainWindow::OpenStartFile()
 {
+    if (!m_startedByInstaller && IsSceneFile(m_commandLineFile) && m_helper->FileExists(m_commandLineFile)) {
+        Show3DScene(m_commandLineFile);
+        return;
+    }
     CVxAppCore* core = VX_GetCore();
     const CVxOptions* options = VX_GetOptions();
     CVxStringW file;
@@ -1419,4 +1426,69 @@ void CVxMainWindow::ShowWallEditorPopupMenu()
         if (auto* action = qobject_cast<CVxAction*>(item))
             action->SetActionTexts();
     m_specialEditorPopup->popup(QCursor::pos());
+}
+
+bool CVxMainWindow::IsSceneFile(const CVxStringW& path)
+{
+    const QString suffix = QFileInfo(path.ToQString()).suffix().toLower();
+    return suffix == QLatin1String("wrl") || suffix == QLatin1String("x3d") ||
+           suffix == QLatin1String("x3dv");
+}
+
+CVx3dViewer* CVxMainWindow::Get3DViewer() const
+{
+    return m_viewer3d;
+}
+
+void CVxMainWindow::Close3DViewer()
+{
+    if (m_viewer3d)
+        m_viewer3d->close();
+}
+
+void CVxMainWindow::Show3DScene(const CVxStringW& path)
+{
+    // A broken installation is told once, with the reason, and the rest of
+    // the program goes on.
+    CGE_SetErrorReporter([this](const QString& title, const QString& text) {
+        if (!m_sessionEnding)
+            QMessageBox::critical(this, title, text);
+    });
+    CVxOptions* options = VX_GetOptions();
+    if (options->m_3dViewCrashedLastTime) {
+        options->m_3DUsePhongShaderPipeline = false;
+        QMessageBox::warning(this, VX_GetLoc()->LocalizeMessage(1151, L"Warning").ToQString(),
+                             VX_GetLoc()
+                                 ->LocalizeMessage(1152,
+                                                   L"3D viewer crashed last time at start. Trying old legacy "
+                                                   L"rendering, without anti-aliasing and effects now.\nThis "
+                                                   L"can be switched back on in the 3D Viewer Settings menu.")
+                                 .ToQString());
+    }
+    CVx3dSceneSwitches switches;
+    switches.ScanSceneFile(path.ToQString());
+    switches.wallsMode = options->m_3DWallsTransp;
+    const bool sameScene = m_viewer3d != nullptr;
+    if (m_viewer3d) {
+        if (m_viewer3d->isMinimized())
+            m_viewer3d->setWindowState(m_viewer3d->windowState() & ~Qt::WindowMinimized);
+    } else {
+        VxTrace("3D: Preparing new 3D viewer\n");
+        // Cleared by the first frame drawn: a start that kills the driver
+        // leaves it set for the next one.
+        const bool crashed = options->m_3dViewCrashedLastTime;
+        options->m_3dViewCrashedLastTime = true;
+        options->SaveToRegistry();
+        m_viewer3d = new CVx3dViewer(crashed);
+        if (!CGE_IsLoaded()) {
+            // Nothing will be drawn, so nothing can crash either.
+            options->m_3dViewCrashedLastTime = crashed;
+            options->SaveToRegistry();
+        }
+    }
+    m_viewer3d->show();
+    m_viewer3d->raise();
+    VxTrace("3D: before SetScene\n");
+    m_viewer3d->SetScene(path, switches, options->m_3DUsePhongShaderPipeline, sameScene);
+    VxTrace("3D: after SetScene\n");
 }

@@ -7,6 +7,7 @@
 #include "VxHostTypes.h"
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 
@@ -25,6 +26,7 @@ class QDropEvent;
 class QMimeData;
 class QMenu;
 class QTimer;
+class CVx3dViewer;
 class QToolBar;
 
 class CVxMainWindow : public QMainWindow
@@ -62,6 +64,13 @@ public:
     // SIGTERM or SIGHUP came: questions get their careful answer unasked,
     // and the program ends as soon as it can.
     static bool IsSessionEnding() { return s_instance && s_instance->m_sessionEnding; }
+
+    // The 3D viewer on a scene file as it stands; one viewer at a time.
+    void Show3DScene(const CVxStringW& path);
+    void Close3DViewer();
+    CVx3dViewer* Get3DViewer() const;
+    // .wrl, .x3d and .x3dv files open in the 3D viewer.
+    static bool IsSceneFile(const CVxStringW& path);
 
     CVxMainRenderArea* GetRenderArea() const { return m_renderArea; }
     CVxMainScrollArea* GetScrollArea() const { return m_scrollArea; }
@@ -228,6 +237,7 @@ private:
     bool m_crashedLastTime = false;
     bool m_firstStart = false;
     bool m_startedByInstaller = false;
+    QPointer<CVx3dViewer> m_viewer3d;
     int64_t m_lastAutoSaveTick = 0;
     QTimer* m_autoSaveTimer = nullptr;
     bool m_firstShow = true;

@@ -35,6 +35,11 @@ test -f "$root/share/applications/org.plaveno.Plaveno.desktop"
 test -f "$root/share/icons/hicolor/scalable/apps/org.plaveno.Plaveno.svg"
 test -f "$root/share/man/man1/plaveno-cli.1.gz"
 test -f "$root/share/plaveno/Library.pvl"
+# The 3D engine beside the programs, when the build made it.
+if [ -f "$build_dir/src/libcastleengine.so" ]; then
+    test -f "$root/bin/libcastleengine.so"
+    nm -D --defined-only "$root/bin/libcastleengine.so" | grep -q ' CGE_SetNodeFieldValue_SFInt32$'
+fi
 
 # The unpacked program finds its data through share/plaveno.
 "$root/bin/plaveno-cli" info "$root/share/plaveno/samples/Flat.pvp" | grep -q 'Room'
