@@ -723,7 +723,7 @@ bool CVxMainWindow::IsCommandAvailable(int code)
         75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108, 109, 110, 111, 112, 113,
         130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169,
         170, 171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148,
-        123, 54,  126, 127, 128, 129, 115, 21,  35,  45,  63,  65,  70,  79,  82,  85,  114};
+        123, 54,  126, 127, 128, 129, 115, 68, 21,  35,  45,  63,  65,  70,  79,  82,  85,  114};
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
@@ -912,6 +912,9 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
         break;
     case VX_TB_BUILD_ON_IMAGE_TOUCH:
         ShowScanMenu();
+        break;
+    case VX_TB_EXPLORE_3D:
+        Show3D();
         break;
     case VX_TB_ADDITIONAL_LIBRARIES: {
         CVxAdditionalLibrariesDlg dialog(this);
@@ -1444,6 +1447,27 @@ void CVxMainWindow::Close3DViewer()
 {
     if (m_viewer3d)
         m_viewer3d->close();
+}
+
+void CVxMainWindow::Show3D()
+{
+    CVxAppCore* core = VX_GetCore();
+    // The walls being edited are not the project's yet.
+    if (core->GetActiveEditor())
+        return;
+    if (core->GetProject().m_modified)
+        VX_GetAutoSave()->SaveProjectToAutoSaveFile(m_lastAutoSaveTick);
+    const CVxOptions* options = VX_GetOptions();
+    const EVx3dViewerMode mode = options->m_open3DViewMode == 1 ? VX_3DVIEWER_EXTERNAL : VX_3DVIEWER_BUILTIN;
+    CVxStringW path;
+    CVx3DFloorLayerVis vis;
+    if (!core->CreateWrlExportFile(path, mode, options->m_3DUsePhongShaderPipeline, true, &vis, CVxStringA(),
+                                   CVxStringW()))
+        return;
+    if (mode == VX_3DVIEWER_EXTERNAL)
+        m_helper->SystemExecute(path);
+    else
+        Show3DScene(path);
 }
 
 void CVxMainWindow::Show3DScene(const CVxStringW& path)

@@ -66,6 +66,8 @@ public:
     static bool IsSessionEnding() { return s_instance && s_instance->m_sessionEnding; }
 
     // The 3D viewer on a scene file as it stands; one viewer at a time.
+    // "Explore in 3D": the project's scene, written anew, in the viewer.
+    void Show3D();
     void Show3DScene(const CVxStringW& path);
     void Close3DViewer();
     CVx3dViewer* Get3DViewer() const;
