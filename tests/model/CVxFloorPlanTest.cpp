@@ -375,6 +375,30 @@ TEST(CVxFloorPlanTest, BadWallsGiveADefinedResult)
     EXPECT_EQ(plan.GetOuterRegionCount(), 1);
 }
 
+TEST(CVxFloorPlanTest, LatticeOfLongWallsGivesARoomPerMesh)
+{
+    // 150 walls across and 150 down, each the whole width: every wall is cut
+    // at 148 crossings and two ends, and each mesh becomes a room.
+    CVxFloor floor;
+    floor.m_walls.RemoveAll();
+    constexpr int n = 150;
+    const double length = (n - 1) * 100.0;
+    for (int k = 0; k < n; ++k) {
+        AddWall(floor, 0, k * 100.0, length, k * 100.0);
+        AddWall(floor, k * 100.0, 0, k * 100.0, length);
+    }
+    CVxFloorPlan plan;
+    Build(floor, plan);
+    EXPECT_EQ(plan.GetRegionCount(), (n - 1) * (n - 1));
+    EXPECT_EQ(plan.GetOuterRegionCount(), 1);
+    EXPECT_EQ(plan.vertices.size(), size_t{n} * n);
+    EXPECT_EQ(plan.edges.size(), size_t{2} * n * (n - 1));
+    EXPECT_EQ(plan.componentCount, 1);
+    ASSERT_GT(plan.GetRegionCount(), 0);
+    ASSERT_EQ(plan.regions[0].vertices.size(), 4u);
+    EXPECT_EQ(plan.regions[0].vertices[0]->Point(), CVxDPoint(0, 0));
+}
+
 // ---- The indexed graph against a plain scan of the lists ----
 
 struct CRefGraph
