@@ -435,8 +435,7 @@ void CVxFloorPlan::CreatePlanarGraphIndexed(size_t maxEdges)
     // Cells as long as a wall, but no wider than a wall's share of the
     // floor: long walls that cross many others (a lattice) are cut into
     // pieces of about that size, and the pieces are what the grid then holds.
-    double cell =
-        std::max({std::min(totalLength / count, extent / (2 * std::sqrt(count))), extent / 1024, 1e-3});
+    double cell = std::max({std::min(totalLength / count, extent / std::sqrt(count)), extent / 1024, 1e-3});
     const int columns = std::clamp(static_cast<int>((right - left) / cell) + 1, 1, 1024);
     const int rows = std::clamp(static_cast<int>((bottom - top) / cell) + 1, 1, 1024);
     cell = std::max({cell, (right - left) / columns, (bottom - top) / rows});
