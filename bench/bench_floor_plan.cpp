@@ -1,6 +1,8 @@
 // Rooms from walls: the rebuild of a floor (wall corners and the whole floor
 // plan) against the arrangement of the same centre lines that CGAL builds,
-// with its faces enumerated.
+// with its faces enumerated. Two kinds of floor: a grid of rooms with every
+// room side a wall of its own, and a lattice of long walls that cross each
+// other, which the plan has to cut at every crossing.
 
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
@@ -58,11 +60,40 @@ void MakeFloor(CVxFloor& floor, int wallCount)
     }
 }
 
+// n walls across and n down, 100 apart, each running the whole length of
+// the lattice: (n - 1)^2 rooms.
+void MakeLattice(CVxFloor& floor, int n)
+{
+    CVxRoomWalls& walls = floor.m_walls;
+    walls.RemoveAll();
+    const double length = (n - 1) * 100.0;
+    for (int k = 0; k < n; ++k)
+        walls.GetNewWall()->Set(0, k * 100.0, length, k * 100.0, 1, 10, 250, 250, true, false);
+    for (int k = 0; k < n; ++k)
+        walls.GetNewWall()->Set(k * 100.0, 0, k * 100.0, length, 1, 10, 250, 250, true, false);
+}
+
+// Arguments of the floors: a wall count for the grid, or a negative number
+// -n for the lattice of n by n walls.
+void MakeBenchFloor(CVxFloor& floor, int64_t argument)
+{
+    floor.m_walls.RemoveAll();
+    if (argument < 0)
+        MakeLattice(floor, static_cast<int>(-argument));
+    else
+        MakeFloor(floor, static_cast<int>(argument));
+}
+
+void FloorArguments(benchmark::internal::Benchmark* bench)
+{
+    for (int64_t argument : {50, 200, 500, 2000, 20000, 100000, -150})
+        bench->Arg(argument);
+}
+
 void BM_RebuildAndCreatePlan(benchmark::State& state)
 {
     CVxFloor floor;
-    floor.m_walls.RemoveAll();
-    MakeFloor(floor, static_cast<int>(state.range(0)));
+    MakeBenchFloor(floor, state.range(0));
     CVxFloorPlan plan;
     // As in the editor, the floor already remembers its rooms.
     floor.m_walls.RebuildWalls();
@@ -77,14 +108,13 @@ void BM_RebuildAndCreatePlan(benchmark::State& state)
     state.counters["rooms"] = plan.GetRegionCount();
     state.counters["edges"] = static_cast<double>(plan.edges.size());
 }
-BENCHMARK(BM_RebuildAndCreatePlan)->Arg(50)->Arg(200)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_RebuildAndCreatePlan)->Apply(FloorArguments)->Unit(benchmark::kMillisecond);
 
 // The plan alone, on walls already rebuilt: what the graph and rooms cost.
 void BM_CreatePlanOnly(benchmark::State& state)
 {
     CVxFloor floor;
-    floor.m_walls.RemoveAll();
-    MakeFloor(floor, static_cast<int>(state.range(0)));
+    MakeBenchFloor(floor, state.range(0));
     CVxFloorPlan plan;
     floor.m_walls.RebuildWalls();
     plan.CreatePlan(floor, 1);
@@ -94,8 +124,9 @@ void BM_CreatePlanOnly(benchmark::State& state)
         benchmark::DoNotOptimize(plan.regions.data());
     }
     state.counters["walls"] = floor.m_walls.GetWallCount();
+    state.counters["rooms"] = plan.GetRegionCount();
 }
-BENCHMARK(BM_CreatePlanOnly)->Arg(50)->Arg(200)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CreatePlanOnly)->Apply(FloorArguments)->Unit(benchmark::kMillisecond);
 
 #ifdef PLAVENO_HAVE_CGAL
 using Kernel = CGAL::Exact_predicates_exact_constructions_kernel;
@@ -105,8 +136,7 @@ using Arrangement = CGAL::Arrangement_2<Traits>;
 void BM_CgalArrangementFaces(benchmark::State& state)
 {
     CVxFloor floor;
-    floor.m_walls.RemoveAll();
-    MakeFloor(floor, static_cast<int>(state.range(0)));
+    MakeBenchFloor(floor, state.range(0));
     floor.m_walls.RebuildWalls();
     // The same centre lines that the plan graph takes: chords of curves.
     std::vector<Traits::X_monotone_curve_2> segments;
@@ -134,7 +164,7 @@ void BM_CgalArrangementFaces(benchmark::State& state)
     state.counters["walls"] = floor.m_walls.GetWallCount();
     state.counters["rooms"] = static_cast<double>(faces);
 }
-BENCHMARK(BM_CgalArrangementFaces)->Arg(50)->Arg(200)->Arg(500)->Arg(2000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_CgalArrangementFaces)->Apply(FloorArguments)->Unit(benchmark::kMillisecond);
 #endif
 
 } // namespace

@@ -140,6 +140,23 @@ private:
     std::vector<CCellRect> m_registered;
 };
 
+bool Overlaps(const CBox& p, const CBox& q)
+{
+    return p.left <= q.right && q.left <= p.right && p.top <= q.bottom && q.top <= p.bottom;
+}
+
+bool Contains(const CBox& outer, const CBox& inner)
+{
+    return inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top &&
+           inner.bottom <= outer.bottom;
+}
+
+CBox Union(const CBox& p, const CBox& q)
+{
+    return {std::min(p.left, q.left), std::min(p.top, q.top), std::max(p.right, q.right),
+            std::max(p.bottom, q.bottom)};
+}
+
 // Where the crossing test of two edges can succeed. An edge in the role of
 // the second segment (c-d) accepts parameters within EPS of 0..1, so the
 // crossing lies in its box widened by EPS times its extent. The first
@@ -415,9 +432,12 @@ void CVxFloorPlan::CreatePlanarGraphIndexed(size_t maxEdges)
         totalLength += std::fabs(edge->to->x - edge->from->x) + std::fabs(edge->to->y - edge->from->y);
     const double count = static_cast<double>(edges.size());
     const double extent = std::max(right - left, bottom - top);
-    double cell = std::max({totalLength / count, extent / (2 * std::sqrt(count)), 1e-3});
-    const int columns = std::clamp(static_cast<int>((right - left) / cell) + 1, 1, 2048);
-    const int rows = std::clamp(static_cast<int>((bottom - top) / cell) + 1, 1, 2048);
+    // Cells as long as a wall, but no wider than a wall's share of the
+    // floor: long walls that cross many others (a lattice) are cut into
+    // pieces of about that size, and the pieces are what the grid then holds.
+    double cell = std::max({std::min(totalLength / count, extent / std::sqrt(count)), extent / 1024, 1e-3});
+    const int columns = std::clamp(static_cast<int>((right - left) / cell) + 1, 1, 1024);
+    const int rows = std::clamp(static_cast<int>((bottom - top) / cell) + 1, 1, 1024);
     cell = std::max({cell, (right - left) / columns, (bottom - top) / rows});
     CEdgeGrid grid(left, top, cell, columns, rows);
 
@@ -437,10 +457,13 @@ void CVxFloorPlan::CreatePlanarGraphIndexed(size_t maxEdges)
         if (std::fabs(b.x - a.x) < EPS && std::fabs(b.y - a.y) < EPS)
             continue;
         ++stamp;
-        CCellRect reach = grid.CellsOf(FirstRoleBox(a, b, rounding, lineError));
+        // Every box edge i has had while it was cut: a test with an edge
+        // whose box meets none of them can't succeed.
+        CBox iBox = FirstRoleBox(a, b, rounding, lineError);
+        CCellRect reach = grid.CellsOf(iBox);
         size_t current = i;
         auto take = [&](size_t k) {
-            if (k > current && seen[k] != stamp) {
+            if (k > current && seen[k] != stamp && Overlaps(iBox, secondBox(k))) {
                 seen[k] = stamp;
                 pending.push(k);
             }
@@ -457,18 +480,18 @@ void CVxFloorPlan::CreatePlanarGraphIndexed(size_t maxEdges)
                 grid.Register(j, secondBox(j));
             seen.resize(edges.size(), 0);
             for (size_t k = before; k < edges.size(); ++k) {
-                const CBox box = secondBox(k);
-                grid.Register(k, box);
-                if (reach.Intersects(grid.CellsOf(box)))
-                    take(k);
+                grid.Register(k, secondBox(k));
+                take(k);
             }
             if (iChanged) {
-                const CCellRect now = grid.CellsOf(
-                    FirstRoleBox(edges[i]->from->Point(), edges[i]->to->Point(), rounding, lineError));
-                if (!reach.Contains(now)) {
-                    const CCellRect grown = reach.Union(now);
-                    grid.ForEach(grown, &reach, take);
-                    reach = grown;
+                const CBox now =
+                    FirstRoleBox(edges[i]->from->Point(), edges[i]->to->Point(), rounding, lineError);
+                if (!Contains(iBox, now)) {
+                    // The crossing, rounded to the grid, lies a little beyond
+                    // the old box: edges passed over before are offered again.
+                    iBox = Union(iBox, now);
+                    reach = reach.Union(grid.CellsOf(iBox));
+                    grid.ForEach(reach, nullptr, take);
                 }
             }
         }

@@ -7,7 +7,10 @@
 #include "VxGeometryFunctions.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
+#include <unordered_map>
 
 namespace {
 // Outlines name a wall in the low 16 bits of an edge's entry, so a floor
@@ -20,6 +23,62 @@ constexpr size_t kReserveWalls = 1024;
 
 // The common non-zero value of a list: 0 when there is none, -1 when two
 // differ.
+// Points by cells one unit wide: a point within EPS of another lies in its
+// cell or a neighbour. Points that are no finite numbers equal nothing and
+// are left out; far-out values share the outermost cells.
+class CVxPointCells
+{
+public:
+    void Add(const CVxDPoint& point, int item)
+    {
+        if (std::isfinite(point.x) && std::isfinite(point.y))
+            m_cells[Key(Cell(point.x), Cell(point.y))].push_back(item);
+    }
+
+    // Calls visit for every item of a point in the cells that can hold a
+    // point within EPS of this one; an item may come more than once.
+    template <typename Visit>
+    void ForNear(const CVxDPoint& point, Visit visit) const
+    {
+        if (!std::isfinite(point.x) || !std::isfinite(point.y))
+            return;
+        const int64_t x0 = Cell(point.x - 4 * EPS), x1 = Cell(point.x + 4 * EPS);
+        const int64_t y0 = Cell(point.y - 4 * EPS), y1 = Cell(point.y + 4 * EPS);
+        for (int64_t cx = x0; cx <= x1; ++cx)
+            for (int64_t cy = y0; cy <= y1; ++cy) {
+                const auto found = m_cells.find(Key(cx, cy));
+                if (found != m_cells.end())
+                    for (int item : found->second)
+                        visit(item);
+            }
+    }
+
+private:
+    static int64_t Cell(double value)
+    {
+        constexpr double limit = 1e9;
+        return static_cast<int64_t>(std::clamp(std::floor(value), -limit, limit));
+    }
+    static uint64_t Key(int64_t cx, int64_t cy)
+    {
+        return (static_cast<uint64_t>(cx + (int64_t{1} << 31)) << 32) ^
+               static_cast<uint64_t>(cy + (int64_t{1} << 31));
+    }
+
+    std::unordered_map<uint64_t, std::vector<int>> m_cells;
+};
+
+// The ends through which a wall meets others: its own, or those of the
+// first and last chord of a curve.
+std::array<CVxDPoint, 4> WallEnds(const CVxWall& wall)
+{
+    if (wall.subWalls.empty())
+        return {wall.start, wall.end, wall.start, wall.end};
+    const CVxWall& first = wall.subWalls.front();
+    const CVxWall& last = wall.subWalls.back();
+    return {first.start, first.end, last.start, last.end};
+}
+
 class CVxCommonValue
 {
 public:
@@ -210,9 +269,40 @@ void CVxRoomWalls::RebuildWalls()
 {
     for (CVxWall& wall : walls)
         wall.ResetIntersections();
-    for (size_t i = 0; i < walls.size(); ++i)
-        for (size_t j = i + 1; j < walls.size(); ++j)
-            walls[i].CalculateIntersection(walls[j], false);
+    // Two walls meet only where an end of one (of its first or last chord,
+    // for a curve) lies within EPS of an end of the other; every other pair
+    // leaves the corners alone. The pairs that do meet are taken in the
+    // order of the plain double loop, as of several walls at one point the
+    // first to trim a corner wins a tie.
+    std::vector<std::array<CVxDPoint, 4>> ends(walls.size());
+    CVxPointCells cells;
+    for (size_t i = 0; i < walls.size(); ++i) {
+        if (!walls[i].visible)
+            continue;
+        ends[i] = WallEnds(walls[i]);
+        for (const CVxDPoint& point : ends[i])
+            cells.Add(point, static_cast<int>(i));
+    }
+    std::vector<int> partners;
+    for (size_t i = 0; i < walls.size(); ++i) {
+        if (!walls[i].visible)
+            continue;
+        partners.clear();
+        for (const CVxDPoint& point : ends[i])
+            cells.ForNear(point, [&](int j) {
+                if (j <= static_cast<int>(i))
+                    return;
+                for (const CVxDPoint& other : ends[static_cast<size_t>(j)])
+                    if (other == point) {
+                        partners.push_back(j);
+                        return;
+                    }
+            });
+        std::sort(partners.begin(), partners.end());
+        partners.erase(std::unique(partners.begin(), partners.end()), partners.end());
+        for (int j : partners)
+            walls[i].CalculateIntersection(walls[static_cast<size_t>(j)], false);
+    }
     for (CVxWall& wall : walls)
         wall.FinishIntersections();
 }

@@ -1,5 +1,5 @@
 // Rooms derived from walls: the cases users meet when they draw, and the
-// indexed graph against a plain scan of the lists on many random floors.
+// indexed graph and wall corners against plain scans on many random floors.
 
 #include "CVxFloorPlan.h"
 #include "CVxFloor.h"
@@ -395,6 +395,30 @@ TEST(CVxFloorPlanTest, BadWallsGiveADefinedResult)
     EXPECT_EQ(plan.GetOuterRegionCount(), 1);
 }
 
+TEST(CVxFloorPlanTest, LatticeOfLongWallsGivesARoomPerMesh)
+{
+    // 150 walls across and 150 down, each the whole width: every wall is cut
+    // at 148 crossings and two ends, and each mesh becomes a room.
+    CVxFloor floor;
+    floor.m_walls.RemoveAll();
+    constexpr int n = 150;
+    const double length = (n - 1) * 100.0;
+    for (int k = 0; k < n; ++k) {
+        AddWall(floor, 0, k * 100.0, length, k * 100.0);
+        AddWall(floor, k * 100.0, 0, k * 100.0, length);
+    }
+    CVxFloorPlan plan;
+    Build(floor, plan);
+    EXPECT_EQ(plan.GetRegionCount(), (n - 1) * (n - 1));
+    EXPECT_EQ(plan.GetOuterRegionCount(), 1);
+    EXPECT_EQ(plan.vertices.size(), size_t{n} * n);
+    EXPECT_EQ(plan.edges.size(), size_t{2} * n * (n - 1));
+    EXPECT_EQ(plan.componentCount, 1);
+    ASSERT_GT(plan.GetRegionCount(), 0);
+    ASSERT_EQ(plan.regions[0].vertices.size(), 4u);
+    EXPECT_EQ(plan.regions[0].vertices[0]->Point(), CVxDPoint(0, 0));
+}
+
 // ---- The indexed graph against a plain scan of the lists ----
 
 struct CRefGraph
@@ -542,10 +566,39 @@ std::vector<std::vector<int>> Faces(const CVxFloorPlan& plan, const std::vector<
     return faces;
 }
 
+// Wall corners as the plain double loop over all pairs of walls finds them.
+std::vector<CVxWall> CornersByPairs(const CVxRoomWalls& walls)
+{
+    std::vector<CVxWall> list = walls.walls;
+    for (CVxWall& wall : list)
+        wall.ResetIntersections();
+    for (size_t i = 0; i < list.size(); ++i)
+        for (size_t j = i + 1; j < list.size(); ++j)
+            list[i].CalculateIntersection(list[j], false);
+    for (CVxWall& wall : list)
+        wall.FinishIntersections();
+    return list;
+}
+
 void ExpectSameAsScan(CVxFloor& floor, const std::string& what)
 {
     SCOPED_TRACE(what);
     floor.m_walls.RebuildWalls();
+    const std::vector<CVxWall> corners = CornersByPairs(floor.m_walls);
+    auto sameCorners = [](const CVxWall& a, const CVxWall& b) {
+        for (int k = 0; k < CVxWall::OUT_COUNT; ++k)
+            if (!(a.outline[k].x == b.outline[k].x && a.outline[k].y == b.outline[k].y))
+                return false;
+        return true;
+    };
+    for (size_t w = 0; w < corners.size(); ++w) {
+        const CVxWall& wall = floor.m_walls.walls[w];
+        ASSERT_TRUE(sameCorners(wall, corners[w])) << "wall " << w;
+        ASSERT_EQ(wall.subWalls.size(), corners[w].subWalls.size());
+        for (size_t k = 0; k < wall.subWalls.size(); ++k)
+            ASSERT_TRUE(sameCorners(wall.subWalls[k], corners[w].subWalls[k]))
+                << "wall " << w << " chord " << k;
+    }
     CVxFloorPlan plan;
     plan.CreatePlan(floor, -1);
     const CRefGraph ref = ScanGraph(floor.m_walls);
@@ -619,6 +672,22 @@ TEST(CVxFloorPlanTest, IndexedGraphEqualsPlainScan)
             AddWall(near, x, y, x + dx, y + std::round(uniform(-3, 3)) * 20 + uniform(-1e-3, 1e-3));
         }
         ExpectSameAsScan(near, "near " + std::to_string(round));
+
+        // A lattice of long walls with long diagonals and nearly parallel
+        // walls across it: every wall is cut many times.
+        CVxFloor lattice;
+        lattice.m_walls.RemoveAll();
+        const int lines = 6 + round % 10;
+        const double side = (lines - 1) * 50.0;
+        for (int k = 0; k < lines; ++k) {
+            AddWall(lattice, 0, k * 50.0, side, k * 50.0);
+            AddWall(lattice, k * 50.0, 0, k * 50.0, side, 10, true, k == round % lines);
+        }
+        AddWall(lattice, 0, 0, side, side);
+        AddWall(lattice, side, uniform(0, 1), 0, side + uniform(-1, 0));
+        AddWall(lattice, 0, 25 + uniform(-1e-3, 1e-3), side, 25 + uniform(-1e-3, 1e-3));
+        AddWall(lattice, uniform(0, side), 0, uniform(0, side), side);
+        ExpectSameAsScan(lattice, "lattice " + std::to_string(round));
     }
 }
 
