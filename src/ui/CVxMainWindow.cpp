@@ -30,8 +30,8 @@
 #include "CVxTransformDlg.h"
 #include "CVxUnits.h"
 #include "CVxUtils.h"
-#include "VxCrashHandler.h"
 #include "VxCastleEngine.h"
+#include "VxCrashHandler.h"
 #include "VxSessionSignals.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -723,7 +723,7 @@ bool CVxMainWindow::IsCommandAvailable(int code)
         75,  76,  77,  78,  86,  93,  94,  95,  96,  97,  100, 101, 106, 108, 109, 110, 111, 112, 113,
         130, 131, 132, 135, 137, 138, 139, 140, 141, 149, 152, 153, 154, 155, 156, 162, 163, 168, 169,
         170, 171, 172, 173, 174, 175, 178, 179, 180, 181, 182, 22,  40,  41,  42,  43,  44,  102, 148,
-        123, 54,  126, 127, 128, 129, 115, 68, 21,  35,  45,  63,  65,  70,  79,  82,  85,  114};
+        123, 54,  126, 127, 128, 129, 115, 68,  21,  35,  45,  63,  65,  70,  79,  82,  85,  114};
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
