@@ -631,6 +631,11 @@ void CVx3dViewer::MoveToViewpoint(int index, bool animated)
     m_currentViewpoint = index;
     m_glWidget->EnsureContextCurrent();
     CGE_MoveToViewpoint(index, animated);
+    // Past the start the views look at the house from outside and above,
+    // where walking would fall: they fly.
+    if (index > 0 && CGE_GetNavigationType() == 0)
+        CGE_SetNavigationType(1);
+    UpdateNavigationButtons(false);
     SetNavigationOptionsToCGE();
     m_glWidget->updateGL();
 }
