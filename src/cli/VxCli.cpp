@@ -10,7 +10,9 @@
 #include <QFileInfo>
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <unistd.h>
 
@@ -362,6 +364,32 @@ bool CVxCliOutput::Commit()
 QString VxCliExtension(const QString& path)
 {
     return QFileInfo(path).suffix().toLower();
+}
+
+bool VxCliParseScale(const std::string& text, double& scale)
+{
+    if (text.rfind("1:", 0) != 0)
+        return false;
+    char* end = nullptr;
+    const double value = strtod(text.c_str() + 2, &end);
+    if (!end || end == text.c_str() + 2 || *end != '\0' || !std::isfinite(value) || value < 1 || value > 1e6)
+        return false;
+    scale = value;
+    return true;
+}
+
+bool VxCliParsePaper(const std::string& text, QPageSize::PageSizeId& paper)
+{
+    const QString name = QString::fromStdString(text).toUpper();
+    if (name == QLatin1String("A4"))
+        paper = QPageSize::A4;
+    else if (name == QLatin1String("A3"))
+        paper = QPageSize::A3;
+    else if (name == QLatin1String("LETTER"))
+        paper = QPageSize::Letter;
+    else
+        return false;
+    return true;
 }
 
 namespace {

@@ -6,6 +6,7 @@
 #include "CVxMissingFileInfo.h"
 #include "CVxStringW.h"
 
+#include <QPageSize>
 #include <QString>
 
 #include <list>
@@ -120,6 +121,10 @@ private:
 
 // Lower-case extension of a path without the dot.
 QString VxCliExtension(const QString& path);
+// A scale of paper written "1:N", N from 1 to a million.
+bool VxCliParseScale(const std::string& text, double& scale);
+// A4, A3 or Letter, in any case.
+bool VxCliParsePaper(const std::string& text, QPageSize::PageSizeId& paper);
 // The tool's name of a unit index: "mm", "cm", "in", "dm", "ft", "yd", "m"
 // or "km"; "?" for anything else.
 const char* VxCliUnitName(int unit);

@@ -147,25 +147,10 @@ int VxCliPrint(const std::vector<std::string>& args)
     }
     settings.allFloors = parsed.Has("--all-floors");
     settings.landscape = parsed.Has("--landscape");
-    if (parsed.Has("--scale")) {
-        const std::string scale = parsed.Value("--scale");
-        char* end = nullptr;
-        const double value = scale.rfind("1:", 0) == 0 ? strtod(scale.c_str() + 2, &end) : 0;
-        if (!end || *end != '\0' || !std::isfinite(value) || value < 1 || value > 1e6)
-            return VxCliUsageError("print", "--scale needs the form 1:N, for example 1:100");
-        settings.scale = value;
-    }
-    if (parsed.Has("--paper")) {
-        const QString paper = QString::fromStdString(parsed.Value("--paper")).toUpper();
-        if (paper == QLatin1String("A4"))
-            settings.paper = QPageSize::A4;
-        else if (paper == QLatin1String("A3"))
-            settings.paper = QPageSize::A3;
-        else if (paper == QLatin1String("LETTER"))
-            settings.paper = QPageSize::Letter;
-        else
-            return VxCliUsageError("print", "--paper needs A4, A3 or Letter");
-    }
+    if (parsed.Has("--scale") && !VxCliParseScale(parsed.Value("--scale"), settings.scale))
+        return VxCliUsageError("print", "--scale needs the form 1:N, for example 1:100");
+    if (parsed.Has("--paper") && !VxCliParsePaper(parsed.Value("--paper"), settings.paper))
+        return VxCliUsageError("print", "--paper needs A4, A3 or Letter");
     if (!VxCliCheckOutput(settings.output))
         return kVxCliFailed;
 

@@ -261,20 +261,10 @@ int VxCliRender(const std::vector<std::string>& args)
     const bool pdf = settings.format == QLatin1String("pdf");
     if ((parsed.Has("--scale") || parsed.Has("--paper")) && !pdf)
         return VxCliUsageError("render", "--scale and --paper are for PDF output");
-    if (parsed.Has("--scale")) {
-        const std::string scale = parsed.Value("--scale");
-        if (scale.rfind("1:", 0) != 0 || !ParseDouble(scale.substr(2), 1, 1e6, settings.scale))
-            return VxCliUsageError("render", "--scale needs the form 1:N, for example 1:100");
-    }
-    if (parsed.Has("--paper")) {
-        const QString paper = QString::fromStdString(parsed.Value("--paper")).toUpper();
-        if (paper == QLatin1String("A4"))
-            settings.paper = QPageSize::A4;
-        else if (paper == QLatin1String("A3"))
-            settings.paper = QPageSize::A3;
-        else
-            return VxCliUsageError("render", "--paper needs A4 or A3");
-    }
+    if (parsed.Has("--scale") && !VxCliParseScale(parsed.Value("--scale"), settings.scale))
+        return VxCliUsageError("render", "--scale needs the form 1:N, for example 1:100");
+    if (parsed.Has("--paper") && !VxCliParsePaper(parsed.Value("--paper"), settings.paper))
+        return VxCliUsageError("render", "--paper needs A4, A3 or Letter");
     if (!VxCliCheckOutput(settings.output))
         return kVxCliFailed;
 
