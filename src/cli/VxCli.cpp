@@ -65,7 +65,7 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --no-captions     leave out the captions of objects\n"
          "  --scale 1:N       PDF only: draw at that scale on the paper, over as many\n"
          "                    pages as the plan needs\n"
-         "  --paper A4|A3     PDF only: the paper (default A4)\n"
+         "  --paper A4|A3|Letter  PDF only: the paper (default A4)\n"
          "  -h, --help        show this help\n",
          VxCliRender},
         {"print", "print the plan of a floor to PDF, at a scale, over pages",
