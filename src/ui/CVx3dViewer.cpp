@@ -831,7 +831,7 @@ void CVx3dViewer::OnTreeItemChanged(QTreeWidgetItem* item, int column)
 
 void CVx3dViewer::OnFloorLayerVisibilityChanged(int floor, int layer, bool visible)
 {
-    SVx3dFloorSwitch* entry = m_floorLayerVis.FindFloor(floor);
+    SVxFloorVis* entry = m_floorLayerVis.FindFloor(floor);
     if (!entry)
         return;
     QString node;
@@ -839,7 +839,7 @@ void CVx3dViewer::OnFloorLayerVisibilityChanged(int floor, int layer, bool visib
         entry->visible = visible;
         node = CVx3dSceneSwitches::FloorNodeName(floor);
     } else {
-        for (SVx3dLayerSwitch& s : entry->layers)
+        for (SVxLayerVis& s : entry->layers)
             if (s.layer == layer)
                 s.visible = visible;
         node = CVx3dSceneSwitches::LayerNodeName(floor, layer);
@@ -859,10 +859,10 @@ void CVx3dViewer::ApplyFloorLayerVis()
     if (!m_glWidget || !m_glWidget->IsAfterInit())
         return;
     m_glWidget->EnsureContextCurrent();
-    for (const SVx3dFloorSwitch& floor : m_floorLayerVis.floors) {
+    for (const SVxFloorVis& floor : m_floorLayerVis.floors) {
         CGE_SetNodeFieldValue_SFInt32(CVx3dSceneSwitches::FloorNodeName(floor.floor).toLatin1().constData(),
                                       "whichChoice", floor.visible ? 0 : -1);
-        for (const SVx3dLayerSwitch& layer : floor.layers)
+        for (const SVxLayerVis& layer : floor.layers)
             CGE_SetNodeFieldValue_SFInt32(
                 CVx3dSceneSwitches::LayerNodeName(floor.floor, layer.layer).toLatin1().constData(),
                 "whichChoice", layer.visible ? 0 : -1);
@@ -876,7 +876,7 @@ void CVx3dViewer::OnWallsVisibilityChanged(int mode)
     if (!m_glWidget || !m_glWidget->IsAfterInit())
         return;
     m_glWidget->EnsureContextCurrent();
-    const std::vector<SVx3dFloorSwitch>& floors = m_floorLayerVis.floors;
+    const std::vector<SVxFloorVis>& floors = m_floorLayerVis.floors;
     for (size_t k = 0; k < floors.size(); ++k) {
         const int floor = floors[k].floor;
         CGE_SetNodeFieldValue_SFInt32(CVx3dSceneSwitches::WallNodeName(floor, false).toLatin1().constData(),

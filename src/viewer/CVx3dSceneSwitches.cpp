@@ -13,25 +13,9 @@ constexpr size_t kMaxLayersPerFloor = 100;
 constexpr qint64 kMaxLineLength = 64 * 1024;
 } // namespace
 
-bool CVx3dSceneSwitches::IsCompatible(const CVx3dSceneSwitches& other) const
+SVxFloorVis* CVx3dSceneSwitches::FindFloor(int floor)
 {
-    if (floors.size() != other.floors.size())
-        return false;
-    for (size_t i = 0; i < floors.size(); ++i) {
-        const SVx3dFloorSwitch& a = floors[i];
-        const SVx3dFloorSwitch& b = other.floors[i];
-        if (a.floor != b.floor || a.layers.size() != b.layers.size())
-            return false;
-        for (size_t k = 0; k < a.layers.size(); ++k)
-            if (a.layers[k].layer != b.layers[k].layer)
-                return false;
-    }
-    return true;
-}
-
-SVx3dFloorSwitch* CVx3dSceneSwitches::FindFloor(int floor)
-{
-    for (SVx3dFloorSwitch& entry : floors)
+    for (SVxFloorVis& entry : floors)
         if (entry.floor == floor)
             return &entry;
     return nullptr;
@@ -50,17 +34,17 @@ int CVx3dSceneSwitches::WallChoice(size_t k, bool upper) const
 
 QString CVx3dSceneSwitches::FloorNodeName(int floor)
 {
-    return QString::asprintf("VX_FLOOR_%02i", floor);
+    return QString::fromLatin1(SVx3DExportPars::FloorNodeName(floor).c_str());
 }
 
 QString CVx3dSceneSwitches::LayerNodeName(int floor, int layer)
 {
-    return QString::asprintf("VX_LAYER_F%02iL%02i", floor, layer);
+    return QString::fromLatin1(SVx3DExportPars::LayerNodeName(floor, layer).c_str());
 }
 
 QString CVx3dSceneSwitches::WallNodeName(int floor, bool upper)
 {
-    return QString::asprintf("VX_WALLS_F%02iH%i", floor, upper ? 1 : 0);
+    return QString::fromLatin1(SVx3DExportPars::WallNodeName(floor, upper).c_str());
 }
 
 bool CVx3dSceneSwitches::ScanSceneFile(const QString& path)
@@ -87,12 +71,12 @@ bool CVx3dSceneSwitches::ScanSceneFile(const QString& path)
         }
         match = layerSwitch.match(line);
         if (match.hasMatch()) {
-            SVx3dFloorSwitch* entry = FindFloor(match.captured(1).toInt());
+            SVxFloorVis* entry = FindFloor(match.captured(1).toInt());
             const int layer = match.captured(2).toInt();
             if (!entry || entry->layers.size() >= kMaxLayersPerFloor)
                 continue;
             const bool known = std::any_of(entry->layers.begin(), entry->layers.end(),
-                                           [layer](const SVx3dLayerSwitch& s) { return s.layer == layer; });
+                                           [layer](const SVxLayerVis& s) { return s.layer == layer; });
             if (!known)
                 entry->layers.push_back({layer, match.captured(3).toInt() >= 0});
         }

@@ -4,41 +4,23 @@
 // and upper walls of a floor, under the DEF names that the scene export
 // gives them. Visibility is kept here while the engine holds the scene.
 
-#include "CVxStringW.h"
+#include "SVx3DExportPars.h"
 
 #include <QString>
 
 #include <vector>
 
-struct SVx3dLayerSwitch
-{
-    int layer = 0;
-    bool visible = true;
-};
-
-struct SVx3dFloorSwitch
-{
-    int floor = 0;
-    bool visible = true;
-    std::vector<SVx3dLayerSwitch> layers;
-};
-
-class CVx3dSceneSwitches
+class CVx3dSceneSwitches : public CVx3DFloorLayerVis
 {
 public:
-    std::vector<SVx3dFloorSwitch> floors; // lowest floor first
-    int wallsMode = 0;                    // 0 solid, 1 invisible, 2 halved
-
-    // Same floors with the same layers in the same order; visibility is not
-    // compared.
-    bool IsCompatible(const CVx3dSceneSwitches& other) const;
-    SVx3dFloorSwitch* FindFloor(int floor);
+    SVxFloorVis* FindFloor(int floor);
 
     // The whichChoice of the lower or upper walls of floor entry k in the
     // walls mode: solid shows both, invisible neither, halved hides the
     // upper walls of a floor with no visible floor right above it.
     int WallChoice(size_t k, bool upper) const;
 
+    // The export's node names, as the engine's calls take them.
     static QString FloorNodeName(int floor);
     static QString LayerNodeName(int floor, int layer);
     static QString WallNodeName(int floor, bool upper);
