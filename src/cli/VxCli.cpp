@@ -171,7 +171,7 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
         {"snapshot-3d", "draw a 3D scene with the 3D engine to PNG or JPEG",
          "Usage: plaveno-cli snapshot-3d FILE -o OUT.png [options]\n"
          "\n"
-         "Draws a VRML or X3D scene (.wrl, .x3d, .x3dv) as the 3D viewer shows it,\n"
+         "Draws a project (.pvp) or a VRML or X3D scene (.wrl, .x3d, .x3dv) as the 3D viewer shows it,\n"
          "through the 3D engine library beside the tool, without a window. It needs\n"
          "an OpenGL driver; under a headless X server the software renderer does.\n"
          "\n"

@@ -4,9 +4,11 @@
 #include "VxCli.h"
 
 #include "CVx3dSnapshot.h"
+#include "CVxAppCore.h"
 
 #include <QElapsedTimer>
 #include <QImage>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <cstdlib>
@@ -40,9 +42,11 @@ int VxCliSnapshot3d(const std::vector<std::string>& args)
     const QString input = QString::fromLocal8Bit(parsed.Positional()[0].c_str());
     const QString output = QString::fromLocal8Bit(parsed.Value("--output").c_str());
     const QString inputExtension = VxCliExtension(input);
-    if (inputExtension != QLatin1String("wrl") && inputExtension != QLatin1String("x3d") &&
+    const bool project = inputExtension == QLatin1String("pvp");
+    if (!project && inputExtension != QLatin1String("wrl") && inputExtension != QLatin1String("x3d") &&
         inputExtension != QLatin1String("x3dv"))
-        return VxCliUsageError("snapshot-3d", "the scene must be a .wrl, .x3d or .x3dv file");
+        return VxCliUsageError("snapshot-3d",
+                               "the input must be a project (.pvp) or a .wrl, .x3d or .x3dv scene");
     const QString outputExtension = VxCliExtension(output);
     if (outputExtension != QLatin1String("png") && outputExtension != QLatin1String("jpg") &&
         outputExtension != QLatin1String("jpeg"))
@@ -65,6 +69,21 @@ int VxCliSnapshot3d(const std::vector<std::string>& args)
     }
     if (!VxCliCheckOutput(output))
         return kVxCliFailed;
+
+    // A project is drawn through the scene that "Explore in 3D" shows.
+    QTemporaryDir sceneFolder;
+    SVxCliLoaded loaded;
+    if (project) {
+        if (!sceneFolder.isValid())
+            return VxCliFail(input, QStringLiteral("no temporary folder for its scene"));
+        if (!VxCliLoadProject(input, loaded))
+            return kVxCliFailed;
+        CVxStringW scene(sceneFolder.filePath(QStringLiteral("scene.wrl")));
+        if (!VX_GetCore()->CreateWrlExportFile(scene, VX_3DVIEWER_BUILTIN, false, true, nullptr, CVxStringA(),
+                                               CVxStringW()))
+            return VxCliFail(input, QStringLiteral("its scene could not be written"));
+        request.scenePath = scene.ToQString();
+    }
 
     QElapsedTimer timer;
     timer.start();
