@@ -255,7 +255,10 @@ void CVxPrintDlg::LoadPrintConfig()
             paperIndex = static_cast<int>(i);
     m_paper->setCurrentIndex(paperIndex);
     (config.landscape == 1 ? m_landscape : m_portrait)->setChecked(true);
-    m_pdf->setChecked(options->m_printToPDF);
+    // With no printer on the system a PDF is the only way out, and says so.
+    const bool printers = m_printerName->count() > 0;
+    m_pdf->setChecked(options->m_printToPDF || !printers);
+    m_pdf->setEnabled(printers);
     m_method->setCurrentIndex(config.method == 1 ? 1 : 0);
     m_border->setValue(config.border);
     if (config.scale > 0)
@@ -317,7 +320,8 @@ void CVxPrintDlg::SavePrintConfig()
     CVxOptions* options = VX_GetOptions();
     options->m_printPaperSize =
         kPapers[std::clamp(m_paper->currentIndex(), 0, static_cast<int>(std::size(kPapers)) - 1)].setting;
-    options->m_printToPDF = m_pdf->isChecked();
+    if (m_pdf->isEnabled())
+        options->m_printToPDF = m_pdf->isChecked();
 }
 
 void CVxPrintDlg::ApplyPrinterSettings(QPrinter& printer) const
