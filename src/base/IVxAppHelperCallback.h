@@ -12,6 +12,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <vector>
 
 class CVxColorDialogParams;
 class CVxFloor;
@@ -23,6 +24,13 @@ class CVxPlanVertex;
 class CVxProject;
 class CVxViewpoint;
 class CVxWall;
+
+// A wall's sizes in the wall editor's table of numbers.
+struct SVxWallNumbers
+{
+    double thickness = 0;
+    double height = 0;
+};
 
 class IVxAppHelperCallback
 {
@@ -211,6 +219,13 @@ public:
         return false;
     }
     virtual bool WallScanCalibrateDlgShow() { return false; }
+    // The plan's corners and the walls' sizes as numbers, changed in place;
+    // false when cancelled.
+    virtual bool WallNumericalDlgShowModal(std::vector<CVxDPoint>& /*corners*/,
+                                           std::vector<SVxWallNumbers>& /*walls*/)
+    {
+        return false;
+    }
     virtual void WallScanCalibrateDlgHide() {}
     // Other dialogues
     virtual bool RoomsTuningShowModal(int /*room*/) { return false; }

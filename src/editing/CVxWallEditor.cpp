@@ -31,6 +31,8 @@ unsigned EditorTag(const CVxPart& part)
 
 constexpr unsigned kLowTagBits = (1u << CVxWallEditor::tagShift) - 1;
 constexpr double kUnset = -19182.0;
+// Larger corner places or wall sizes come from a typing slip, not a plan.
+constexpr double kMaxWallNumber = 1e7;
 } // namespace
 
 CVxWallEditor::CVxWallEditor() = default;
@@ -319,6 +321,10 @@ bool CVxWallEditor::OnMainToolbarButtonAction(EVxMainToolbarButtonCode code)
             OnPopupBkgScanLoadImage1Click(file);
         return true;
     }
+    case VX_TB_NUMERICAL_EDITOR:
+        ClearTouchSelection();
+        OnMenuNumericalEditor();
+        return true;
     case VX_TB_SCAN_SHOW:
         OnPopupBkgScanShow1Click();
         return true;
@@ -406,6 +412,7 @@ int CVxWallEditor::IsContextToolbarButtonVisible(EVxMainToolbarButtonCode code, 
     case VX_TB_ZOOM_IN:
     case VX_TB_ZOOM_OUT:
     case VX_TB_ZOOM_BEST_FIT:
+    case VX_TB_NUMERICAL_EDITOR:
         return 1;
     default:
         return 0;
@@ -952,4 +959,51 @@ void CVxWallEditor::OnDraw(CVxDC* dc, double zoom, int offsetX, int offsetY)
         dc->Polyline(pixels.data(), static_cast<int>(pixels.size()));
         dc->SelectOldPen();
     }
+}
+
+void CVxWallEditor::OnMenuNumericalEditor()
+{
+    CVxFloor* floor = Floor();
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (!m_active || m_noRebuild || !floor || !m_plan || !host)
+        return;
+    std::vector<CVxDPoint> corners;
+    for (const CVxPlanVertex* vertex : m_plan->vertices)
+        corners.push_back(vertex->Point());
+    std::vector<SVxWallNumbers> walls;
+    for (const CVxWall& wall : floor->m_walls.walls)
+        walls.push_back({wall.thickness, wall.startHeight});
+    std::vector<CVxDPoint> newCorners = corners;
+    std::vector<SVxWallNumbers> newWalls = walls;
+    if (!host->WallNumericalDlgShowModal(newCorners, newWalls) || newCorners.size() != corners.size() ||
+        newWalls.size() != walls.size())
+        return;
+    CatchUndoStep(true);
+    // Walls first, while their indexes are those of the table.
+    for (size_t i = 0; i < walls.size(); ++i) {
+        CVxWall& wall = floor->m_walls.walls[i];
+        const SVxWallNumbers& value = newWalls[i];
+        if (value.thickness != walls[i].thickness && value.thickness > 0 && value.thickness < kMaxWallNumber)
+            wall.thickness = value.thickness;
+        if (value.height != walls[i].height && value.height > 0 && value.height < kMaxWallNumber) {
+            // A sloped wall keeps its slope.
+            wall.endHeight += value.height - wall.startHeight;
+            wall.startHeight = value.height;
+        }
+        wall.RecalculateProperites();
+    }
+    // A corner that moves takes the ends of its walls along; the others
+    // stay where they are, so each is still found at its old place.
+    for (size_t i = 0; i < corners.size(); ++i) {
+        const CVxDPoint delta = newCorners[i] - corners[i];
+        if ((delta.x == 0 && delta.y == 0) || !std::isfinite(delta.x) || !std::isfinite(delta.y) ||
+            std::fabs(newCorners[i].x) > kMaxWallNumber || std::fabs(newCorners[i].y) > kMaxWallNumber)
+            continue;
+        m_resizeEdges.clear();
+        if (CVxPlanVertex* vertex = m_plan->FindVertex(corners[i].x, corners[i].y))
+            MovePlanEdges(vertex, delta.x, delta.y, false, false);
+    }
+    AdjustRoomSpace(*m_project, WallBounds(), true);
+    RebuildAfterChange(true);
+    Repaint();
 }

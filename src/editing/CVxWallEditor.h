@@ -160,6 +160,9 @@ public:
     static bool DimensionWall(CVxFloor& floor, const CVxFloorPlan& plan, int wall, double distance, int unit,
                               bool both, int side);
 
+    // Every corner and every wall's size as numbers, changed in one step.
+    void OnMenuNumericalEditor();
+
     // The floor's scan of a drawing to build on: a new picture, shown or
     // hidden, removed; calibrated by a line that the user lays on a length
     // known in the picture, which then scales the picture to that length.

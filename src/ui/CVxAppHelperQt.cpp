@@ -514,6 +514,13 @@ bool CVxAppHelperQt::WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& captio
     return true;
 }
 
+bool CVxAppHelperQt::WallNumericalDlgShowModal(std::vector<CVxDPoint>& corners,
+                                               std::vector<SVxWallNumbers>& walls)
+{
+    CVxWallNumericDlg dialog(corners, walls, VX_GetCore()->GetProject().m_unit, CVxMainWindow::GetInstance());
+    return dialog.exec() == QDialog::Accepted && dialog.Read(corners, walls);
+}
+
 bool CVxAppHelperQt::WallScanCalibrateDlgShow()
 {
     CVxMainWindow* window = CVxMainWindow::GetInstance();

@@ -65,6 +65,8 @@ public:
     bool WallEdgePropDlgShow(CVxWall* wall, const CVxStringW& caption, unsigned flags, VxRECT* near) override;
     bool WallHolePropDlgShow(CVxHoleInFloor* hole, const CVxStringW& caption, VxRECT* near) override;
     bool WallScanCalibrateDlgShow() override;
+    bool WallNumericalDlgShowModal(std::vector<CVxDPoint>& corners,
+                                   std::vector<SVxWallNumbers>& walls) override;
     void WallScanCalibrateDlgHide() override;
     bool OpenPictureDlgShowModal(CVxStringW& path) override;
     // The property dialogues of objects and rooms.

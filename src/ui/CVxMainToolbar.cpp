@@ -302,7 +302,7 @@ void CVxMainToolbar::CreateProjectContextMenu(QMenu* menu)
 
 void CVxMainToolbar::CreateSpecialEdContextMenu(QMenu* menu)
 {
-    AddMenuItems(menu, {130, 136, 147, 148, 0, 15, 16}, contextIndex);
+    AddMenuItems(menu, {130, 136, 147, 148, 0, 46, 0, 15, 16}, contextIndex);
 }
 
 void CVxMainToolbar::CreateNewObjContextMenu(QMenu* menu)

@@ -12,10 +12,13 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -364,4 +367,73 @@ void CVxScanCalibrateDlg::reject()
     if (CVxWallEditor* editor = VX_GetCore()->GetWallEditor())
         editor->CloseCalibrationDialog();
     QDialog::reject();
+}
+
+CVxWallNumericDlg::CVxWallNumericDlg(const std::vector<CVxDPoint>& corners,
+                                     const std::vector<SVxWallNumbers>& walls, int unit, QWidget* parent)
+    : QDialog(parent), m_unit(unit)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    setWindowTitle(
+        loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), 46, L"Numerical Editor")
+            .ToQString());
+    const QString unitText = CVxUnits::GetUnitText(unit).ToQString();
+    auto text = [unit](double value) {
+        return VX_DblFormat(value, VX_DF_FEET_GLYPHS, true, unit).ToQString();
+    };
+    auto* layout = new QVBoxLayout(this);
+    auto* tabs = new QTabWidget(this);
+    m_corners = new QTableWidget(static_cast<int>(corners.size()), 2, tabs);
+    m_corners->setHorizontalHeaderLabels(
+        {QStringLiteral("X (%1)").arg(unitText), QStringLiteral("Y (%1)").arg(unitText)});
+    for (int i = 0; i < m_corners->rowCount(); ++i) {
+        m_corners->setItem(i, 0, new QTableWidgetItem(text(corners[static_cast<size_t>(i)].x)));
+        m_corners->setItem(i, 1, new QTableWidgetItem(text(corners[static_cast<size_t>(i)].y)));
+    }
+    m_walls = new QTableWidget(static_cast<int>(walls.size()), 2, tabs);
+    m_walls->setHorizontalHeaderLabels(
+        {loc->LocalizeMessage(1430, L"Thickness").ToQString() + QStringLiteral(" (%1)").arg(unitText),
+         loc->LocalizeMessage(1431, L"Height").ToQString() + QStringLiteral(" (%1)").arg(unitText)});
+    for (int i = 0; i < m_walls->rowCount(); ++i) {
+        m_walls->setItem(i, 0, new QTableWidgetItem(text(walls[static_cast<size_t>(i)].thickness)));
+        m_walls->setItem(i, 1, new QTableWidgetItem(text(walls[static_cast<size_t>(i)].height)));
+    }
+    for (QTableWidget* table : {m_corners, m_walls})
+        table->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    tabs->addTab(m_corners, loc->LocalizeMessage(1432, L"Corners").ToQString());
+    tabs->addTab(m_walls, loc->LocalizeMessage(1433, L"Walls").ToQString());
+    layout->addWidget(tabs);
+    QDialogButtonBox* buttons = OkCancel(this);
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+        std::vector<CVxDPoint> corners;
+        std::vector<SVxWallNumbers> walls;
+        if (Read(corners, walls))
+            accept();
+    });
+    layout->addWidget(buttons);
+    resize(420, 420);
+}
+
+bool CVxWallNumericDlg::Read(std::vector<CVxDPoint>& corners, std::vector<SVxWallNumbers>& walls) const
+{
+    bool ok = true;
+    auto cell = [this, &ok](QTableWidget* table, int row, int column, bool positive) {
+        QTableWidgetItem* item = table->item(row, column);
+        double value = 0;
+        const CVxStringW typed(item ? item->text() : QString());
+        const bool read =
+            positive ? VX_ParseTypedLength(typed, m_unit, value) : VX_ParseTypedOffset(typed, m_unit, value);
+        if (item)
+            item->setBackground(read ? QBrush() : QBrush(QColor(0xf4, 0xc7, 0xc3)));
+        ok = ok && read;
+        return value;
+    };
+    corners.resize(static_cast<size_t>(m_corners->rowCount()));
+    for (int i = 0; i < m_corners->rowCount(); ++i)
+        corners[static_cast<size_t>(i)] =
+            CVxDPoint(cell(m_corners, i, 0, false), cell(m_corners, i, 1, false));
+    walls.resize(static_cast<size_t>(m_walls->rowCount()));
+    for (int i = 0; i < m_walls->rowCount(); ++i)
+        walls[static_cast<size_t>(i)] = {cell(m_walls, i, 0, true), cell(m_walls, i, 1, true)};
+    return ok;
 }

@@ -4,12 +4,16 @@
 
 #include "CVxHoleInFloor.h"
 #include "CVxWall.h"
+#include "IVxAppHelperCallback.h"
+
+#include <vector>
 
 #include <QDialog>
 
 class QCheckBox;
 class QComboBox;
 class QLineEdit;
+class QTableWidget;
 
 // Beside the plan while the user lays the calibration line on the scan:
 // the length that line has in reality scales the picture.
@@ -29,6 +33,25 @@ protected:
 
 private:
     QLineEdit* m_length = nullptr;
+};
+
+// Every corner of the plan and every wall's thickness and height as
+// numbers, each typed with or without a unit.
+class CVxWallNumericDlg : public QDialog
+{
+    Q_OBJECT
+public:
+    CVxWallNumericDlg(const std::vector<CVxDPoint>& corners, const std::vector<SVxWallNumbers>& walls,
+                      int unit, QWidget* parent = nullptr);
+    QTableWidget* GetCornerTable() const { return m_corners; }
+    QTableWidget* GetWallTable() const { return m_walls; }
+    // False, with the wrong cells marked, while a cell holds no number.
+    bool Read(std::vector<CVxDPoint>& corners, std::vector<SVxWallNumbers>& walls) const;
+
+private:
+    QTableWidget* m_corners = nullptr;
+    QTableWidget* m_walls = nullptr;
+    int m_unit;
 };
 
 class CVxWallVertexDlg : public QDialog

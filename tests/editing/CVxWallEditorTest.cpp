@@ -33,8 +33,21 @@ public:
         ++m_questions;
         return VX_MBR_YES;
     }
+    // The table of numbers: the first corner moves, the first wall thickens.
+    bool WallNumericalDlgShowModal(std::vector<CVxDPoint>& corners,
+                                   std::vector<SVxWallNumbers>& walls) override
+    {
+        if (corners.empty() || walls.empty())
+            return false;
+        m_movedCorner = corners[0];
+        corners[0] = corners[0] + CVxDPoint(-50, -30);
+        walls[0].thickness = 25;
+        walls[1].height = -4; // refused
+        return true;
+    }
     bool m_left = false;
     int m_questions = 0;
+    CVxDPoint m_movedCorner;
 };
 
 class WallEditor : public ::testing::Test
@@ -502,6 +515,22 @@ TEST_F(WallEditor, ScanIsScaledByALineLaidOnAKnownLengthAndGoesWithTheFloor)
     ASSERT_TRUE(core->OpenFile(path, false));
     EXPECT_NE(core->GetBkgScanPart().GetPicture(), nullptr);
     EXPECT_NEAR(core->GetBkgScanPart().width, width * 2.5, 1e-6);
+}
+
+TEST_F(WallEditor, NumbersMoveACornerWithItsWallsAndSizeWallsInOneStep)
+{
+    Open();
+    const double height = Floor()->m_walls.walls[1].startHeight;
+    ASSERT_TRUE(core->DoMainToolbarButtonAction(VX_TB_NUMERICAL_EDITOR));
+    const CVxDPoint moved = m_host.m_movedCorner + CVxDPoint(-50, -30);
+    // Both walls of the corner end at its new place, and the room stays.
+    EXPECT_EQ(WallsWithEndAt(moved), 2);
+    EXPECT_EQ(WallsWithEndAt(m_host.m_movedCorner), 0);
+    EXPECT_EQ(Rooms(), 1);
+    EXPECT_EQ(Floor()->m_walls.walls[0].thickness, 25);
+    EXPECT_EQ(Floor()->m_walls.walls[1].startHeight, height);
+    core->DoMainToolbarButtonAction(VX_TB_UNDO);
+    EXPECT_EQ(WallsWithEndAt(m_host.m_movedCorner), 2);
 }
 
 TEST(WallFaces, EachRoomSideOfAWallCarriesItsRoomsAppearance)
