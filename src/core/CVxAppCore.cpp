@@ -78,6 +78,8 @@ void CVxAppCore::InitProject()
     if (!m_libraryInitialized)
         LibInitObjectLibrary();
     m_project.Reset();
+    // The scan belonged to the project that goes.
+    ResetBkgFloorScanPart();
     m_clipProjectId.Empty();
     const CVxOptions* options = VX_GetOptions();
     m_project.m_subUnitMoves = options->m_subUnitMoves;

@@ -7,6 +7,7 @@
 #include "CVxAppHelperHeadless.h"
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
+#include "CVxPictureLoadCache.h"
 #include "VxTestEnv.h"
 #include "VxTypedLength.h"
 
@@ -68,6 +69,8 @@ protected:
     {
         core->DeactivateActiveEditor(true, true);
         core->InitProject();
+        // Pictures of a scan stay cached for the next drawing otherwise.
+        CVxPictureLoadCache::Clear();
         VX_SetAppHelperCallback(m_previous);
     }
     CVxFloor* Floor() { return core->GetProject().GetFloor(); }
