@@ -97,11 +97,6 @@ QString Dlg(int row, const wchar_t* english)
     return VX_GetLoc()->LocalizeDlgString(ExploreTable(), row, english).ToQString();
 }
 
-QString Msg(int row, const wchar_t* english)
-{
-    return VX_GetLoc()->LocalizeMessage(row, english).ToQString();
-}
-
 QByteArray FsPath(const QString& path)
 {
     return QFile::encodeName(path);
@@ -160,9 +155,9 @@ CVx3dViewer::CVx3dViewer(bool crashedLastTime, QWidget* parent) : QWidget(parent
         CreateCastleGlWidget();
     } else {
         // The rest of the program goes on; the window says why it is empty.
-        m_waiter->setText(Msg(kMsgEngineMissing,
-                              L"The 3D engine could not be loaded, so the 3D view can't be "
-                              L"shown. Please try reinstalling the software.\n\n%1")
+        m_waiter->setText(VX_MessageText(kMsgEngineMissing,
+                                         L"The 3D engine could not be loaded, so the 3D view can't be "
+                                         L"shown. Please try reinstalling the software.\n\n%1")
                               .arg(CGE_LoadError()));
     }
 }
@@ -573,7 +568,7 @@ void CVx3dViewer::SwitchNavigation(int to)
     const int current = CGE_GetNavigationType();
     if (current != 3 && to == 3) {
         m_navKeeper.SaveState(m_glWidget);
-        const QString front = Msg(50, L"Front View");
+        const QString front = VX_MessageText(50, L"Front View");
         int found = -1;
         for (int i = 0; i < m_viewpointCount && found < 0; ++i) {
             char name[512];
@@ -796,7 +791,7 @@ void CVx3dViewer::LoadFloorLayerVisFromSwitches()
     const bool single = m_floorLayerVis.floors.size() == 1;
     for (auto floor = m_floorLayerVis.floors.rbegin(); floor != m_floorLayerVis.floors.rend(); ++floor) {
         auto* item = new QTreeWidgetItem(m_tree);
-        item->setText(0, Msg(115, L"Floor") + QStringLiteral(" %1").arg(floor->floor + 1));
+        item->setText(0, VX_MessageText(115, L"Floor") + QStringLiteral(" %1").arg(floor->floor + 1));
         item->setData(0, kFloorRole, floor->floor);
         if (!single)
             item->setCheckState(0, floor->visible ? Qt::Checked : Qt::Unchecked);
@@ -912,7 +907,7 @@ void CVx3dViewer::MenuAddViewpointClick()
 void CVx3dViewer::BtnSnapshotClick()
 {
     const QString path =
-        QFileDialog::getSaveFileName(this, Msg(23, L"Save as image"), QStringLiteral("3D.jpg"),
+        QFileDialog::getSaveFileName(this, VX_MessageText(23, L"Save as image"), QStringLiteral("3D.jpg"),
                                      QStringLiteral("JPEG (*.jpg);;PNG (*.png)"));
     if (!path.isEmpty())
         SaveScreenshotToFile(path);

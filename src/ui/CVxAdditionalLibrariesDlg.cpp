@@ -5,6 +5,7 @@
 #include "CVxLocalize.h"
 #include "CVxOptions.h"
 #include "IVxAppHelperCallback.h"
+#include "VxLocalizeWidgets.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -14,26 +15,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-namespace {
-
-QString Message(int number, const wchar_t* english)
-{
-    return VX_GetLoc()->LocalizeMessage(number, english).ToQString();
-}
-
-} // namespace
-
 CVxAdditionalLibrariesDlg::CVxAdditionalLibrariesDlg(QWidget* parent) : QDialog(parent)
 {
-    CVxLocalize* loc = VX_GetLoc();
-    setWindowTitle(
-        loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), 115, L"Additional Libraries...")
-            .ToQString()
-            .remove(QStringLiteral("...")));
+    setWindowTitle(VX_ToolbarText(115, L"Additional Libraries...").remove(QStringLiteral("...")));
     auto* layout = new QVBoxLayout(this);
     auto* intro =
-        new QLabel(Message(1423, L"Object libraries used beside the standard one. Switch one off to "
-                                 L"hide its objects."),
+        new QLabel(VX_MessageText(1423, L"Object libraries used beside the standard one. Switch one off to "
+                                        L"hide its objects."),
                    this);
     intro->setWordWrap(true);
     layout->addWidget(intro);
@@ -42,9 +30,9 @@ CVxAdditionalLibrariesDlg::CVxAdditionalLibrariesDlg(QWidget* parent) : QDialog(
     layout->addWidget(m_list, 1);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    QPushButton* add = buttons->addButton(Message(1424, L"Add..."), QDialogButtonBox::ActionRole);
-    m_remove = buttons->addButton(Message(1427, L"Remove"), QDialogButtonBox::ActionRole);
-    buttons->button(QDialogButtonBox::Close)->setText(Message(1404, L"Close"));
+    QPushButton* add = buttons->addButton(VX_MessageText(1424, L"Add..."), QDialogButtonBox::ActionRole);
+    m_remove = buttons->addButton(VX_MessageText(1427, L"Remove"), QDialogButtonBox::ActionRole);
+    buttons->button(QDialogButtonBox::Close)->setText(VX_MessageText(1404, L"Close"));
     connect(add, &QPushButton::clicked, this, [this] { OnAdd(); });
     connect(m_remove, &QPushButton::clicked, this, &CVxAdditionalLibrariesDlg::OnRemove);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
@@ -69,7 +57,7 @@ void CVxAdditionalLibrariesDlg::Fill()
             external.CanBeLoadedForType(i, CVxExternalLibraries::typeObjects) ? Qt::Checked : Qt::Unchecked);
     }
     if (m_list->count() == 0) {
-        auto* none = new QListWidgetItem(Message(1425, L"No additional libraries."), m_list);
+        auto* none = new QListWidgetItem(VX_MessageText(1425, L"No additional libraries."), m_list);
         none->setFlags(Qt::NoItemFlags);
     }
     m_remove->setEnabled(false);
@@ -80,8 +68,9 @@ bool CVxAdditionalLibrariesDlg::OnAdd(const QString& path)
 {
     QString file = path;
     if (file.isEmpty())
-        file = QFileDialog::getOpenFileName(this, Message(1424, L"Add..."), QString(),
-                                            Message(1426, L"Object libraries") + QStringLiteral(" (*.pvl)"));
+        file = QFileDialog::getOpenFileName(this, VX_MessageText(1424, L"Add..."), QString(),
+                                            VX_MessageText(1426, L"Object libraries") +
+                                                QStringLiteral(" (*.pvl)"));
     if (file.isEmpty())
         return false;
     CVxStringW error;

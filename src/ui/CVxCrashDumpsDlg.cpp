@@ -2,6 +2,7 @@
 
 #include "CVxLocalize.h"
 #include "VxCrashHandler.h"
+#include "VxLocalizeWidgets.h"
 
 #include <QClipboard>
 #include <QDateTime>
@@ -24,24 +25,16 @@ namespace {
 // A report is a few kilobytes; anything far larger is not one of ours.
 constexpr qint64 kMaxReportBytes = 1 << 20;
 
-QString Message(int number, const wchar_t* english)
-{
-    return VX_GetLoc()->LocalizeMessage(number, english).ToQString();
-}
-
 } // namespace
 
 CVxCrashDumpsDlg::CVxCrashDumpsDlg(const CVxStringW& crashFolder, QWidget* parent)
     : QDialog(parent), m_folder(crashFolder)
 {
-    CVxLocalize* loc = VX_GetLoc();
-    setWindowTitle(
-        loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), 123, L"Report App Crash")
-            .ToQString());
+    setWindowTitle(VX_ToolbarText(123, L"Report App Crash"));
     auto* layout = new QVBoxLayout(this);
     auto* intro =
-        new QLabel(Message(1400, L"Reports of the times Plaveno stopped unexpectedly. Copy one into a "
-                                 L"message to the developers, together with what you were doing."),
+        new QLabel(VX_MessageText(1400, L"Reports of the times Plaveno stopped unexpectedly. Copy one into a "
+                                        L"message to the developers, together with what you were doing."),
                    this);
     intro->setWordWrap(true);
     layout->addWidget(intro);
@@ -55,10 +48,11 @@ CVxCrashDumpsDlg::CVxCrashDumpsDlg(const CVxStringW& crashFolder, QWidget* paren
     layout->addWidget(m_text, 1);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    m_copy = buttons->addButton(Message(1401, L"Copy to Clipboard"), QDialogButtonBox::ActionRole);
-    m_delete = buttons->addButton(Message(1402, L"Delete"), QDialogButtonBox::ActionRole);
-    QPushButton* folder = buttons->addButton(Message(1403, L"Open Folder"), QDialogButtonBox::ActionRole);
-    buttons->button(QDialogButtonBox::Close)->setText(Message(1404, L"Close"));
+    m_copy = buttons->addButton(VX_MessageText(1401, L"Copy to Clipboard"), QDialogButtonBox::ActionRole);
+    m_delete = buttons->addButton(VX_MessageText(1402, L"Delete"), QDialogButtonBox::ActionRole);
+    QPushButton* folder =
+        buttons->addButton(VX_MessageText(1403, L"Open Folder"), QDialogButtonBox::ActionRole);
+    buttons->button(QDialogButtonBox::Close)->setText(VX_MessageText(1404, L"Close"));
     layout->addWidget(buttons);
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
     connect(m_copy, &QPushButton::clicked, this, &CVxCrashDumpsDlg::OnCopy);
@@ -87,7 +81,7 @@ void CVxCrashDumpsDlg::Fill()
     if (m_list->count() > 0)
         m_list->setCurrentRow(0);
     else
-        m_text->setPlainText(Message(1405, L"There are no crash reports."));
+        m_text->setPlainText(VX_MessageText(1405, L"There are no crash reports."));
     m_copy->setEnabled(m_list->count() > 0);
     m_delete->setEnabled(m_list->count() > 0);
 }

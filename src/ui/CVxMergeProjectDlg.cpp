@@ -27,17 +27,11 @@ constexpr int kPreviewWidth = 280;
 constexpr int kPreviewHeight = 200;
 constexpr double kMaxShift = 1e6;
 
-QString ToolbarText(int row, const wchar_t* english)
-{
-    CVxLocalize* loc = VX_GetLoc();
-    return loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), row, english).ToQString();
-}
-
 } // namespace
 
 CVxMergeProjectDlg::CVxMergeProjectDlg(QWidget* parent) : QDialog(parent)
 {
-    setWindowTitle(ToolbarText(89, L"Merge Projects...").remove(QStringLiteral("...")));
+    setWindowTitle(VX_ToolbarText(89, L"Merge Projects...").remove(QStringLiteral("...")));
     VX_GetCore()->GetProject().CopyTo(&m_current);
 
     auto* layout = new QVBoxLayout(this);
@@ -67,7 +61,7 @@ CVxMergeProjectDlg::CVxMergeProjectDlg(QWidget* parent) : QDialog(parent)
     }
     layout->addLayout(projects);
 
-    auto* browse = new QPushButton(ToolbarText(80, L"Browse..."), this);
+    auto* browse = new QPushButton(VX_ToolbarText(80, L"Browse..."), this);
     browse->setObjectName(QStringLiteral("browseButton"));
     connect(browse, &QPushButton::clicked, this, &CVxMergeProjectDlg::OnBrowse);
     auto* row = new QHBoxLayout;
@@ -83,7 +77,7 @@ CVxMergeProjectDlg::CVxMergeProjectDlg(QWidget* parent) : QDialog(parent)
                                {EDGE_TOP, 171, L"Align Top"},
                                {EDGE_BOTTOM, 173, L"Align Bottom"}};
     for (const SVxAlign& align : aligns) {
-        auto* button = new QPushButton(ToolbarText(align.text, align.english), this);
+        auto* button = new QPushButton(VX_ToolbarText(align.text, align.english), this);
         const int edge = align.edge;
         connect(button, &QPushButton::clicked, this, [this, edge] { Align(edge); });
         row->addWidget(button);

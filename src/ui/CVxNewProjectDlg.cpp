@@ -7,6 +7,7 @@
 #include "CVxQtDC.h"
 #include "CVxUnits.h"
 #include "CVxWallEditor.h"
+#include "VxLocalizeWidgets.h"
 #include "VxNumbers.h"
 #include "VxTypedLength.h"
 
@@ -50,12 +51,6 @@ QString Text(int row, const wchar_t* english)
     return loc->LocalizeDlgString(loc->GetDlgIndex("NewProjectDlg"), row, english).ToQString();
 }
 
-QString ToolbarText(int row, const wchar_t* english)
-{
-    CVxLocalize* loc = VX_GetLoc();
-    return loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), row, english).ToQString();
-}
-
 // The outline as the plan draws it, rooms and walls, on a sheet of 4 by 3.
 QIcon ShapeIcon(int shape, double scale)
 {
@@ -84,7 +79,7 @@ QString LengthText(double value, int unit)
 CVxNewProjectDlg::CVxNewProjectDlg(double width, double depth, int unit, QWidget* parent)
     : QDialog(parent), m_widthValue(width), m_depthValue(depth), m_unit(CVxUnits::IsValid(unit) ? unit : 1)
 {
-    setWindowTitle(ToolbarText(1, L"Start New Project"));
+    setWindowTitle(VX_ToolbarText(1, L"Start New Project"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(Text(1, L"Choose the outline of your first rooms:"), this));
 

@@ -67,11 +67,6 @@ QString Text(int row, const wchar_t* english)
         .ToQString();
 }
 
-QString Message(int row, const wchar_t* english)
-{
-    return VX_GetLoc()->LocalizeMessage(row, CVxStringW(english)).ToQString();
-}
-
 // "1:50", "1 : 50" or "50" give 50; anything else fits the page.
 double ParseScale(const QString& text)
 {
@@ -378,7 +373,7 @@ bool CVxPrintDlg::DoPrint(QPrinter* printer)
     if (calc.GetPageCount() > kMaxPrintPages) {
         QMessageBox::warning(
             this, windowTitle(),
-            Message(1303, L"At this scale the plan would need %1 pages.").arg(calc.GetPageCount()));
+            VX_MessageText(1303, L"At this scale the plan would need %1 pages.").arg(calc.GetPageCount()));
         return false;
     }
     QPainter painter;
@@ -420,11 +415,11 @@ QPrinter* CVxPrintDlg::GetPrinter()
     QString path = m_pdfFile;
     if (path.isEmpty()) {
         const CVxStringW& project = VX_GetCore()->GetProjectPath();
-        const QString name =
-            project.IsEmpty() ? Message(1302, L"Project") : QFileInfo(project.ToQString()).completeBaseName();
+        const QString name = project.IsEmpty() ? VX_MessageText(1302, L"Project")
+                                               : QFileInfo(project.ToQString()).completeBaseName();
         path =
             QFileDialog::getSaveFileName(this, Text(5, L"Print to PDF file"), name + QStringLiteral(".pdf"),
-                                         Message(1301, L"PDF") + QStringLiteral(" (*.pdf)"));
+                                         VX_MessageText(1301, L"PDF") + QStringLiteral(" (*.pdf)"));
         if (path.isEmpty())
             return nullptr;
         if (!path.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive))
@@ -514,9 +509,9 @@ bool CVxPrintDlg::eventFilter(QObject* watched, QEvent* event)
 
 void CVxPrintDlg::BtnHeaderOpenClick()
 {
-    const QString filter = Message(18, L"Plaveno projects") + QStringLiteral(" (*.pvp *.mst)");
+    const QString filter = VX_MessageText(18, L"Plaveno projects") + QStringLiteral(" (*.pvp *.mst)");
     const QString path =
-        QFileDialog::getOpenFileName(this, Message(21, L"Open saved project"), QString(), filter);
+        QFileDialog::getOpenFileName(this, VX_MessageText(21, L"Open saved project"), QString(), filter);
     if (path.isEmpty())
         return;
     CVxOptions* options = VX_GetOptions();
@@ -527,7 +522,7 @@ void CVxPrintDlg::BtnHeaderOpenClick()
     if (calc.IsCustomPageLayoutLargerThenPage())
         QMessageBox::warning(
             this, windowTitle(),
-            Message(1300, L"The loaded header/footer layout does not fit the current page size."));
+            VX_MessageText(1300, L"The loaded header/footer layout does not fit the current page size."));
     ShowPreview();
 }
 

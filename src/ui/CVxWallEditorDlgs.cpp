@@ -4,6 +4,7 @@
 #include "CVxLocalize.h"
 #include "CVxUnits.h"
 #include "CVxWallEditor.h"
+#include "VxLocalizeWidgets.h"
 #include "VxNumbers.h"
 #include "VxTypedLength.h"
 
@@ -374,9 +375,7 @@ CVxWallNumericDlg::CVxWallNumericDlg(const std::vector<CVxDPoint>& corners,
     : QDialog(parent), m_unit(unit)
 {
     CVxLocalize* loc = VX_GetLoc();
-    setWindowTitle(
-        loc->LocalizeDlgString(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), 46, L"Numerical Editor")
-            .ToQString());
+    setWindowTitle(VX_ToolbarText(46, L"Numerical Editor"));
     const QString unitText = CVxUnits::GetUnitText(unit).ToQString();
     auto text = [unit](double value) {
         return VX_DblFormat(value, VX_DF_FEET_GLYPHS, true, unit).ToQString();

@@ -73,3 +73,14 @@ void LocalizeButtonBox(QDialogButtonBox* box)
             button->setText(text.ToQString());
     }
 }
+
+QString VX_MessageText(int number, const wchar_t* english)
+{
+    return VX_GetLoc()->LocalizeMessage(number, CVxStringW(english)).ToQString();
+}
+
+QString VX_ToolbarText(int number, const wchar_t* english)
+{
+    CVxLocalize* loc = VX_GetLoc();
+    return Localized(loc->GetTableIndex(CVxLocalize::TBL_TOOLBAR), number, QString::fromWCharArray(english));
+}

@@ -3,6 +3,8 @@
 // and the row of the table replaces it when the selected language has it.
 // `table` is an index from CVxLocalize::GetDlgIndex or GetTableIndex.
 
+#include <QString>
+
 class QAbstractButton;
 class QAction;
 class QDialogButtonBox;
@@ -18,3 +20,8 @@ void LocalizeHint(int table, int number, QAbstractButton* button);
 // The standard buttons OK, Cancel, Yes, No and Save, with the texts of the
 // message box buttons.
 void LocalizeButtonBox(QDialogButtonBox* box);
+
+// A row of the table "Messages" or "Toolbar" in the selected language, the
+// English text where the language has none.
+QString VX_MessageText(int number, const wchar_t* english);
+QString VX_ToolbarText(int number, const wchar_t* english);

@@ -7,6 +7,8 @@
 
 #include <QByteArray>
 #include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
 #include <QTemporaryDir>
 
 class CVxUiTestHome
@@ -31,3 +33,22 @@ public:
 private:
     QTemporaryDir m_dir;
 };
+
+inline QByteArray VxReadFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// For the program itself, started with a home of its own: a fresh account.
+inline QProcessEnvironment VxFreshHomeEnvironment(const QString& home)
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+    environment.insert(QStringLiteral("HOME"), home);
+    environment.insert(QStringLiteral("XDG_DATA_HOME"), home + QStringLiteral("/data"));
+    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home + QStringLiteral("/config"));
+    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home);
+    environment.insert(QStringLiteral("LANG"), QStringLiteral("en_US.UTF-8"));
+    return environment;
+}

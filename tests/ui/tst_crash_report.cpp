@@ -22,12 +22,6 @@ namespace {
 
 CVxUiTestHome* g_home = nullptr;
 
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestCrashReport : public QObject
@@ -41,12 +35,7 @@ void TestCrashReport::fatalSignalLeavesReportAndNextStartSaysSo()
 {
     QTemporaryDir home;
     QVERIFY(home.isValid());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("HOME"), home.path());
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), home.path() + QStringLiteral("/data"));
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path() + QStringLiteral("/config"));
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
+    const QProcessEnvironment environment = VxFreshHomeEnvironment(home.path());
     const QString log = home.path() + QStringLiteral("/Documents/Plaveno/pverrlog.txt");
     const QString crashFolder = home.path() + QStringLiteral("/data/Plaveno/Plaveno/crash/");
 
@@ -55,14 +44,14 @@ void TestCrashReport::fatalSignalLeavesReportAndNextStartSaysSo()
     program.setProcessEnvironment(environment);
     program.start(QStringLiteral(PLAVENO_BINARY), {QStringLiteral("-log")});
     QVERIFY(program.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT(ReadFile(log).contains("StartTimer - before checking for autosave"), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(VxReadFile(log).contains("StartTimer - before checking for autosave"), 30000);
     kill(pid_t(program.processId()), SIGSEGV);
     QVERIFY(program.waitForFinished(10000));
     QCOMPARE(program.exitStatus(), QProcess::CrashExit);
 
     const QStringList reports = QDir(crashFolder).entryList({QStringLiteral("crash-*.txt")});
     QCOMPARE(reports.size(), 1);
-    const QByteArray report = ReadFile(crashFolder + reports.first());
+    const QByteArray report = VxReadFile(crashFolder + reports.first());
     QVERIFY2(report.startsWith("Plaveno stopped on SIGSEGV"), report.constData());
     QVERIFY(report.contains("\nVersion: " PLAVENO_VERSION_TEXT "\n"));
     // Frames of the program, by name.

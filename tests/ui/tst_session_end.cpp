@@ -36,12 +36,6 @@ public:
     int asked = 0;
 };
 
-QByteArray ReadFile(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 } // namespace
 
 class TestSessionEnd : public QObject
@@ -74,7 +68,7 @@ void TestSessionEnd::modifiedWorkGoesToTheAutoSaveFile()
         QCOMPARE(helper.asked, 0);
     }
     VX_SetAppHelperCallback(previous);
-    QVERIFY(ReadFile(config).contains("\r\nLastVersion=1034\r\n"));
+    QVERIFY(VxReadFile(config).contains("\r\nLastVersion=1034\r\n"));
     CVxProject recovered;
     QVERIFY(recovered.LoadFromFile(autoSave, nullptr, nullptr, false, 0));
     recovered.RemoveTempFiles();
@@ -92,13 +86,7 @@ void TestSessionEnd::programEndsKeepingRecoveryAndSettings()
     // Work that a run which ended badly left: the start asks about it.
     QVERIFY(QFile::copy(QStringLiteral(PLAVENO_SOURCE_DIR "/samples/House.pvp"),
                         data + QStringLiteral("PVSave1.pvp")));
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
-    environment.insert(QStringLiteral("HOME"), home.path());
-    environment.insert(QStringLiteral("XDG_DATA_HOME"), home.path() + QStringLiteral("/data"));
-    environment.insert(QStringLiteral("XDG_CONFIG_HOME"), home.path() + QStringLiteral("/config"));
-    environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), home.path());
-    environment.insert(QStringLiteral("LANG"), QStringLiteral("en_US.UTF-8"));
+    const QProcessEnvironment environment = VxFreshHomeEnvironment(home.path());
     const QString log = home.path() + QStringLiteral("/Documents/Plaveno/pverrlog.txt");
 
     // The second start finds the work the first one kept, and keeps it too.
@@ -109,13 +97,14 @@ void TestSessionEnd::programEndsKeepingRecoveryAndSettings()
         program.start(QStringLiteral(PLAVENO_BINARY), {QStringLiteral("-log")});
         QVERIFY(program.waitForStarted());
         const qint64 pid = program.processId();
-        QTRY_VERIFY_WITH_TIMEOUT(ReadFile(log).contains("StartTimer - before checking for autosave"), 30000);
+        QTRY_VERIFY_WITH_TIMEOUT(VxReadFile(log).contains("StartTimer - before checking for autosave"),
+                                 30000);
         QFile::remove(data + QStringLiteral("config.ini"));
         kill(pid_t(pid), signal);
         QVERIFY(program.waitForFinished(5000));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
-        QVERIFY(ReadFile(data + QStringLiteral("config.ini")).contains("\r\nLastVersion=1034\r\n"));
+        QVERIFY(VxReadFile(data + QStringLiteral("config.ini")).contains("\r\nLastVersion=1034\r\n"));
         // A start takes the file over as its own; the end leaves it.
         QVERIFY(QFile::exists(data + QStringLiteral("PVSave%1.pvp").arg(pid)));
         QCOMPARE(QDir(data).entryList({QStringLiteral("PVSave*.pvp")}).size(), 1);
