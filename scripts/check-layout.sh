@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # The core runs without a display: Qt Widgets belong to src/ui alone, and
-# painting with QPainter to the drawing surface and the widgets.
+# painting with QPainter to the drawing surface and the widgets; and no
+# layer includes a header of a layer above it.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bad=$(grep -rlE '#include <(QtWidgets/|QWidget|QApplication|QMainWindow|QDialog|QMessageBox|QLineEdit)' src \
@@ -18,3 +19,4 @@ if [ -n "$painters" ]; then
     exit 1
 fi
 echo "layout: core free of widgets"
+python3 scripts/check-layers.py

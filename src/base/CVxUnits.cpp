@@ -1,6 +1,6 @@
 #include "CVxUnits.h"
 
-#include "CVxLocalize.h"
+#include "VxTextLookup.h"
 
 const char* const CVxUnits::sUnitEngText[UNIT_COUNT] = {"mm", "cm", "\"", "dm", "ft", "yd", "m", "km"};
 const double CVxUnits::dUnitCal[UNIT_COUNT] = {0.1, 1, 2.54, 10, 30.48, 91.44, 100, 100000};
@@ -61,12 +61,10 @@ double CVxUnits::ConvertLength(double value, int from, int to)
 
 void CVxUnits::LocalizeUnits()
 {
-    CVxLocalize* loc = VX_GetLoc();
-    const int table = loc->GetDlgIndex("Units");
     for (int i = 0; i < UNIT_COUNT; ++i) {
-        wsUnitName[i] = loc->LocalizeDlgString(table, i + 1, kDefaultNames[i]);
+        wsUnitName[i] = VX_LookupText("Units", i + 1, kDefaultNames[i]);
         wsUnitText[i] = i == UNIT_INCH ? CVxStringW(kDefaultTexts[i]) : wsUnitName[i];
     }
     for (int i = 0; i < UNIT_COUNT; ++i)
-        wsAreaUnitText[i] = loc->LocalizeDlgString(table, i + 11, wsUnitText[i] + L"\u00B2");
+        wsAreaUnitText[i] = VX_LookupText("Units", i + 11, wsUnitText[i] + L"\u00B2");
 }

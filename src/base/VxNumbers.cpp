@@ -1,10 +1,8 @@
 #include "VxNumbers.h"
 
-#include "CVxAppCore.h"
-#include "CVxLocalize.h"
-#include "CVxOptions.h"
 #include "CVxUnits.h"
 #include "VxEps.h"
+#include "VxTextLookup.h"
 
 #include <algorithm>
 #include <charconv>
@@ -182,19 +180,27 @@ const wchar_t* GlyphFraction(int thirtySeconds)
 // More decimals than a double holds would only print noise.
 constexpr int kMaxAreaDecimals = 10;
 
-int ResolveUnit(int unit)
-{
-    return unit < 0 ? VX_GetCore()->GetProject().m_unit : unit;
-}
+VxNumberFormatSource g_numberFormat = nullptr;
 
 } // namespace
+
+void VX_SetNumberFormatSource(VxNumberFormatSource source)
+{
+    g_numberFormat = source;
+}
+
+SVxNumberFormat VX_GetNumberFormat()
+{
+    return g_numberFormat ? g_numberFormat() : SVxNumberFormat();
+}
 
 CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int unit)
 {
     if (value == VX_DBL_DIFFER)
-        return VX_GetLoc()->LocalizeMessage(37, L"differ.");
-    unit = ResolveUnit(unit);
-    if (!VX_GetOptions()->m_convertFeetInEdit || unit != 2 || format == VX_DF_DECIMAL)
+        return VX_LookupText("Messages", 37, L"differ.");
+    const SVxNumberFormat settings = VX_GetNumberFormat();
+    unit = unit < 0 ? settings.unit : unit;
+    if (!settings.feetAndInches || unit != 2 || format == VX_DF_DECIMAL)
         return CVxStringW(value);
 
     const bool negative = !(value > -1e-7);
@@ -220,8 +226,8 @@ CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int un
         text += CVxStringW().sprintf(L"%.0f", inches);
     if (thirtySeconds >= 1 && thirtySeconds <= 31) {
         const int index = static_cast<int>(thirtySeconds);
-        const bool glyphs = (format == VX_DF_FEET_GLYPHS || format == VX_DF_INCHES_GLYPHS) &&
-                            VX_GetCore()->GetProject().m_inchesPrecision <= 3;
+        const bool glyphs =
+            (format == VX_DF_FEET_GLYPHS || format == VX_DF_INCHES_GLYPHS) && settings.inchesPrecision <= 3;
         if (glyphs) {
             CVxStringW glyph = GlyphFraction(index);
             if (inches > 0 && glyph.GetLength() > 1)
@@ -242,7 +248,7 @@ CVxStringW VX_DblFormatAreaValue(double value, int unit)
 {
     // A set number of decimals, or by default as many as the size of the
     // area and its unit make worth reading.
-    const int decimals = VX_GetOptions()->m_areaLabelsDecimalPrec;
+    const int decimals = VX_GetNumberFormat().areaDecimals;
     double m = 1;
     if (decimals >= 0)
         m = std::pow(10.0, std::min(decimals, kMaxAreaDecimals));
@@ -257,9 +263,10 @@ CVxStringW VX_DblFormatAreaValue(double value, int unit)
 
 double VX_DblReadText(const CVxStringW& text, double def, bool* ok, int unit)
 {
-    unit = ResolveUnit(unit);
+    const SVxNumberFormat settings = VX_GetNumberFormat();
+    unit = unit < 0 ? settings.unit : unit;
     const bool feetMode =
-        VX_GetOptions()->m_convertFeetInEdit && unit == 2 && (text.Contains(L'\'') || text.Contains(L'/'));
+        settings.feetAndInches && unit == 2 && (text.Contains(L'\'') || text.Contains(L'/'));
     if (!feetMode)
         return DblRound2x(DblRead(text, def, ok));
 

@@ -31,6 +31,22 @@ double DblRoundx(double value);
 double DblRound2(double& value);
 double DblRound2x(double value);
 
+// What formatting lengths and areas needs of the open project and the
+// user's options. The core provides it; until it does, lengths are plain
+// centimetres.
+struct SVxNumberFormat
+{
+    int unit = 1;
+    int inchesPrecision = 4;
+    // Lengths in inches read and write as feet, inches and 32nds.
+    bool feetAndInches = false;
+    // Decimals of an area, or -1 for as many as its size makes worth reading.
+    int areaDecimals = -1;
+};
+using VxNumberFormatSource = SVxNumberFormat (*)();
+void VX_SetNumberFormatSource(VxNumberFormatSource source);
+SVxNumberFormat VX_GetNumberFormat();
+
 CVxStringW VX_DblFormat(double value, EVxDblFormat format, bool inchMark, int unit = -1);
 double VX_DblReadText(const CVxStringW& text, double def, bool* ok, int unit = -1);
 // An area with its unit's text, to the decimals that the options ask for.

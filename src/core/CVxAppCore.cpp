@@ -8,7 +8,9 @@
 #include "CVxPartPayload.h"
 #include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
+#include "VxNumbers.h"
 #include "VxReferencedFile.h"
+#include "VxTextLookup.h"
 #include "VxTrace.h"
 #include "VxZoomLadder.h"
 
@@ -29,6 +31,20 @@ CVxAppCore::CVxAppCore()
     m_undo = std::make_unique<CVxUndoManager>(&m_project);
     m_undo->SetUndoLimit(undoLimit);
     CVxPartPayload::RegisterBuiltinClasses();
+    // The layers below the core learn of the open project, the user's
+    // number settings and the language tables through these.
+    VX_SetActiveProject(&m_project);
+    VX_SetNumberFormatSource([] {
+        SVxNumberFormat format;
+        const CVxProject& project = VX_GetCore()->GetProject();
+        const CVxOptions* options = VX_GetOptions();
+        format.unit = project.m_unit;
+        format.inchesPrecision = project.m_inchesPrecision;
+        format.feetAndInches = options->m_convertFeetInEdit;
+        format.areaDecimals = options->m_areaLabelsDecimalPrec;
+        return format;
+    });
+    VX_SetTextLookup(&CVxLocalize::LookupText);
 }
 
 CVxAppCore::~CVxAppCore() = default;

@@ -1,12 +1,13 @@
 // Swatches of the property dialogs, parts of the colour dialog and the
 // backdrops of the touch interface.
 
+#include "VxGMPickers.h"
+
 #include "CVxAppearance.h"
 #include "CVxDC.h"
 #include "CVxPicBuf.h"
 #include "CVxPictureLoadCache.h"
 #include "VxColorConvert.h"
-#include "VxGMDraw.h"
 
 #include <algorithm>
 #include <cmath>

@@ -255,6 +255,12 @@ CVxStringW CVxLocalize::LocalizeMessage(int number, const CVxStringW& english) c
     return LocalizeDlgString(m_tableIndex[TBL_MESSAGES], number, english);
 }
 
+CVxStringW CVxLocalize::LookupText(const char* table, int row, const CVxStringW& english)
+{
+    const CVxLocalize* loc = VX_GetLoc();
+    return loc->LocalizeDlgString(loc->GetDlgIndex(table), row, english);
+}
+
 CVxStringW CVxLocalize::LocalizeLibItem(int number, const CVxStringW& english) const
 {
     return LocalizeDlgString(m_tableIndex[TBL_LIBRARY], number, english);

@@ -77,6 +77,9 @@ public:
     // The same as a test: false leaves `out` alone.
     bool LocalizeDlgStringEx(int table, int number, CVxStringW& out) const;
     CVxStringW LocalizeMessage(int number, const CVxStringW& english) const;
+    // A row of a table named by its section, through the shared instance:
+    // the lookup that the lower layers are given.
+    static CVxStringW LookupText(const char* table, int row, const CVxStringW& english);
     CVxStringW LocalizeLibItem(int number, const CVxStringW& english) const;
 
     CVxStringW GetHelpfile() const;

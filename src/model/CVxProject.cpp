@@ -1103,3 +1103,17 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     m_damagedOnLoad = damaged;
     return loaded;
 }
+
+namespace {
+CVxProject* g_activeProject = nullptr;
+}
+
+CVxProject* VX_GetActiveProject()
+{
+    return g_activeProject;
+}
+
+void VX_SetActiveProject(CVxProject* project)
+{
+    g_activeProject = project;
+}

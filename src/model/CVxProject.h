@@ -251,3 +251,9 @@ private:
     // The project's own sections, wherever they stand; false for others.
     bool ReadProjectSection(CVxIniFileReader* reader);
 };
+
+// The project being edited, which objects consult for the plan's base zoom
+// and the rounding of positions to the unit's steps. Its owner sets it; a
+// bare document has none.
+CVxProject* VX_GetActiveProject();
+void VX_SetActiveProject(CVxProject* project);

@@ -1,6 +1,5 @@
 #include "CVxPart.h"
 
-#include "CVxAppCore.h"
 #include "CVxFloor.h"
 #include "CVxFont.h"
 #include "CVxOptions.h"
@@ -392,7 +391,8 @@ void CVxPart::CopySubPartsWithProperties(const CVxPart* source)
 
 void CVxPart::ResizePart(double w, double h)
 {
-    const double baseZoom = VX_GetCore() ? VX_GetCore()->GetProject().m_baseZoom : 1.0;
+    const CVxProject* project = VX_GetActiveProject();
+    const double baseZoom = project ? project->m_baseZoom : 1.0;
     const double least = baseZoom > 0 ? 1.0 / baseZoom : 1.0;
     auto positive = [least](double value) { return value > 0 ? value : least; };
     w = positive(w);

@@ -4,7 +4,6 @@
 
 #include "CVxPart.h"
 
-#include "CVxAppCore.h"
 #include "CVxDC.h"
 #include "CVxFont.h"
 #include "CVxOptions.h"
@@ -38,7 +37,7 @@ constexpr unsigned kDrawUnclipped = 33045;
 
 const CVxProject* Project()
 {
-    return VX_GetCore() ? &VX_GetCore()->GetProject() : nullptr;
+    return VX_GetActiveProject();
 }
 
 double BaseZoom()

@@ -30,6 +30,16 @@ unsigned FloorWallLineColour(const CVxFloor* floor, unsigned fallback)
     return (floor->m_wallsContour & clrOffMark) != 0 ? floor->m_wallsColor : floor->m_wallsContour;
 }
 
+// The gap of an opening shows the floor of the room and the floor's walls.
+const SVxOpeningShade* FloorShade(const CVxFloor* floor, SVxOpeningShade& shade)
+{
+    if (!floor)
+        return nullptr;
+    shade.floorColour = floor->m_floorAppear.GetColor();
+    shade.jambColour = FloorWallLineColour(floor, 0);
+    return &shade;
+}
+
 // Where the line through p along d meets the line a-b.
 bool MeetLine(const CVxDPoint& p, const CVxDPoint& d, const CVxDPoint& a, const CVxDPoint& b, CVxDPoint& out)
 {
@@ -279,7 +289,9 @@ void VxDrawDoorSymbol(CVxPart& part, CVxDC* dc, CVxFloor* floor, int units, cons
     if (DoorWallGap(part, floor, c, originX, originY, zoom, gap, depth)) {
         VxPOINT gapPixels[4];
         ToPixels(gap, gapPixels, 4);
-        GMDrawWallOpeningRect(*dc, gapPixels, FloorWallLineColour(floor, part.lineColor), 0, floor);
+        SVxOpeningShade shade;
+        GMDrawWallOpeningRect(*dc, gapPixels, FloorWallLineColour(floor, part.lineColor), 0,
+                              FloorShade(floor, shade));
         VxPOINT scratch[8];
         part.DrawDoorFrame(dc, units, gap, scratch, depth);
     }
@@ -304,7 +316,8 @@ void VxDrawDoorSymbol(CVxPart& part, CVxDC* dc, CVxFloor* floor, int units, cons
 void VxDrawWindowSymbol(CVxPart& part, CVxDC* dc, CVxFloor* floor, const VxPOINT* c)
 {
     const unsigned colour = FloorWallLineColour(floor, part.lineColor);
-    GMDrawWallOpeningRect(*dc, c, colour, 0, floor);
+    SVxOpeningShade shade;
+    GMDrawWallOpeningRect(*dc, c, colour, 0, FloorShade(floor, shade));
     // Simple openings of the library draw nothing but their gap.
     if (part.libObjID >= 10 && part.libObjID <= 199)
         return;

@@ -1,7 +1,6 @@
 // Where a part's corners are, how the pointer hits it, and how it is resized,
 // turned and mirrored; angle objects and tables keep their data here too.
 
-#include "CVxAppCore.h"
 #include "CVxFont.h"
 #include "CVxHitDist.h"
 #include "CVxPart.h"
@@ -59,8 +58,8 @@ bool IsDoorSwingLib(int libId)
 
 void CorrectPosition(double& px, double& py)
 {
-    if (CVxAppCore* core = VX_GetCore())
-        core->GetProject().SubUnitCorrection(px, py, VX_DF_DECIMAL);
+    if (const CVxProject* project = VX_GetActiveProject())
+        project->SubUnitCorrection(px, py, VX_DF_DECIMAL);
 }
 
 // The direction of a vector as a part's rotation: 0 along +x, growing
@@ -373,10 +372,9 @@ void CVxPart::Scale(double sx, double sy, double sz, bool textures)
     zHeight *= sz;
     if (font)
         font->m_size *= sy;
-    if (CVxAppCore* core = VX_GetCore()) {
-        const CVxProject& project = core->GetProject();
-        project.SubUnitCorrection(x, y, VX_DF_DECIMAL);
-        project.SubUnitCorrection(z, VX_DF_DECIMAL);
+    if (const CVxProject* project = VX_GetActiveProject()) {
+        project->SubUnitCorrection(x, y, VX_DF_DECIMAL);
+        project->SubUnitCorrection(z, VX_DF_DECIMAL);
     }
     DblRound2(width);
     DblRound2(height);

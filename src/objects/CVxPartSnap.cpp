@@ -2,7 +2,6 @@
 // they sit on, the run of wall they may slide along, the hand of a door that
 // is dragged across, and the piece of wall they cut out.
 
-#include "CVxAppCore.h"
 #include "CVxPart.h"
 #include "CVxProject.h"
 #include "CVxRoomWalls.h"
@@ -95,8 +94,8 @@ double DistanceAlongWall(const CVxWall& wall, const CVxDPoint& p)
 
 double LeastSize()
 {
-    const CVxAppCore* core = VX_GetCore();
-    const double baseZoom = core ? core->GetProject().m_baseZoom : 1.0;
+    const CVxProject* project = VX_GetActiveProject();
+    const double baseZoom = project ? project->m_baseZoom : 1.0;
     return baseZoom > 0 ? 1.0 / baseZoom : 1.0;
 }
 
@@ -256,8 +255,8 @@ void CVxPart::SnapToWall(CVxRoomWalls* walls, double px, double py, bool centred
     rotation = VX_NormalizeAngle(rotation);
     const double quarters = rotation / 90;
     if (std::fabs(quarters - std::round(quarters)) * 90 < EPS) {
-        if (CVxAppCore* core = VX_GetCore())
-            core->GetProject().SubUnitCorrection(x, y, VX_DF_DECIMAL);
+        if (const CVxProject* project = VX_GetActiveProject())
+            project->SubUnitCorrection(x, y, VX_DF_DECIMAL);
         DblRound2(height);
     }
     snapWall = static_cast<int16_t>(wallIndex & 0xFFFF);

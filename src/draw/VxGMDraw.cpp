@@ -3,7 +3,6 @@
 #include "CVxDC.h"
 #include "CVxDPolygon.h"
 #include "CVxDRect.h"
-#include "CVxFloor.h"
 #include "CVxPicBuf.h"
 #include "IVxAppHelperCallback.h"
 #include "VxColorWord.h"
@@ -339,16 +338,15 @@ unsigned GMGetSysColor(int index)
 }
 
 void GMDrawWallOpeningRect(CVxDC& dc, const VxPOINT* corners, unsigned colour, int flag,
-                           const CVxFloor* floor)
+                           const SVxOpeningShade* shade)
 {
     unsigned background = 0xFFFFFF;
     unsigned jamb = colour;
-    if (floor && dc.GetColorMode() != CVxDC::colorModeGrey) {
+    if (shade && dc.GetColorMode() != CVxDC::colorModeGrey) {
         // The gap shows the floor of the room; its jambs are cut walls.
-        const unsigned floorColour = floor->m_floorAppear.GetColor();
-        if (!VX_IsColorOff(floorColour) && floorColour != clrUndefined)
-            background = floorColour & 0xFFFFFF;
-        jamb = (floor->m_wallsContour & clrOffMark) != 0 ? floor->m_wallsColor : floor->m_wallsContour;
+        if (!VX_IsColorOff(shade->floorColour) && shade->floorColour != clrUndefined)
+            background = shade->floorColour & 0xFFFFFF;
+        jamb = shade->jambColour;
     }
     const unsigned face = GMCombineColors(colour, background, 0.7);
 

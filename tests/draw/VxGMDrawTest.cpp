@@ -5,8 +5,8 @@
 
 #include "CVxDPolygon.h"
 #include "CVxDRect.h"
-#include "CVxFloor.h"
 #include "VxGMDraw.h"
+#include "VxGMPickers.h"
 #include "VxTestEnv.h"
 
 #include <cmath>
@@ -187,19 +187,19 @@ protected:
     // An opening across a horizontal wall: faces along the top and bottom.
     const VxPOINT m_corners[4] = {{20, 40}, {80, 40}, {80, 60}, {20, 60}};
 
-    void Draw(CVxTestCanvas& canvas, int flag, const CVxFloor* floor)
+    void Draw(CVxTestCanvas& canvas, int flag, const SVxOpeningShade* shade)
     {
         canvas.painter().fillRect(0, 0, 100, 100, Qt::black);
         const int pens = canvas.dc().GetPenStackSize();
         const int brushes = canvas.dc().GetBrushStackSize();
-        GMDrawWallOpeningRect(canvas.dc(), m_corners, 0x0000FF, flag, floor);
+        GMDrawWallOpeningRect(canvas.dc(), m_corners, 0x0000FF, flag, shade);
         EXPECT_EQ(canvas.dc().GetPenStackSize(), pens);
         EXPECT_EQ(canvas.dc().GetBrushStackSize(), brushes);
         canvas.Finish();
     }
 };
 
-TEST_F(VxGMDrawOpening, WithoutAFloorTheGapIsWhiteWithRedJambs)
+TEST_F(VxGMDrawOpening, WithoutAShadeTheGapIsWhiteWithRedJambs)
 {
     CVxTestCanvas canvas(100, 100);
     Draw(canvas, 0, nullptr);
@@ -218,22 +218,16 @@ TEST_F(VxGMDrawOpening, WithoutAFloorTheGapIsWhiteWithRedJambs)
     EXPECT_EQ(flagged.Pixel(80, 50), 0x0000FFu);
 }
 
-TEST_F(VxGMDrawOpening, FloorGivesGroundAndJambColours)
+TEST_F(VxGMDrawOpening, ShadeGivesGroundAndJambColours)
 {
-    CVxFloor floor;
-    floor.m_floorAppear.SetColor(0x80C0E0);
-    floor.m_wallsContour = 0x00FF00;
-    floor.m_wallsColor = 0x808080;
+    SVxOpeningShade shade;
+    shade.floorColour = 0x80C0E0;
+    shade.jambColour = 0x00FF00;
     CVxTestCanvas canvas(100, 100);
-    Draw(canvas, 0, &floor);
+    Draw(canvas, 0, &shade);
     EXPECT_EQ(canvas.Pixel(50, 50), 0x80C0E0u);
     EXPECT_EQ(canvas.Pixel(80, 50), 0x00FF00u);
     EXPECT_EQ(canvas.Pixel(50, 40), GMCombineColors(0x0000FF, 0x80C0E0, 0.7));
-
-    floor.m_wallsContour = 0xEF00FF00;
-    CVxTestCanvas offContour(100, 100);
-    Draw(offContour, 0, &floor);
-    EXPECT_EQ(offContour.Pixel(80, 50), 0x808080u);
 }
 
 TEST(VxGMDrawMarkers, IconsComeFromTheDataFolderOrAreDrawnByHand)
