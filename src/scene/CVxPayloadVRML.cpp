@@ -271,7 +271,10 @@ CVxStringA CVxDozamoWardrobePayload::ExportToVRML(const CVxPart* part, const CVx
             const CVxAppearance look =
                 index < appearances.size() ? appearances[index] : CVxAppearance(defaultColor);
             CVxWrlComplexFaceSetGenerator panel;
-            panel.AddRect(item.x1, item.z1, item.y1, dx, dy, dz);
+            // A joint of 3 mm around every panel lets the doors read apart.
+            const double gx = std::min(Fraction(0.0015, part->width * s, 0.01), dx / 4);
+            const double gy = std::min(Fraction(0.0015, part->zHeight * s, 0.01), dy / 4);
+            panel.AddRect(item.x1 + gx, item.z1 + gy, item.y1, dx - 2 * gx, dy - 2 * gy, dz);
             const CVxStringA node = CVxWrlProtosGenerator::GetPartAppearance_helper(
                 *part, look, false, pars, part->width * dx, part->zHeight * dy, nullptr, nullptr);
             panels += "   " + panel.GetIndexedFaceSet("appearance " + node, false) + "\r\n";

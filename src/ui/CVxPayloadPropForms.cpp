@@ -5,6 +5,7 @@
 #include "CVxPropertyWidgets.h"
 #include "CVxQtDC.h"
 #include "CVxStairsPayload.h"
+#include "CVxUnits.h"
 #include "VxDlgKit.h"
 
 #include <QComboBox>
@@ -19,6 +20,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -46,6 +48,15 @@ const wchar_t* const kInteriorNames[CVxDozamoWardrobePayload::exInteriorCount] =
     L"Low rail",
     L"Tall shelves",
 };
+
+// A measure of a step, to a tenth, with its unit; inches as feet and
+// inches.
+QString StepLength(double value, int unit)
+{
+    const QString number = VX_LengthText(std::round(value * 10) / 10, unit);
+    return unit == CVxUnits::UNIT_INCH ? number
+                                       : number + QLatin1Char(' ') + CVxUnits::GetUnitText(unit).ToQString();
+}
 
 } // namespace
 
@@ -158,6 +169,7 @@ CVxObjStairsPropForm::CVxObjStairsPropForm(CVxPart& part, int unit, QWidget* par
         m_steps->setValue(stairs->steps);
     form->addRow(StairsText(2, L"Steps:"), m_steps);
     m_measures = new QLabel(this);
+    m_measures->setMinimumWidth(220);
     form->addRow(m_measures);
     connect(m_steps, &QSpinBox::valueChanged, this, [this](int steps) {
         if (auto* stairs = m_sync.Get<CVxStairsPayload>())
@@ -197,6 +209,7 @@ CVxObjBanStairsPropForm::CVxObjBanStairsPropForm(CVxPart& part, int unit, QWidge
     form->addRow(StairsText(2, L"Steps:"), m_steps);
     form->addRow(StairsText(5, L"Tread thickness (share of the rise):"), m_thickness);
     m_measures = new QLabel(this);
+    m_measures->setMinimumWidth(220);
     form->addRow(m_measures);
     connect(m_steps, &QSpinBox::valueChanged, this, [this](int steps) {
         if (auto* stairs = m_sync.Get<CVxBanisterStairsPayload>())
@@ -221,7 +234,7 @@ void CVxObjBanStairsPropForm::Changed()
     const double rise = part.zHeight / (steps - 1 + share);
     const double along = steps > 1 && part.width > 0 ? (part.width - part.height) / (steps - 1) : 0;
     m_measures->setText(
-        StairsText(3, L"Rise %1, going %2").arg(VX_LengthText(rise, m_unit), VX_LengthText(along, m_unit)));
+        StairsText(3, L"Rise %1, going %2").arg(StepLength(rise, m_unit), StepLength(along, m_unit)));
     CVxPayloadPropForm::Changed();
 }
 
@@ -325,6 +338,12 @@ void CVxDozWardrobePropForm::OnCountsChanged()
     wardrobe->panels = m_panels->value();
     wardrobe->appearances.clear();
     wardrobe->ResizeVectorsWithDefaults();
+    // An end fitting that is no longer at its end becomes the plain one.
+    for (int door = 0; door < wardrobe->doors; ++door) {
+        int& interior = wardrobe->interiors[static_cast<size_t>(door)];
+        if (!wardrobe->AllowInteriorAtDoor(interior, door))
+            interior = CVxDozamoWardrobePayload::exRailAndShelf;
+    }
     for (int door = 0; door < std::min(oldDoors, wardrobe->doors); ++door)
         for (int p = 0; p < std::min(oldPanels, wardrobe->panels); ++p) {
             const size_t from = static_cast<size_t>(door * oldPanels + p);
