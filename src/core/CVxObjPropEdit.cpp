@@ -3,6 +3,7 @@
 #include "CVxAppCore.h"
 #include "CVxFloor.h"
 #include "CVxFont.h"
+#include "CVxPartPayload.h"
 #include "IVxAppHelperCallback.h"
 #include "VxAngle.h"
 #include "VxEps.h"
@@ -76,6 +77,7 @@ void SVxObjPropValues::Overlay(const SVxObjPropValues& e)
     Take(thickness, e.thickness);
     Take(tableRows, e.tableRows);
     Take(tableCols, e.tableCols);
+    Take(payload, e.payload);
     Take(comment, e.comment);
     Take(customID, e.customID);
     Take(fileLink, e.fileLink);
@@ -121,6 +123,10 @@ SVxObjPropValues CVxObjPropEdit::Collect(const std::vector<const CVxPart*>& part
         p.GetTableRowsCols(rows, cols);
         return cols;
     });
+    v.payload = Common<CVxStringW>(
+        parts, [](const CVxPart& p) { return p.GetPayload() ? p.GetPayload()->Serialize() : CVxStringW(); });
+    if (v.payload && v.payload->IsEmpty())
+        v.payload.reset();
     v.comment = Common<CVxStringW>(parts, [](const CVxPart& p) { return p.comment; });
     v.customID = Common<CVxStringW>(parts, [](const CVxPart& p) { return p.customID; });
     v.fileLink = Common<CVxStringW>(parts, [](const CVxPart& p) { return p.fileLink; });
@@ -253,6 +259,14 @@ void CVxObjPropEdit::Apply(const SVxObjPropValues& v, CVxPart& part, int layerCo
         rows = std::clamp(v.tableRows.value_or(rows), 1, CVxPart::maxTableRowsCols);
         cols = std::clamp(v.tableCols.value_or(cols), 1, CVxPart::maxTableRowsCols);
         part.SetTableRowsCols(rows, cols);
+    }
+    if (v.payload && part.HasCap(capPayload) && part.GetPayload()) {
+        // Only a payload of the part's own class: stairs stay stairs.
+        CVxPartPayload* payload = CVxPartPayload::CreateFromString(*v.payload);
+        if (payload && payload->GetClassName() == part.GetPayload()->GetClassName())
+            part.SetPayload(payload);
+        else
+            delete payload;
     }
     if (v.comment)
         part.comment = *v.comment;

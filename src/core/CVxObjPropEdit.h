@@ -31,6 +31,8 @@ struct SVxObjPropValues
     std::optional<bool> opened, doorframe;
     std::optional<double> thickness;
     std::optional<int> tableRows, tableCols;
+    // The text form of the payload of stairs and wardrobes.
+    std::optional<CVxStringW> payload;
     // Advanced.
     std::optional<CVxStringW> comment, customID, fileLink;
     std::optional<int> price;

@@ -11,7 +11,7 @@
 namespace {
 
 // The sliding doors run in two tracks along the front.
-constexpr double kDoorTrackDepth = 0.08;
+constexpr double kDoorTrackDepth = CVxDozamoWardrobePayload::trackDepth;
 constexpr double kBoard = 0.02;
 
 int ReadInt(const CVxStringW& field, int before)
@@ -258,4 +258,94 @@ bool CVxDozamoWardrobePayload::DrawPartSide(CVxPart* part, CVxDC* dc, EVxObjSide
         dc->SelectOldBrush();
     }
     return true;
+}
+
+void CVxDozamoWardrobePayload::DrawInteriorSide(CVxDC* dc, const VxPOINT* c) const
+{
+    if (!dc || !c)
+        return;
+    std::vector<SubItem> items;
+    GetSubGeometry(items);
+    const int count = std::max(1, doors);
+    for (int k = 1; k < count; ++k) {
+        VxPOINT a, b;
+        GetPointInRectL(a, c, static_cast<double>(k) / count, 0.0);
+        GetPointInRectL(b, c, static_cast<double>(k) / count, 1.0);
+        dc->Line(a, b);
+    }
+    for (const SubItem& item : items) {
+        if (item.kind == exDoorPanel)
+            continue;
+        // The front view's depth runs downwards: height 1 is the top.
+        VxPOINT q[4];
+        GetPointInRectLRc(q, c, item.x1, 1 - item.z2, item.x2, 1 - item.z1);
+        dc->Polygon(q, 4);
+        if (item.kind == exDrawer) {
+            // A handle in the middle of the drawer's front.
+            const double mid = (item.x1 + item.x2) / 2;
+            const double w = (item.x2 - item.x1) / 6;
+            const double v = 1 - (item.z1 + item.z2) / 2;
+            VxPOINT a, b;
+            GetPointInRectL(a, c, mid - w, v);
+            GetPointInRectL(b, c, mid + w, v);
+            dc->Line(a, b);
+        }
+    }
+}
+
+bool CVxDozamoWardrobePayload::DrawObjectPreviewWithSelection(CVxPart* part, CVxDC* dc, int width, int height,
+                                                              int selected)
+{
+    if (!part || !dc || width < 8 || height < 8 || !(part->width > 0) || !(part->zHeight > 0))
+        return false;
+    constexpr int margin = 6;
+    const double zoom = std::min((width - 2 * margin) / part->width, (height - 2 * margin) / part->zHeight);
+    const int w = std::max(1, static_cast<int>(part->width * zoom));
+    const int h = std::max(1, static_cast<int>(part->zHeight * zoom));
+    const int left = (width - w) / 2;
+    const int top = (height - h) / 2;
+    VxPOINT c[4] = {{left, top}, {left + w, top}, {left + w, top + h}, {left, top + h}};
+    const unsigned body = VX_IsColorOff(part->appearFill.main.color) ? 0xFFFFFF : part->appearFill.main.color;
+    dc->SelectPen(CVxDC::penSolid, 1, 0x000000);
+    dc->SelectBrush(CVxDC::brushSolid, body);
+    dc->Polygon(c, 4);
+    DrawInteriorSide(dc, c);
+    dc->SelectOldBrush();
+    // Each door's panels as a strip under the carcass, in their surfaces.
+    const int count = std::max(1, doors);
+    const int per = std::max(1, panels);
+    const int strip = std::max(3, margin - 2);
+    for (int door = 0; door < count; ++door)
+        for (int p = 0; p < per; ++p) {
+            const size_t index = static_cast<size_t>(door * per + p);
+            const unsigned colour = index < appearances.size() ? appearances[index].GetColor()
+                                                               : static_cast<unsigned>(defaultColor);
+            VxPOINT q[4];
+            GetPointInRectLRc(q, c, static_cast<double>(door) / count, 1 - static_cast<double>(p + 1) / per,
+                              static_cast<double>(door + 1) / count, 1 - static_cast<double>(p) / per);
+            // Only a sliver at the door's outer edge: the interior stays to see.
+            const int x = q[0].x;
+            VxPOINT band[4] = {{x, q[0].y}, {x + strip, q[0].y}, {x + strip, q[1].y}, {x, q[1].y}};
+            dc->SelectBrush(CVxDC::brushSolid,
+                            VX_IsColorOff(colour) ? static_cast<unsigned>(defaultColor) : colour);
+            dc->Polygon(band, 4);
+            dc->SelectOldBrush();
+        }
+    if (selected >= 0 && selected < count) {
+        VxPOINT q[4];
+        GetPointInRectLRc(q, c, static_cast<double>(selected) / count, 0.0,
+                          static_cast<double>(selected + 1) / count, 1.0);
+        dc->SelectPen(CVxDC::penSolid, 3, VX_RGB(0, 120, 215));
+        dc->SelectBrush(CVxDC::brushNull, 0);
+        dc->Polygon(q, 4);
+        dc->SelectOldBrush();
+        dc->SelectOldPen();
+    }
+    dc->SelectOldPen();
+    return true;
+}
+
+bool CVxDozamoWardrobePayload::DrawObjectPreview(CVxPart* part, CVxDC* dc, int width, int height)
+{
+    return DrawObjectPreviewWithSelection(part, dc, width, height, -1);
 }

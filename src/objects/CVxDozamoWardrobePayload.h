@@ -15,6 +15,9 @@ public:
     static constexpr int maxDoors = 12;
     static constexpr int maxPanels = 8;
     static constexpr unsigned defaultColor = 0xEEDEDE;
+    // The sliding doors run in two tracks in this share of the depth, at
+    // the front.
+    static constexpr double trackDepth = 0.08;
 
     // The fittings behind a door. The end fittings open to the side of the
     // wardrobe: even ones to the left, at the first door; odd ones to the
@@ -72,6 +75,15 @@ public:
     bool DrawPart(CVxPart* part, CVxDC* dc, VxPOINT* corners, CVxDPoint* points, bool fill) override;
     bool DrawPartSide(CVxPart* part, CVxDC* dc, EVxObjSide side, int units, VxPOINT* corners, bool front,
                       bool outline, int flags) override;
+    bool DrawObjectPreview(CVxPart* part, CVxDC* dc, int width, int height) override;
+    CVxStringA ExportToVRML(const CVxPart* part, const CVxStringA& appearance, SVx3DExportPars* pars,
+                            const CVxPart* parent) const override;
+
+    // The front with the doors taken off, every interior to see, the door
+    // `selected` marked (none when -1).
+    bool DrawObjectPreviewWithSelection(CVxPart* part, CVxDC* dc, int width, int height, int selected);
+    // The boxes of the interiors on the quadrilateral of a front view.
+    void DrawInteriorSide(CVxDC* dc, const VxPOINT* corners) const;
 
     bool AllowInteriorAtDoor(int interior, int door) const;
     // Every box of the wardrobe, door by door, in fractions of the whole.

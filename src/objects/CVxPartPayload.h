@@ -47,6 +47,13 @@ public:
         return false;
     }
 
+    // A picture of the object for its property form, filling width by
+    // height pixels from the top left of the surface; false draws nothing.
+    virtual bool DrawObjectPreview(CVxPart* /*part*/, CVxDC* /*dc*/, int /*width*/, int /*height*/)
+    {
+        return false;
+    }
+
     // The payload's own geometry in the part's unit box for the 3D scene;
     // empty leaves the part to its catalogue proto.
     virtual CVxStringA ExportToVRML(const CVxPart* /*part*/, const CVxStringA& /*appearance*/,
@@ -54,6 +61,10 @@ public:
     {
         return CVxStringA();
     }
+
+    // A unit box with the faces of mask: 1 bottom, 2 top, 4 the far side,
+    // 8 the near side, 16 and 32 the ends; u and v stretch the texture.
+    static CVxStringA ExportRectToVRML(const CVxStringA& appearance, int mask, double u, double v);
 
     // Class name, ":" and SaveToString.
     CVxStringW Serialize() const;

@@ -3,6 +3,7 @@
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
 #include "CVxFloorRegion.h"
+#include "CVxPartPayload.h"
 #include "CVxRoomWalls.h"
 #include "CVxWrlProtosGenerator.h"
 #include "SVx3DExportPars.h"
@@ -210,34 +211,6 @@ CVxStringA CVxFloorPlan::ExportCeilingToVRML(SVx3DExportPars* pars, const CVxFlo
 
 namespace {
 
-// The unit box with the faces of mask: 1 bottom, 2 top, 4 the far side,
-// 8 the near side, 16 and 32 the ends.
-CVxStringA ExportRectToVRML(const CVxStringA& appearance, int mask, double u, double v)
-{
-    static const struct
-    {
-        int bit;
-        const char* face;
-        const char* tex;
-    } faces[] = {{1, "3 2 1 0 -1, ", "3 0 1 2 -1, "},  {2, "4 5 6 7 -1, ", "3 0 1 2 -1, "},
-                 {16, "0 1 5 4 -1, ", "6 4 2 7 -1, "}, {32, "2 3 7 6 -1, ", "6 4 2 7 -1, "},
-                 {8, "3 0 4 7 -1, ", "5 4 2 3 -1, "},  {4, "1 2 6 5 -1, ", "5 4 2 3 -1, "}};
-    CVxStringA coordIndex, texIndex;
-    for (const auto& f : faces)
-        if (mask & f.bit) {
-            coordIndex += f.face;
-            texIndex += f.tex;
-        }
-    const CVxStringA tex =
-        VxFormatA("texCoord TextureCoordinate { point [%.3f %.3f, 0 %.3f, 0 0, %.3f 0,   0 %.3f, "
-                  "%.3f %.3f, %.3f %.3f, %.3f 0] }",
-                  u, v, v, u, v, u, v, u, v, u);
-    return VxFormatA(
-        "Shape { %s geometry IndexedFaceSet { coord Coordinate { point [0 0 0, 0 0 1, 1 0 1, 1 0 0, 0 1 0, "
-        "0 1 1, 1 1 1, 1 1 0]} coordIndex [%s] %s texCoordIndex[%s] solid TRUE}}\r\n",
-        appearance.c_str(), coordIndex.c_str(), tex.c_str(), texIndex.c_str());
-}
-
 // a less b: up to four rectangles.
 void CutRect(const CVxDRect& a, const CVxDRect& b, std::vector<CVxDRect>& out)
 {
@@ -276,9 +249,9 @@ CVxStringA CVxFloorRegion::ExportDecorMoldingToVRML(const CVxDecorativeMolding& 
     const CVxStringA appearance =
         "appearance " + CVxWrlProtosGenerator::GetPartAppearance_helper(scratch, molding.appearance, false,
                                                                         pars, 0, 0, nullptr, nullptr);
-    CVxStringA box = ExportRectToVRML(appearance, mask, 1, 1);
+    CVxStringA box = CVxPartPayload::ExportRectToVRML(appearance, mask, 1, 1);
     const CVxStringA reuseBox =
-        ExportRectToVRML(CVxWrlProtosGenerator::ReuseAppearanceNode(appearance), mask, 1, 1);
+        CVxPartPayload::ExportRectToVRML(CVxWrlProtosGenerator::ReuseAppearanceNode(appearance), mask, 1, 1);
     bool firstBox = true;
     CVxStringA out;
     for (const CVxDPolygon& polygon : polygons) {

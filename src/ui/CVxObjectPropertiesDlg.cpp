@@ -2,6 +2,8 @@
 
 #include "CVxAppCore.h"
 #include "CVxPart.h"
+#include "CVxPartPayload.h"
+#include "CVxPayloadPropForms.h"
 #include "CVxPropertyWidgets.h"
 #include "CVxQtDC.h"
 #include "VxLocalizeWidgets.h"
@@ -297,8 +299,19 @@ CVxObjectPropertiesDlg::CVxObjectPropertiesDlg(CVxObjPropEdit& edit, QWidget* pa
         ownGrid->addWidget(m_doorframe, ownRow, 1);
     else
         m_doorframe->hide();
-    const bool anyOwn =
-        kinds || scope.handleTypes > 1 || scope.thickness || scope.table || scope.doorLike || scope.doorframe;
+    // Stairs and wardrobes keep their steps, doors and fittings in a form
+    // of their own.
+    if (scope.type >= 0 && sample && sample->GetPayload() && sample->HasCap(capPayload)) {
+        const bool wardrobe = sample->libObjID == 1101;
+        m_payloadButton = new QPushButton(
+            wardrobe ? VX_MsgText(1501, L"Wardrobe settings...") : VX_MsgText(1500, L"Steps..."), own);
+        m_payloadButton->setObjectName(QStringLiteral("PayloadButton"));
+        ownGrid->addWidget(m_payloadButton, ownRow, 0, 1, 2, Qt::AlignLeft);
+        ++ownRow;
+        connect(m_payloadButton, &QPushButton::clicked, this, &CVxObjectPropertiesDlg::OnPayload);
+    }
+    const bool anyOwn = kinds || scope.handleTypes > 1 || scope.thickness || scope.table || scope.doorLike ||
+                        scope.doorframe || m_payloadButton;
     own->setVisible(anyOwn);
     top->addWidget(own);
 
@@ -378,7 +391,34 @@ SVxObjPropValues CVxObjectPropertiesDlg::GetEditedValues() const
         e.tableRows = m_rows->value();
     if (m_cols->isVisibleTo(this) && (!v.tableCols || *v.tableCols != m_cols->value()))
         e.tableCols = m_cols->value();
+    if (m_payload && m_payload != v.payload)
+        e.payload = m_payload;
     return e;
+}
+
+void CVxObjectPropertiesDlg::OnPayload()
+{
+    const CVxPart* first = m_edit.GetFirstPart();
+    if (!first)
+        return;
+    // The form shows the object with the sizes typed so far.
+    CVxPart work = *first;
+    const std::optional<CVxStringW> text = m_payload ? m_payload : m_edit.GetValues().payload;
+    if (text)
+        if (CVxPartPayload* payload = CVxPartPayload::CreateFromString(*text))
+            work.SetPayload(payload);
+    if (const std::optional<double> width = m_width->GetEditedValue(); width && *width > 0)
+        work.width = *width;
+    if (const std::optional<double> depth = m_depth->GetEditedValue(); depth && *depth > 0)
+        work.height = *depth;
+    if (const std::optional<double> height = m_height->GetEditedValue(); height && *height > 0)
+        work.zHeight = *height;
+    work.InvalidateCache();
+    std::unique_ptr<CVxPayloadPropForm> form = VX_CreatePayloadPropForm(work, m_edit.GetProjectUnit(), this);
+    if (!form || form->exec() != QDialog::Accepted || !work.GetPayload())
+        return;
+    m_payload = work.GetPayload()->Serialize();
+    OnChanged();
 }
 
 void CVxObjectPropertiesDlg::OnChanged()

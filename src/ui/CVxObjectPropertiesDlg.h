@@ -18,6 +18,7 @@ class QComboBox;
 class QGroupBox;
 class QLineEdit;
 class QPlainTextEdit;
+class QPushButton;
 class QSpinBox;
 class QToolButton;
 
@@ -40,10 +41,14 @@ public:
     CVxLengthEdit* GetRotationEdit() const { return m_rotation; }
     CVxAppearanceButton* GetFillButton() const { return m_fill; }
     QComboBox* GetSubTypeCombo() const { return m_subType; }
+    // Opens the form of a stairs' or wardrobe's own settings; null for
+    // other objects.
+    QPushButton* GetPayloadButton() const { return m_payloadButton; }
 
 public slots:
     void OnChanged();
     void OnAdvanced();
+    void OnPayload();
     // A locked object offers nothing but its locks.
     void OnLockChanged();
 
@@ -74,6 +79,9 @@ private:
     CVxLengthEdit* m_thickness = nullptr;
     QSpinBox* m_rows = nullptr;
     QSpinBox* m_cols = nullptr;
+    QPushButton* m_payloadButton = nullptr;
+    // The payload as its form left it, until OK.
+    std::optional<CVxStringW> m_payload;
 };
 
 // The rarely used fields: comment, article number, price, link, 3D and line.

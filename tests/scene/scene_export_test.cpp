@@ -3,9 +3,11 @@
 // without a single warning.
 
 #include "CVx3DPoint.h"
+#include "CVxDozamoWardrobePayload.h"
 #include "CVxGlobalShadow.h"
 #include "CVxIniFileReader.h"
 #include "CVxPart.h"
+#include "CVxPartPayload.h"
 #include "CVxProject.h"
 #include "CVxSceneExport.h"
 #include "VxTestEnv.h"
@@ -110,6 +112,27 @@ CVxPart* AddBox(CVxFloor& floor, int libId, double x, double y, double w, double
     part->height = d;
     part->zHeight = h;
     return part;
+}
+
+// Stairs of every kind, round-tread stairs and a wardrobe, each with a
+// payload text of its own, in a row along y = 300.
+void AddPayloadObjects(CVxFloor& floor)
+{
+    CVxPartPayload::RegisterBuiltinClasses();
+    for (int kind = 0; kind < 4; ++kind) {
+        CVxPart* stairs = AddBox(floor, 65, 20 + kind * 110, 250, 300, 100, 280);
+        stairs->subType = static_cast<int16_t>(kind);
+        stairs->SetPayload(CVxPartPayload::CreateFromString(CVxStringW(L"StairsPayload:14|")));
+        stairs->rotation = 90;
+    }
+    CVxPart* round = AddBox(floor, 162, 480, 250, 300, 100, 280);
+    round->SetPayload(CVxPartPayload::CreateFromString(CVxStringW(L"BanisterStairsPayload:6|0.5")));
+    CVxPart* wardrobe = AddBox(floor, 1101, 300, 20, 240, 65, 250);
+    wardrobe->SetPayload(CVxPartPayload::CreateFromString(CVxStringW(L"DozamoWardrobe:3|2|1;4;9|")));
+    // The middle door's upper panel in red.
+    auto* doors = dynamic_cast<CVxDozamoWardrobePayload*>(wardrobe->GetPayload());
+    if (doors && doors->appearances.size() == 6)
+        doors->appearances[3] = CVxAppearance(0x0000FF);
 }
 
 // One floor, a 600 by 400 room in centimetres.
@@ -224,6 +247,53 @@ TEST(SceneExportTest, FileFrameNamesAndReuse)
     EXPECT_TRUE(vis.floors.empty());
 }
 
+// Stairs climb the object's height in as many steps as they have; the
+// wardrobe's doors wear their own surfaces; none of them falls back to the
+// catalogue's box.
+TEST(SceneExportTest, PayloadObjectsBuildTheirOwnGeometry)
+{
+    CVxProject project;
+    RoomProject(project);
+    AddPayloadObjects(*project.GetFloor());
+    const QString path = VxTestTempFolder().ToQString() + QStringLiteral("payloads.wrl");
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    const QString text = ReadAll(path);
+    for (const char* proto : {"LibraryObject65 {", "LibraryObject162 {", "LibraryObject1101 {"})
+        EXPECT_FALSE(text.contains(QLatin1String(proto))) << proto;
+
+    // Every flight: 14 steps, the first defined and 13 moved copies whose
+    // last stands one step below the top.
+    const QRegularExpression def(QStringLiteral("DEF VX_STEP(\\d+) "));
+    int flights = 0;
+    for (auto it = def.globalMatch(text); it.hasNext();) {
+        const QString id = it.next().captured(1);
+        ++flights;
+        const QRegularExpression copy(
+            QStringLiteral("translation ([0-9.]+) ([0-9.]+) 0 children USE VX_STEP%1\\}").arg(id));
+        int copies = 0;
+        double top = 0;
+        for (auto c = copy.globalMatch(text); c.hasNext();) {
+            const auto m = c.next();
+            ++copies;
+            EXPECT_NEAR(m.captured(1).toDouble(), m.captured(2).toDouble(), 1e-9) << "rise equals run";
+            top = std::max(top, m.captured(2).toDouble());
+        }
+        EXPECT_EQ(copies + 1, 14) << "flight " << id.toStdString();
+        EXPECT_NEAR(top + 1.0 / 14, 1.0, 0.002) << "flight " << id.toStdString();
+    }
+    EXPECT_EQ(flights, 4);
+    // Scaled to the object: 3 m along, 2.8 m up, 1 m wide; the four flights
+    // and the round treads.
+    EXPECT_EQ(Count(text, QStringLiteral("scale 3.000 2.800 1.000\r\n children DEF VX_PART")), 5);
+    // Cheeks for sub-type 3, stringers for the open treads of 2.
+    EXPECT_EQ(Count(text, QStringLiteral("DEF VX_STEP_SIDE")), 2);
+    EXPECT_EQ(Count(text, QStringLiteral("children USE VX_BAR")), 5);
+    EXPECT_TRUE(text.contains(QStringLiteral("Ellipse_LowPoly {appearance")));
+    // The red panel of the middle door.
+    EXPECT_TRUE(text.contains(QStringLiteral("diffuseColor 1.00 0.00 0.00")));
+    EXPECT_FALSE(text.contains(kNotANumber));
+}
+
 TEST(SceneExportTest, WallsAreCutByOpeningsOfShownLayersOnly)
 {
     CVxProject project;
@@ -324,6 +394,7 @@ TEST(SceneExportTest, SamplesAndEveryCatalogueObjectLoadWithoutWarnings)
         EXPECT_GT(numbers, 200);
         // A number the library does not know, as a newer file may bring.
         AddBox(*catalogue.GetFloor(), 1187, 300, 300, 50, 50, 50);
+        AddPayloadObjects(*catalogue.GetFloor());
         const QString scene = VxTestTempFolder().ToQString() + "catalogue-" + tag + ".wrl";
         ASSERT_TRUE(Export(catalogue, scene, mode, folder));
         EXPECT_EQ(ReaderWarnings(scene), QString()) << "catalogue " << tag.toStdString();

@@ -10,6 +10,8 @@
 #include "CVxMainRenderArea.h"
 #include "CVxMainWindow.h"
 #include "CVxObjectPropertiesDlg.h"
+#include "CVxPartPayload.h"
+#include "CVxPayloadPropForms.h"
 #include "CVxPropertyWidgets.h"
 #include "CVxRoomDlgs.h"
 #include "VxUiTestEnv.h"
@@ -24,7 +26,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRegularExpression>
+#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
 #include <QTimer>
@@ -75,6 +79,7 @@ private slots:
     void cancelLeavesTheProjectAsItWas();
     void roomsRenamedAndColouredFromTheListAndThePlan();
     void labelTextAndAlignment();
+    void stairsStepsThroughTheirForm();
     void germanEverywhere();
 
 private:
@@ -370,6 +375,43 @@ void TestPropertyDialogs::germanEverywhere()
         }
     }
     QVERIFY2(left.isEmpty(), qPrintable(left.join(QStringLiteral(" | "))));
+}
+
+void TestPropertyDialogs::stairsStepsThroughTheirForm()
+{
+    CVxPart* stairs = AddPart(100, 100, 300, 100, ptLibraryObject);
+    stairs->libObjID = 65;
+    stairs->zHeight = 280;
+    stairs->SetPayload(CVxPartPayload::CreateNew(65));
+    stairs->selected = true;
+    VX_GetCore()->OnSelectionChange();
+
+    // The form's Cancel drops its change, its OK hands it to the properties,
+    // whose OK keeps it.
+    for (const bool keep : {false, true}) {
+        bool redrawn = false;
+        OnNextDialog<CVxObjectPropertiesDlg>([&](CVxObjectPropertiesDlg* dlg) {
+            QVERIFY(dlg->GetPayloadButton());
+            OnNextDialog<CVxObjStairsPropForm>([&](CVxObjStairsPropForm* form) {
+                const QImage before = form->GetPreview()->grab().toImage();
+                form->GetStepsSpin()->setValue(keep ? 14 : 3);
+                redrawn = form->GetPreview()->grab().toImage() != before;
+                if (keep)
+                    form->accept();
+                else
+                    form->reject();
+            });
+            dlg->GetPayloadButton()->click();
+            dlg->accept();
+        });
+        VX_GetCore()->ShowSelectedObjectProperties();
+        QVERIFY(redrawn);
+        QCOMPARE(Floor()->m_objects[0].GetPayload()->Serialize().ToQString(),
+                 keep ? QStringLiteral("StairsPayload:14|") : QStringLiteral("StairsPayload:10|"));
+    }
+    QVERIFY(VX_GetCore()->MakeUndo());
+    QCOMPARE(Floor()->m_objects[0].GetPayload()->Serialize().ToQString(),
+             QStringLiteral("StairsPayload:10|"));
 }
 
 int main(int argc, char** argv)
