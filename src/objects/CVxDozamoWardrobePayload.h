@@ -77,7 +77,7 @@ public:
                       bool outline, int flags) override;
     bool DrawObjectPreview(CVxPart* part, CVxDC* dc, int width, int height) override;
     CVxStringA ExportToVRML(const CVxPart* part, const CVxStringA& appearance, SVx3DExportPars* pars,
-                            const CVxPart* parent) const override;
+                            const CVxPart* parent) const;
 
     // The front with the doors taken off, every interior to see, the door
     // `selected` marked (none when -1).

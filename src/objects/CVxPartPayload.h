@@ -55,12 +55,11 @@ public:
     }
 
     // The payload's own geometry in the part's unit box for the 3D scene;
-    // empty leaves the part to its catalogue proto.
-    virtual CVxStringA ExportToVRML(const CVxPart* /*part*/, const CVxStringA& /*appearance*/,
-                                    SVx3DExportPars* /*pars*/, const CVxPart* /*parent*/) const
-    {
-        return CVxStringA();
-    }
+    // empty leaves the part to its catalogue proto. The scene export writes
+    // it, and knows the geometry of each built-in class; the document does
+    // not depend on the scene.
+    CVxStringA ExportToVRML(const CVxPart* part, const CVxStringA& appearance, SVx3DExportPars* pars,
+                            const CVxPart* parent) const;
 
     // A unit box with the faces of mask: 1 bottom, 2 top, 4 the far side,
     // 8 the near side, 16 and 32 the ends; u and v stretch the texture.

@@ -30,7 +30,7 @@ public:
                       bool outline, int flags) override;
     bool DrawObjectPreview(CVxPart* part, CVxDC* dc, int width, int height) override;
     CVxStringA ExportToVRML(const CVxPart* part, const CVxStringA& appearance, SVx3DExportPars* pars,
-                            const CVxPart* parent) const override;
+                            const CVxPart* parent) const;
 
     int steps = 10;
 };
@@ -54,7 +54,7 @@ public:
                       bool outline, int flags) override;
     bool DrawObjectPreview(CVxPart* part, CVxDC* dc, int width, int height) override;
     CVxStringA ExportToVRML(const CVxPart* part, const CVxStringA& appearance, SVx3DExportPars* pars,
-                            const CVxPart* parent) const override;
+                            const CVxPart* parent) const;
 
     int steps = 5;
     double ratio = 9.0 / 14.0;

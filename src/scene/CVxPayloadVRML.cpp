@@ -295,3 +295,15 @@ CVxStringA CVxDozamoWardrobePayload::ExportToVRML(const CVxPart* part, const CVx
     text += "]}";
     return text;
 }
+
+CVxStringA CVxPartPayload::ExportToVRML(const CVxPart* part, const CVxStringA& appearance,
+                                        SVx3DExportPars* pars, const CVxPart* parent) const
+{
+    if (const auto* stairs = dynamic_cast<const CVxStairsPayload*>(this))
+        return stairs->ExportToVRML(part, appearance, pars, parent);
+    if (const auto* banister = dynamic_cast<const CVxBanisterStairsPayload*>(this))
+        return banister->ExportToVRML(part, appearance, pars, parent);
+    if (const auto* wardrobe = dynamic_cast<const CVxDozamoWardrobePayload*>(this))
+        return wardrobe->ExportToVRML(part, appearance, pars, parent);
+    return CVxStringA();
+}
