@@ -8,6 +8,7 @@
 #include "CVxPart.h"
 #include "CVxProject.h"
 #include "CVxSceneExport.h"
+#include "CVxWall.h"
 #include "VxTestEnv.h"
 
 #include <QDir>
@@ -253,6 +254,72 @@ TEST(SceneExportTest, WallsAreCutByOpeningsOfShownLayersOnly)
     const QString whole = ReadAll(path);
     EXPECT_FALSE(whole.contains(QStringLiteral(" -0.005 ")));
     EXPECT_TRUE(whole.contains(QStringLiteral("DEF VX_LAYER_F00L00 Switch { whichChoice -1")));
+}
+
+// The points of every Shape of a wall's text, as scene x, y, z.
+static std::vector<std::vector<double>> ShapePoints(const QString& text)
+{
+    std::vector<std::vector<double>> points;
+    static const QRegularExpression list(QStringLiteral("point \\[([^\\]]*)\\]"));
+    auto it = list.globalMatch(text);
+    while (it.hasNext()) {
+        const QString body = it.next().captured(1);
+        for (const QString& item : body.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+            const QStringList xyz = item.simplified().split(QLatin1Char(' '));
+            if (xyz.size() == 3)
+                points.push_back({xyz[0].toDouble(), xyz[1].toDouble(), xyz[2].toDouble()});
+        }
+    }
+    return points;
+}
+
+TEST(SceneExportTest, SlopedWallKeepsItsSlopeThroughTheJointsAndDropsTheCeiling)
+{
+    CVxProject project;
+    RoomProject(project);
+    CVxFloor& floor = *project.GetFloor();
+    CVxWall& sloped = floor.m_walls.walls[0];
+    sloped.startHeight = 250;
+    sloped.endHeight = 200;
+    project.RebuildAllFloorsWalls();
+    const double slope = (sloped.endHeight - sloped.startHeight) / sloped.length;
+    const CVxDPoint dir((sloped.end.x - sloped.start.x) / sloped.length,
+                        (sloped.end.y - sloped.start.y) / sloped.length);
+
+    SVx3DExportPars pars;
+    pars.scale = 0.01;
+    // Whole, and the upper half of the split wall: every vertex above the
+    // cut lies on the plane of the sloped top, the mitred corners of both
+    // faces too.
+    for (const double split : {0.0, 150.0}) {
+        const CVxStringA text =
+            sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, split, split == 0 ? true : false);
+        const auto points = ShapePoints(QString::fromUtf8(text.c_str()));
+        int onTop = 0;
+        bool trimmed = false;
+        for (const auto& p : points) {
+            if (p[1] <= 1.6)
+                continue;
+            const double along =
+                (p[0] / 0.01 - sloped.start.x) * dir.x + (p[2] / 0.01 - sloped.start.y) * dir.y;
+            trimmed = trimmed || along < -1 || along > sloped.length + 1;
+            EXPECT_NEAR(p[1], (sloped.startHeight + slope * along) * 0.01, 0.0015)
+                << "split " << split << " at " << along;
+            ++onTop;
+        }
+        EXPECT_GE(onTop, 6) << split;
+        EXPECT_TRUE(trimmed) << "no vertex of a mitred corner on the top";
+    }
+
+    // A room with one wall lower than the others has no ceiling; with the
+    // walls level again it has one.
+    const QString path = VxTestTempFolder().ToQString() + QStringLiteral("sloped.wrl");
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    EXPECT_FALSE(ReadAll(path).contains(QStringLiteral("ccw FALSE}")));
+    sloped.endHeight = 250;
+    project.RebuildAllFloorsWalls();
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    EXPECT_TRUE(ReadAll(path).contains(QStringLiteral("ccw FALSE}")));
 }
 
 TEST(SceneExportTest, DamagedObjectsAreLeftOutOrCut)
