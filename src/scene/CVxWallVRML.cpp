@@ -206,6 +206,10 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         const double x0 = -10 * L - 500, x1 = 10 * L + 500;
         const double y0 = S, y1 = lowerHalf ? 10 * S : -10 * S;
         cut.points = {CVxDPoint(x0, y0), CVxDPoint(x1, y0), CVxDPoint(x1, y1), CVxDPoint(x0, y1)};
+        // The subtraction wants the cut to run against the outline; the
+        // rectangle below the cut would otherwise run with it.
+        if (!lowerHalf)
+            std::reverse(cut.points.begin(), cut.points.end());
         CVxDPolygon::RemoveHole(polygons, cut);
     }
 

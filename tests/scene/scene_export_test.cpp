@@ -288,27 +288,38 @@ TEST(SceneExportTest, SlopedWallKeepsItsSlopeThroughTheJointsAndDropsTheCeiling)
 
     SVx3DExportPars pars;
     pars.scale = 0.01;
-    // Whole, and the upper half of the split wall: every vertex above the
-    // cut lies on the plane of the sloped top, the mitred corners of both
-    // faces too.
-    for (const double split : {0.0, 150.0}) {
-        const CVxStringA text =
-            sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, split, split == 0 ? true : false);
+    // Whole, and both halves of the split wall: each half stays on its side
+    // of the cut, and every vertex above the cut lies on the plane of the
+    // sloped top, the mitred corners of both faces too.
+    const struct
+    {
+        double split;
+        bool lower;
+    } cases[] = {{0, true}, {150, true}, {150, false}};
+    for (const auto& c : cases) {
+        const CVxStringA text = sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, c.split, c.lower);
         const auto points = ShapePoints(QString::fromUtf8(text.c_str()));
+        EXPECT_GE(points.size(), 8u);
         int onTop = 0;
         bool trimmed = false;
         for (const auto& p : points) {
+            if (c.split > 0) {
+                EXPECT_TRUE(c.lower ? p[1] <= 1.501 : p[1] >= 1.499)
+                    << (c.lower ? "lower" : "upper") << " half crosses the cut at " << p[1];
+            }
             if (p[1] <= 1.6)
                 continue;
             const double along =
                 (p[0] / 0.01 - sloped.start.x) * dir.x + (p[2] / 0.01 - sloped.start.y) * dir.y;
             trimmed = trimmed || along < -1 || along > sloped.length + 1;
             EXPECT_NEAR(p[1], (sloped.startHeight + slope * along) * 0.01, 0.0015)
-                << "split " << split << " at " << along;
+                << "split " << c.split << " at " << along;
             ++onTop;
         }
-        EXPECT_GE(onTop, 6) << split;
-        EXPECT_TRUE(trimmed) << "no vertex of a mitred corner on the top";
+        if (c.split == 0 || !c.lower) {
+            EXPECT_GE(onTop, 6) << c.split;
+            EXPECT_TRUE(trimmed) << "no vertex of a mitred corner on the top";
+        }
     }
 
     // A room with one wall lower than the others has no ceiling; with the
