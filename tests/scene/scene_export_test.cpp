@@ -166,6 +166,9 @@ TEST(SceneExportTest, FileFrameNamesAndReuse)
     // A door leaf keeps its thin depth whatever the object's.
     CVxPart* door = AddBox(floor, 195, 200, 200, 90, 40, 200);
     door->opened = false;
+    // A folding door's joints sit one panel width along, on the panel's
+    // back face, so that the panels fold flat against each other.
+    AddBox(floor, 263, 300, 300, 120, 40, 200)->opened = true;
     // Below 0.2 mm in height: not in the scene.
     AddBox(floor, 21, 100, 100, 50, 50, 0.01);
 
@@ -204,6 +207,11 @@ TEST(SceneExportTest, FileFrameNamesAndReuse)
         QStringLiteral("SlidingDoorST {OpenRot 0.00 0 0 ClosedRot -0.81 scale 0.900 "
                        "2.000 0.030")))
         << text.mid(leaf, 80).toStdString();
+    const int folding = static_cast<int>(text.indexOf(QStringLiteral("FoldingDoorST3 {")));
+    EXPECT_TRUE(text.mid(folding).startsWith(QStringLiteral(
+        "FoldingDoorST3 {OpenRot 0 1 0 1.57 ClosedRot 0.00 scale 0.400 2.000 0.030 OpenRot2 0 1 "
+        "0 -3.14 shift2 0.400 0 0.030 ")))
+        << text.mid(folding, 120).toStdString();
     EXPECT_FALSE(text.contains(kNotANumber)) << "a number that is none";
 
     // A project without floors: background, viewpoints, lights and marker.
