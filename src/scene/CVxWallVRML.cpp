@@ -180,12 +180,14 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
     std::vector<double> pieceStart;
     // The top line of each piece: its height at the piece's start and end.
     std::vector<std::pair<double, double>> pieceTop;
+    // The length of the outline in wall space.
+    double total = L;
     if (!curvedWall) {
         CVxDPolygon p;
         p.points = {CVxDPoint(0, b), CVxDPoint(0, h0), CVxDPoint(L, h1), CVxDPoint(L, b)};
         polygons.push_back(p);
     } else {
-        double total = 0;
+        total = 0;
         for (const CVxWall& sub : subWalls)
             total += sub.length;
         double d = 0;
@@ -247,6 +249,11 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         bool flipped = false;
         double top0 = h0, top1 = h1;
         std::vector<CVxDPoint> v = polygon.points;
+        // Only the wall's own ends meet other walls; the joints between the
+        // pieces of a curved wall share their corners.
+        std::vector<bool> wallEnd;
+        for (const CVxDPoint& point : v)
+            wallEnd.push_back(std::fabs(point.x) < kEps || std::fabs(point.x - total) < kEps);
         if (curvedWall) {
             const CVxDRect box = polygon.GetBoundingRect();
             const double mid = (box.left + box.right) / 2;
@@ -265,6 +272,7 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
                 for (CVxDPoint& p : v)
                     p.x = w->length - p.x;
                 std::reverse(v.begin(), v.end());
+                std::reverse(wallEnd.begin(), wallEnd.end());
             }
         }
         const double len = w->length;
@@ -288,9 +296,10 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         // On a sloped top a vertex that a joint moved along the face keeps
         // to the slope, so the top edge runs straight into the mitre.
         const double slope = std::fabs(top1 - top0) < kEps ? 0 : (top1 - top0) / len;
-        auto onSlope = [&](const CVxDPoint& vertex, double faceX) {
+        auto onSlope = [&](size_t i, double faceX) {
+            const CVxDPoint& vertex = v[i];
             double y = vertex.y;
-            if (slope == 0 || std::fabs(vertex.y - (top0 + slope * vertex.x)) >= kEps)
+            if (slope == 0 || !wallEnd[i] || std::fabs(vertex.y - (top0 + slope * vertex.x)) >= kEps)
                 return y;
             y = top0 + slope * faceX;
             // A half of a split wall stays on its side of the cut.
@@ -303,7 +312,8 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         std::vector<CVxDPoint> centre;
         std::vector<double> centreHeight;
         const CVxDPoint dir((w->end.x - w->start.x) / len, (w->end.y - w->start.y) / len);
-        for (const CVxDPoint& vertex : v) {
+        for (size_t i = 0; i < v.size(); ++i) {
+            const CVxDPoint& vertex = v[i];
             CVxDPoint pb, pa, pc;
             if (std::fabs(vertex.x) < kEps) {
                 pb = w->outline[OUT_B_START];
@@ -327,8 +337,8 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
             const double faceA = (pa.x - w->cornerA0.x) * dir.x + (pa.y - w->cornerA0.y) * dir.y;
             sideB.faceX.push_back(faceB);
             sideA.faceX.push_back(faceA);
-            sideB.height.push_back(onSlope(vertex, faceB));
-            sideA.height.push_back(onSlope(vertex, faceA));
+            sideB.height.push_back(onSlope(i, faceB));
+            sideA.height.push_back(onSlope(i, faceA));
             centreHeight.push_back(vertex.y);
         }
         const CVxAppearance* first = appearA;
