@@ -330,6 +330,16 @@ TEST(SceneExportTest, SlopedWallKeepsItsSlopeThroughTheJointsAndDropsTheCeiling)
         }
     }
 
+    // A slope that crosses the cut leaves a triangle above it.
+    sloped.endHeight = 100;
+    project.RebuildAllFloorsWalls();
+    const CVxStringA upper = sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, 150, false);
+    const auto triangle = ShapePoints(QString::fromUtf8(upper.c_str()));
+    EXPECT_EQ(triangle.size(), 12u) << "two faces of three corners and their centres";
+    for (const auto& p : triangle)
+        EXPECT_GE(p[1], 1.499);
+    EXPECT_TRUE(upper.Find("convex TRUE") >= 0);
+
     // A room with one wall lower than the others has no ceiling; with the
     // walls level again it has one.
     const QString path = VxTestTempFolder().ToQString() + QStringLiteral("sloped.wrl");
