@@ -572,7 +572,8 @@ CVxStringA CVxPart::ExportToVRML(SVx3DExportPars* pars, const CVxRoomWalls* wall
         const double a = (right ? 90.0 : -90.0) * kPi / 180;
         const double openRot = opened ? -a : 0;
         const double closedRot = opened ? 0 : -a;
-        // The second panel folds back against the first.
+        // Each joint folds the next panel back against the one before it;
+        // the joint sits a panel's width along, on the panel's back face.
         const double openRot2 = opened ? 2 * a : 0;
         VxAppendF(
             body,
@@ -580,7 +581,7 @@ CVxStringA CVxPart::ExportToVRML(SVx3DExportPars* pars, const CVxRoomWalls* wall
             "ClosedRot %.2f scale %.3f %.3f %.3f OpenRot2 0 1 0 %.2f shift2 %.3f 0 %.3f doormodel %s "
             "handlemodel "
             "%s}}\r\n",
-            base.x, box.z, base.y, rot, proto, openRot, closedRot, panel, hh, dd, openRot2, 1.0, 0.0,
+            base.x, box.z, base.y, rot, proto, openRot, closedRot, panel, hh, dd, openRot2, panel, dd,
             leaf(appearance).c_str(), handle().c_str());
         body += frame(panel * panels, c[0]);
         done = true;

@@ -49,7 +49,8 @@ bool WallIsFinite(const CVxWall& wall)
 // One face of the wall: the polygon and the quads from its edges to the
 // centre line, textured so that neighbouring walls line up.
 void WriteSide(CVxStringA& out, const SVxWallSide& side, const std::vector<CVxDPoint>& centre,
-               const CVxAppearance& appearance, double shift, bool first, SVx3DExportPars* pars)
+               const std::vector<double>& centreHeight, const CVxAppearance& appearance, double shift,
+               bool first, SVx3DExportPars* pars)
 {
     const size_t n = side.plan.size();
     if (n < 3)
@@ -76,7 +77,7 @@ void WriteSide(CVxStringA& out, const SVxWallSide& side, const std::vector<CVxDP
     for (size_t i = 0; i < n; ++i) {
         VxAppendF(points, "%.3f %.3f %.3f, ", side.plan[i].x * s, Height(side.height[i], s),
                   side.plan[i].y * s);
-        VxAppendF(centres, "%.3f %.3f %.3f, ", centre[i].x * s, Height(side.height[i], s), centre[i].y * s);
+        VxAppendF(centres, "%.3f %.3f %.3f, ", centre[i].x * s, Height(centreHeight[i], s), centre[i].y * s);
         VxAppendF(coordIndex, "%d ", static_cast<int>(i));
         VxAppendF(texPoints, "%.3f %.3f, ", (side.faceX[i] - left) / w, (side.height[i] - bottom) / h);
         VxAppendF(texIndex, "%d ", static_cast<int>(i));
@@ -177,12 +178,16 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
     std::vector<int> pieceOf;
     const bool curvedWall = IsCurved();
     std::vector<double> pieceStart;
+    // The top line of each piece: its height at the piece's start and end.
+    std::vector<std::pair<double, double>> pieceTop;
+    // The length of the outline in wall space.
+    double total = L;
     if (!curvedWall) {
         CVxDPolygon p;
         p.points = {CVxDPoint(0, b), CVxDPoint(0, h0), CVxDPoint(L, h1), CVxDPoint(L, b)};
         polygons.push_back(p);
     } else {
-        double total = 0;
+        total = 0;
         for (const CVxWall& sub : subWalls)
             total += sub.length;
         double d = 0;
@@ -194,6 +199,7 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
             const double hb = total > 0 ? h0 + e / total * (h1 - h0) : h1;
             p.points = {CVxDPoint(d, b), CVxDPoint(d, ha), CVxDPoint(e, hb), CVxDPoint(e, b)};
             polygons.push_back(p);
+            pieceTop.emplace_back(ha, hb);
             d = e;
         }
     }
@@ -202,6 +208,10 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         const double x0 = -10 * L - 500, x1 = 10 * L + 500;
         const double y0 = S, y1 = lowerHalf ? 10 * S : -10 * S;
         cut.points = {CVxDPoint(x0, y0), CVxDPoint(x1, y0), CVxDPoint(x1, y1), CVxDPoint(x0, y1)};
+        // The subtraction wants the cut to run against the outline; the
+        // rectangle below the cut would otherwise run with it.
+        if (!lowerHalf)
+            std::reverse(cut.points.begin(), cut.points.end());
         CVxDPolygon::RemoveHole(polygons, cut);
     }
 
@@ -237,7 +247,13 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         const CVxWall* w = this;
         double offset = 0;
         bool flipped = false;
+        double top0 = h0, top1 = h1;
         std::vector<CVxDPoint> v = polygon.points;
+        // Only the wall's own ends meet other walls; the joints between the
+        // pieces of a curved wall share their corners.
+        std::vector<bool> wallEnd;
+        for (const CVxDPoint& point : v)
+            wallEnd.push_back(std::fabs(point.x) < kEps || std::fabs(point.x - total) < kEps);
         if (curvedWall) {
             const CVxDRect box = polygon.GetBoundingRect();
             const double mid = (box.left + box.right) / 2;
@@ -247,12 +263,16 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
             w = &subWalls[i];
             offset = pieceStart[i];
             flipped = i < subFlipped.size() && subFlipped[i];
+            top0 = pieceTop[i].first;
+            top1 = pieceTop[i].second;
             for (CVxDPoint& p : v)
                 p.x -= offset;
             if (flipped) {
+                std::swap(top0, top1);
                 for (CVxDPoint& p : v)
                     p.x = w->length - p.x;
                 std::reverse(v.begin(), v.end());
+                std::reverse(wallEnd.begin(), wallEnd.end());
             }
         }
         const double len = w->length;
@@ -273,10 +293,27 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
         if (valid(p[2]) && !(ignoreB && p[2] < 0))
             x1 = std::min(x1, (1 - p[2]) * len);
 
+        // On a sloped top a vertex that a joint moved along the face keeps
+        // to the slope, so the top edge runs straight into the mitre.
+        const double slope = std::fabs(top1 - top0) < kEps ? 0 : (top1 - top0) / len;
+        auto onSlope = [&](size_t i, double faceX) {
+            const CVxDPoint& vertex = v[i];
+            double y = vertex.y;
+            if (slope == 0 || !wallEnd[i] || std::fabs(vertex.y - (top0 + slope * vertex.x)) >= kEps)
+                return y;
+            y = top0 + slope * faceX;
+            // A half of a split wall stays on its side of the cut.
+            if (S > 0)
+                y = lowerHalf ? std::min(y, S) : std::max(y, S);
+            return y;
+        };
+
         SVxWallSide sideB, sideA;
         std::vector<CVxDPoint> centre;
+        std::vector<double> centreHeight;
         const CVxDPoint dir((w->end.x - w->start.x) / len, (w->end.y - w->start.y) / len);
-        for (const CVxDPoint& vertex : v) {
+        for (size_t i = 0; i < v.size(); ++i) {
+            const CVxDPoint& vertex = v[i];
             CVxDPoint pb, pa, pc;
             if (std::fabs(vertex.x) < kEps) {
                 pb = w->outline[OUT_B_START];
@@ -296,10 +333,13 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
             sideB.plan.push_back(pb);
             sideA.plan.push_back(pa);
             centre.push_back(pc);
-            sideB.faceX.push_back((pb.x - w->cornerB0.x) * dir.x + (pb.y - w->cornerB0.y) * dir.y);
-            sideA.faceX.push_back((pa.x - w->cornerA0.x) * dir.x + (pa.y - w->cornerA0.y) * dir.y);
-            sideB.height.push_back(vertex.y);
-            sideA.height.push_back(vertex.y);
+            const double faceB = (pb.x - w->cornerB0.x) * dir.x + (pb.y - w->cornerB0.y) * dir.y;
+            const double faceA = (pa.x - w->cornerA0.x) * dir.x + (pa.y - w->cornerA0.y) * dir.y;
+            sideB.faceX.push_back(faceB);
+            sideA.faceX.push_back(faceA);
+            sideB.height.push_back(onSlope(i, faceB));
+            sideA.height.push_back(onSlope(i, faceA));
+            centreHeight.push_back(vertex.y);
         }
         const CVxAppearance* first = appearA;
         const CVxAppearance* second = appearB;
@@ -311,8 +351,8 @@ CVxStringA CVxWall::ExportToVRMLNew(SVx3DExportPars* pars, const CVxFloor& floor
             shiftB = -shiftB;
             shiftA = -shiftA;
         }
-        WriteSide(out, sideB, centre, *first, shiftB, true, pars);
-        WriteSide(out, sideA, centre, *second, shiftA, false, pars);
+        WriteSide(out, sideB, centre, centreHeight, *first, shiftB, true, pars);
+        WriteSide(out, sideA, centre, centreHeight, *second, shiftA, false, pars);
     }
     return out;
 }

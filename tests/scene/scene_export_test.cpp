@@ -10,6 +10,7 @@
 #include "CVxPartPayload.h"
 #include "CVxProject.h"
 #include "CVxSceneExport.h"
+#include "CVxWall.h"
 #include "VxTestEnv.h"
 
 #include <QDir>
@@ -188,6 +189,9 @@ TEST(SceneExportTest, FileFrameNamesAndReuse)
     // A door leaf keeps its thin depth whatever the object's.
     CVxPart* door = AddBox(floor, 195, 200, 200, 90, 40, 200);
     door->opened = false;
+    // A folding door's joints sit one panel width along, on the panel's
+    // back face, so that the panels fold flat against each other.
+    AddBox(floor, 263, 300, 300, 120, 40, 200)->opened = true;
     // Below 0.2 mm in height: not in the scene.
     AddBox(floor, 21, 100, 100, 50, 50, 0.01);
 
@@ -226,6 +230,11 @@ TEST(SceneExportTest, FileFrameNamesAndReuse)
         QStringLiteral("SlidingDoorST {OpenRot 0.00 0 0 ClosedRot -0.81 scale 0.900 "
                        "2.000 0.030")))
         << text.mid(leaf, 80).toStdString();
+    const int folding = static_cast<int>(text.indexOf(QStringLiteral("FoldingDoorST3 {")));
+    EXPECT_TRUE(text.mid(folding).startsWith(QStringLiteral(
+        "FoldingDoorST3 {OpenRot 0 1 0 1.57 ClosedRot 0.00 scale 0.400 2.000 0.030 OpenRot2 0 1 "
+        "0 -3.14 shift2 0.400 0 0.030 ")))
+        << text.mid(folding, 120).toStdString();
     EXPECT_FALSE(text.contains(kNotANumber)) << "a number that is none";
 
     // A project without floors: background, viewpoints, lights and marker.
@@ -323,6 +332,93 @@ TEST(SceneExportTest, WallsAreCutByOpeningsOfShownLayersOnly)
     const QString whole = ReadAll(path);
     EXPECT_FALSE(whole.contains(QStringLiteral(" -0.005 ")));
     EXPECT_TRUE(whole.contains(QStringLiteral("DEF VX_LAYER_F00L00 Switch { whichChoice -1")));
+}
+
+// The points of every Shape of a wall's text, as scene x, y, z.
+static std::vector<std::vector<double>> ShapePoints(const QString& text)
+{
+    std::vector<std::vector<double>> points;
+    static const QRegularExpression list(QStringLiteral("point \\[([^\\]]*)\\]"));
+    auto it = list.globalMatch(text);
+    while (it.hasNext()) {
+        const QString body = it.next().captured(1);
+        for (const QString& item : body.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+            const QStringList xyz = item.simplified().split(QLatin1Char(' '));
+            if (xyz.size() == 3)
+                points.push_back({xyz[0].toDouble(), xyz[1].toDouble(), xyz[2].toDouble()});
+        }
+    }
+    return points;
+}
+
+TEST(SceneExportTest, SlopedWallKeepsItsSlopeThroughTheJointsAndDropsTheCeiling)
+{
+    CVxProject project;
+    RoomProject(project);
+    CVxFloor& floor = *project.GetFloor();
+    CVxWall& sloped = floor.m_walls.walls[0];
+    sloped.startHeight = 250;
+    sloped.endHeight = 200;
+    project.RebuildAllFloorsWalls();
+    const double slope = (sloped.endHeight - sloped.startHeight) / sloped.length;
+    const CVxDPoint dir((sloped.end.x - sloped.start.x) / sloped.length,
+                        (sloped.end.y - sloped.start.y) / sloped.length);
+
+    SVx3DExportPars pars;
+    pars.scale = 0.01;
+    // Whole, and both halves of the split wall: each half stays on its side
+    // of the cut, and every vertex above the cut lies on the plane of the
+    // sloped top, the mitred corners of both faces too.
+    const struct
+    {
+        double split;
+        bool lower;
+    } cases[] = {{0, true}, {150, true}, {150, false}};
+    for (const auto& c : cases) {
+        const CVxStringA text = sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, c.split, c.lower);
+        const auto points = ShapePoints(QString::fromUtf8(text.c_str()));
+        EXPECT_GE(points.size(), 8u);
+        int onTop = 0;
+        bool trimmed = false;
+        for (const auto& p : points) {
+            if (c.split > 0) {
+                EXPECT_TRUE(c.lower ? p[1] <= 1.501 : p[1] >= 1.499)
+                    << (c.lower ? "lower" : "upper") << " half crosses the cut at " << p[1];
+            }
+            if (p[1] <= 1.6)
+                continue;
+            const double along =
+                (p[0] / 0.01 - sloped.start.x) * dir.x + (p[2] / 0.01 - sloped.start.y) * dir.y;
+            trimmed = trimmed || along < -1 || along > sloped.length + 1;
+            EXPECT_NEAR(p[1], (sloped.startHeight + slope * along) * 0.01, 0.0015)
+                << "split " << c.split << " at " << along;
+            ++onTop;
+        }
+        if (c.split == 0 || !c.lower) {
+            EXPECT_GE(onTop, 6) << c.split;
+            EXPECT_TRUE(trimmed) << "no vertex of a mitred corner on the top";
+        }
+    }
+
+    // A slope that crosses the cut leaves a triangle above it.
+    sloped.endHeight = 100;
+    project.RebuildAllFloorsWalls();
+    const CVxStringA upper = sloped.ExportToVRMLNew(&pars, floor, 0, true, 0, 10, 0, 150, false);
+    const auto triangle = ShapePoints(QString::fromUtf8(upper.c_str()));
+    EXPECT_EQ(triangle.size(), 12u) << "two faces of three corners and their centres";
+    for (const auto& p : triangle)
+        EXPECT_GE(p[1], 1.499);
+    EXPECT_TRUE(upper.Find("convex TRUE") >= 0);
+
+    // A room with one wall lower than the others has no ceiling; with the
+    // walls level again it has one.
+    const QString path = VxTestTempFolder().ToQString() + QStringLiteral("sloped.wrl");
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    EXPECT_FALSE(ReadAll(path).contains(QStringLiteral("ccw FALSE}")));
+    sloped.endHeight = 250;
+    project.RebuildAllFloorsWalls();
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    EXPECT_TRUE(ReadAll(path).contains(QStringLiteral("ccw FALSE}")));
 }
 
 TEST(SceneExportTest, DamagedObjectsAreLeftOutOrCut)
