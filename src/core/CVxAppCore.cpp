@@ -1,5 +1,6 @@
 #include "CVxAppCore.h"
 
+#include "CVxPageLayoutEditor.h"
 #include "CVxWallEditor.h"
 
 #include "CVxColorSwatchLibrary.h"

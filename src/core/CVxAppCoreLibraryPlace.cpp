@@ -22,7 +22,10 @@ CVxStringW Msg(int row, const wchar_t* english)
 
 int CVxAppCore::LibAddNewObject(const CVxPart* given, int index, double px, double py)
 {
-    if (m_activeEditor || !(m_zoom > 0) || !std::isfinite(px) || !std::isfinite(py))
+    // Of the editors only the page layout, a sheet like the plan, takes
+    // objects from the library.
+    if ((m_activeEditor && m_activeEditor->GetID() != VX_EDITOR_PAGE_LAYOUT) || !(m_zoom > 0) ||
+        !std::isfinite(px) || !std::isfinite(py))
         return -1;
     CVxPart part;
     if (given)

@@ -166,6 +166,7 @@ void CVxPrintSizeCalculator::CalcFontSize(CVxDC& dc)
 
 void CVxPrintSizeCalculator::Calculate(bool addUnprintable)
 {
+    wholeSheet = addUnprintable;
     if (scale > 0 && scale < 0.01)
         scale = 0.01;
     if (titleText.IsEmpty())
@@ -319,6 +320,8 @@ bool CVxPrintSizeCalculator::GetPageContentsBorderRect(const CVxStringW& file, C
     CVxProject layout;
     if (file.IsEmpty() || !layout.LoadFromFile(file, nullptr, nullptr, false, 0))
         return false;
+    // Only the numbers are wanted; the layout's pictures go with its folder.
+    layout.RemoveTempFiles();
     const double mm = CVxUnits::GetUnitCal(layout.m_unit) * 10;
     CVxFloor* floor = layout.GetFloor();
     for (const CVxPart& part : floor->m_objects) {
