@@ -160,6 +160,7 @@ bool CVxAppCore::ActivatePageLayoutEditor(bool activate, bool discard, const CVx
         m_zoom = m_project.m_baseZoom;
         if (host) {
             host->AfterSpecialEditorActivated(VX_EDITOR_PAGE_LAYOUT, true, false);
+            host->EnableFloorButtons();
             host->EnableUndoButtons();
             host->OnPartListingChange();
             host->UpdateProjectUI(true, false);
@@ -192,6 +193,7 @@ bool CVxAppCore::ActivatePageLayoutEditor(bool activate, bool discard, const CVx
     OnSelectionChange();
     if (host) {
         host->AfterSpecialEditorActivated(VX_EDITOR_PAGE_LAYOUT, false, discard);
+        host->EnableFloorButtons();
         host->EnableUndoButtons();
         host->OnPartListingChange();
         host->UpdateProjectUI(true, true);

@@ -1386,8 +1386,11 @@ void CVxMainWindow::OnExportDxf()
     if (core->GetActiveEditor())
         return;
     const CVxStringW& project = core->GetProjectPath();
-    const QString name = project.IsEmpty() ? VX_MessageText(1302, L"Project")
-                                           : QFileInfo(project.ToQString()).completeBaseName();
+    // Beside the project, under its name.
+    const QString name = project.IsEmpty()
+                             ? VX_MessageText(1302, L"Project")
+                             : QFileInfo(project.ToQString()).absolutePath() + QLatin1Char('/') +
+                                   QFileInfo(project.ToQString()).completeBaseName();
     QString path = QFileDialog::getSaveFileName(
         this, m_exportDxf->text().remove(QStringLiteral("...")), name + QStringLiteral(".dxf"),
         VX_MessageText(1313, L"DXF drawing") + QStringLiteral(" (*.dxf)"));
