@@ -871,7 +871,9 @@ void CVxMainWindow::ShowPopupMenuForObject(int index)
 {
     UpdateCommandStates();
     QMenu* menu = m_projectPopup;
-    if (VX_GetCore()->GetActiveEditor())
+    // A page layout is a sheet of objects, with the plan's menus.
+    const IVxSpecialEditor* editor = VX_GetCore()->GetActiveEditor();
+    if (editor && editor->GetID() != VX_EDITOR_PAGE_LAYOUT)
         menu = m_specialEditorPopup;
     else if (index >= 0)
         menu = m_objectPopup;
@@ -1423,7 +1425,9 @@ CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)
 
 void CVxMainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!GetDroppedProjectFile(event->mimeData()).IsEmpty())
+    // A project opened under an editor would be overwritten by the backup
+    // the editor gives back.
+    if (!VX_GetCore()->GetActiveEditor() && !GetDroppedProjectFile(event->mimeData()).IsEmpty())
         event->acceptProposedAction();
     else
         event->ignore();

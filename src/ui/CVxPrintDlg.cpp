@@ -378,7 +378,8 @@ CVxPrintSizeCalculator CVxPrintDlg::CalculateFor(QPrinter& printer, bool wholeSh
 
 bool CVxPrintDlg::IsPageInPrintRange(int page) const
 {
-    if (!m_multiPage->isChecked() || !m_rangePages->isChecked())
+    // The bitmap method's one page is always in range.
+    if (!m_multiPage->isChecked() || !m_multiPage->isEnabled() || !m_rangePages->isChecked())
         return true;
     return VX_IsPageInRange(CVxStringW(m_range->text().trimmed()), page);
 }

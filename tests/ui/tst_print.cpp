@@ -117,8 +117,12 @@ void TestPrint::bitmapMethodPrintsOnePicturePerPage()
     CVxMainWindow window;
     QVERIFY(window.OpenFile(CVxStringW(QStringLiteral(PLAVENO_SOURCE_DIR "/samples/House.pvp")), false));
     CVxPrintDlg dialog(&window);
+    // A bitmap is one page, printed whatever range the pages side by side
+    // of the vector method had.
+    dialog.findChild<QCheckBox*>(QStringLiteral("multiPage"))->setChecked(true);
+    dialog.findChild<QRadioButton*>(QStringLiteral("rangePages"))->setChecked(true);
+    dialog.findChild<QLineEdit*>(QStringLiteral("EdPrintRange"))->setText(QStringLiteral("2-3"));
     dialog.findChild<QComboBox*>(QStringLiteral("method"))->setCurrentIndex(1);
-    // A bitmap is one page; the pages side by side are the vector method's.
     QVERIFY(!dialog.findChild<QCheckBox*>(QStringLiteral("multiPage"))->isEnabled());
     dialog.findChild<QCheckBox*>(QStringLiteral("ChkPDF"))->setChecked(true);
     const QString pdf = g_home->Path() + QStringLiteral("/bitmap.pdf");
