@@ -110,8 +110,14 @@ CVxStringW CVxAppCore::GetMainWndCaption(CVxStringW& shortTitle) const
 {
     CVxStringW title = L"Plaveno - ";
     shortTitle = L"Plaveno";
+    // While a page layout is drawn, the window names the layout's file.
+    const bool layout = m_activeEditor && m_pageLayoutEditor && m_activeEditor == m_pageLayoutEditor.get();
+    if (layout)
+        title += m_pageLayoutEditor->GetEditorLocalizedName() + L" ";
     title += L'[';
-    if (m_projectPath.IsEmpty()) {
+    if (layout) {
+        title += m_pageLayoutEditor->GetFile();
+    } else if (m_projectPath.IsEmpty()) {
         title += VX_GetLoc()->LocalizeMessage(8, L"untitled");
     } else {
         title += m_projectPath;
