@@ -351,6 +351,12 @@ TEST_F(PrintPage, HeaderLayoutIsDrawnOnItsOwnSheetAndPrintedAroundThePlan)
     core->PrintProjectPage(&dc, 0, calc, CVxAppCore::drawCaptions);
     EXPECT_NE(std::find(dc.texts.begin(), dc.texts.end(), printed), dc.texts.end());
     EXPECT_EQ(std::find(dc.texts.begin(), dc.texts.end(), CVxStringW(L"House %DATE%")), dc.texts.end());
+    // A layout whose page contents lie off this paper still leaves half of
+    // it to the plan.
+    calc.pageRect.top = 1e6;
+    calc.Calculate(false);
+    EXPECT_LE(calc.marginT, kA4H / 2);
+    EXPECT_GT(calc.zoom, 0);
 
     // The layout opens again with its label; a discard gives the project
     // back just the same.
