@@ -1,5 +1,6 @@
 #include "CVxAppCore.h"
 
+#include "CVxPageLayoutEditor.h"
 #include "CVxWallEditor.h"
 
 #include "CVxColorSwatchLibrary.h"
@@ -125,8 +126,14 @@ CVxStringW CVxAppCore::GetMainWndCaption(CVxStringW& shortTitle) const
 {
     CVxStringW title = L"Plaveno - ";
     shortTitle = L"Plaveno";
+    // While a page layout is drawn, the window names the layout's file.
+    const bool layout = m_activeEditor && m_pageLayoutEditor && m_activeEditor == m_pageLayoutEditor.get();
+    if (layout)
+        title += m_pageLayoutEditor->GetEditorLocalizedName() + L" ";
     title += L'[';
-    if (m_projectPath.IsEmpty()) {
+    if (layout) {
+        title += m_pageLayoutEditor->GetFile();
+    } else if (m_projectPath.IsEmpty()) {
         title += VX_GetLoc()->LocalizeMessage(8, L"untitled");
     } else {
         title += m_projectPath;

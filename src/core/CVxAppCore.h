@@ -26,8 +26,10 @@
 class CVxDC;
 class CVxPicBuf;
 class CVxPrintConfig;
+class CVxPageLayoutEditor;
 class CVxPrintSizeCalculator;
 class CVxWallEditor;
+struct CVxPrintPageInfo;
 
 class CVxAppCore
 {
@@ -373,6 +375,14 @@ public:
     // the run that makes the first room of a new project.
     bool ActivateWallEditor(bool activate, bool discard, bool newRoom);
     CVxWallEditor* GetWallEditor();
+    // With `activate` the header and footer layout of info.file takes the
+    // plan view's place, a blank page of the paper when newLayout is set or
+    // the file can't be read; without it the layout goes into its file,
+    // unless `discard`, and the project comes back. False when the editor
+    // could not open, or when the layout could not be saved and it stays.
+    bool ActivatePageLayoutEditor(bool activate, bool discard, const CVxPrintPageInfo* info = nullptr,
+                                  bool newLayout = false);
+    CVxPageLayoutEditor* GetPageLayoutEditor();
     // A double click in the plan view, in pixels of the render area.
     void MainViewDblClick(double x, double y);
     // A length (and an angle, may be empty) typed while a wall is being
@@ -635,6 +645,7 @@ private:
     unsigned short m_drawingPaused = 0;
     IVxSpecialEditor* m_activeEditor = nullptr;
     std::unique_ptr<CVxWallEditor> m_wallEditor;
+    std::unique_ptr<CVxPageLayoutEditor> m_pageLayoutEditor;
     std::unique_ptr<IVxEditorHost> m_editorHost;
     CVxPart m_scanPart;
     CVxSpriteCache m_spriteCache;

@@ -5,7 +5,10 @@
 #include "CVxAppCore.h"
 
 #include "CVxFloor.h"
+#include "CVxLocalize.h"
 #include "CVxOptions.h"
+#include "CVxPageLayoutEditor.h"
+#include "CVxUnits.h"
 #include "CVxWallEditor.h"
 #include "IVxAppHelperCallback.h"
 #include "VxTypedLength.h"
@@ -127,6 +130,79 @@ bool CVxAppCore::ActivateWallEditor(bool activate, bool discard, bool newRoom)
     return true;
 }
 
+CVxPageLayoutEditor* CVxAppCore::GetPageLayoutEditor()
+{
+    if (!m_pageLayoutEditor)
+        m_pageLayoutEditor = std::make_unique<CVxPageLayoutEditor>();
+    if (!m_editorHost)
+        m_editorHost = std::make_unique<CVxCoreEditorHost>(this);
+    return m_pageLayoutEditor.get();
+}
+
+bool CVxAppCore::ActivatePageLayoutEditor(bool activate, bool discard, const CVxPrintPageInfo* info,
+                                          bool newLayout)
+{
+    CVxPageLayoutEditor* editor = GetPageLayoutEditor();
+    IVxAppHelperCallback* host = VX_GetAppHelper();
+    if (activate) {
+        if (m_activeEditor)
+            return m_activeEditor == editor;
+        if (!info || info->file.IsEmpty())
+            return false;
+        MainViewFinishInterAction(true);
+        ClearSelection(false);
+        const int unit = CVxUnits::GetUnitEngTextIdx(CVxStringA(VX_GetOptions()->m_defaultUnit));
+        m_activeEditor = editor;
+        if (!editor->Activate(&m_project, m_editorHost.get(), *info, newLayout, unit)) {
+            m_activeEditor = nullptr;
+            return false;
+        }
+        m_zoom = m_project.m_baseZoom;
+        if (host) {
+            host->AfterSpecialEditorActivated(VX_EDITOR_PAGE_LAYOUT, true, false);
+            host->EnableFloorButtons();
+            host->EnableUndoButtons();
+            host->OnPartListingChange();
+            host->UpdateProjectUI(true, false);
+            host->RefreshMainViewCaption();
+            host->DrawRoom(nullptr);
+        }
+        return true;
+    }
+    if (m_activeEditor != editor)
+        return false;
+    if (!discard && !editor->SaveLayout()) {
+        // The work stays in the editor, where it can go into another file.
+        if (host)
+            host->MsgBox(VX_GetLoc()->LocalizeMessage(1311, L"The page layout could not be saved.") + L"\n" +
+                             editor->GetFile(),
+                         VX_GetLoc()->LocalizeMessage(34, L"Error"),
+                         static_cast<unsigned>(VX_MB_OK) | VX_MB_ICON_CRITICAL);
+        return false;
+    }
+    MainViewFinishInterAction(false);
+    editor->Deactivate(discard);
+    m_activeEditor = nullptr;
+    editor->ReleaseBackup();
+    SetTempObject(0, 0, 0, 0, 0);
+    // The project comes back as it was: nothing to undo, nothing changed.
+    UpdateFloorPlan();
+    RebuildRoom();
+    m_zoom = m_project.m_baseZoom;
+    m_firstSelected = GetFirstSelected();
+    OnSelectionChange();
+    if (host) {
+        host->AfterSpecialEditorActivated(VX_EDITOR_PAGE_LAYOUT, false, discard);
+        host->EnableFloorButtons();
+        host->EnableUndoButtons();
+        host->OnPartListingChange();
+        host->UpdateProjectUI(true, true);
+        host->RefreshMainViewCaption();
+        host->DrawRoom(nullptr);
+    }
+    return true;
+}
+
 bool CVxAppCore::DeactivateActiveEditor(bool discard, bool force)
 {
     IVxSpecialEditor* editor = m_activeEditor;
@@ -136,6 +212,13 @@ bool CVxAppCore::DeactivateActiveEditor(bool discard, bool force)
         return false;
     if (m_wallEditor && editor == m_wallEditor.get())
         return ActivateWallEditor(false, discard, false);
+    if (m_pageLayoutEditor && editor == m_pageLayoutEditor.get()) {
+        // Leaving without asking drops the layout rather than holding up
+        // the program with a file that can't be written.
+        if (!ActivatePageLayoutEditor(false, discard, nullptr) && force)
+            return ActivatePageLayoutEditor(false, true, nullptr);
+        return !m_activeEditor;
+    }
     // An editor of no kind of ours simply lets go.
     editor->Deactivate(discard);
     m_activeEditor = nullptr;
@@ -164,10 +247,9 @@ bool CVxAppCore::CanRedo() const
 void CVxAppCore::MainViewDblClick(double x, double y)
 {
     const VxPOINT origin = GetObjectOrigin();
-    if (m_activeEditor) {
-        m_activeEditor->OnDblClick(x - origin.x, y - origin.y);
+    if (m_activeEditor && (m_activeEditor->OnDblClick(x - origin.x, y - origin.y) ||
+                           m_activeEditor->GetID() != VX_EDITOR_PAGE_LAYOUT))
         return;
-    }
     // Only the plain pointer opens dialogues: a double click while an object
     // is placed or a line measured belongs to that.
     if (m_mouseState != msIdle)

@@ -7,6 +7,7 @@
 
 #include "CVxFloor.h"
 #include "CVxLocalize.h"
+#include "CVxUnits.h"
 #include "IVxAppHelperCallback.h"
 
 #include <cmath>
@@ -22,13 +23,26 @@ CVxStringW Msg(int row, const wchar_t* english)
 
 int CVxAppCore::LibAddNewObject(const CVxPart* given, int index, double px, double py)
 {
-    if (m_activeEditor || !(m_zoom > 0) || !std::isfinite(px) || !std::isfinite(py))
+    // Of the editors only the page layout, a sheet like the plan, takes
+    // objects from the library.
+    if ((m_activeEditor && m_activeEditor->GetID() != VX_EDITOR_PAGE_LAYOUT) || !(m_zoom > 0) ||
+        !std::isfinite(px) || !std::isfinite(py))
         return -1;
     CVxPart part;
     if (given)
         part = *given;
     else if (!LibWriteToPart(&part, index))
         return -1;
+    if (m_activeEditor && !given && m_project.m_baseZoom > 0) {
+        // The library's sizes are the plan's, where a centimetre is a pixel
+        // at 100%; on a page layout's sheet an object comes as large as it
+        // would look on the plan, and a text keeps its points.
+        const double factor = CVxUnits::GetUnitCal(m_project.m_unit) / m_project.m_baseZoom;
+        const double points = part.GetFont() ? part.GetFont()->m_size : 0;
+        part.Scale(factor, factor, factor, true);
+        if (part.GetFont())
+            part.GetFont()->m_size = points;
+    }
     // Whatever the view was doing ends first; an object still hanging on
     // the pointer from an earlier pick goes.
     if (m_mouseState == msPlacing || m_mouseState == msDropping)

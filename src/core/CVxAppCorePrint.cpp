@@ -274,13 +274,26 @@ void CVxAppCore::DrawPrintPageLayout(CVxDC* dc, const CVxPrintSizeCalculator& ca
     if (file.IsEmpty() || !layout.LoadFromFile(file, nullptr, nullptr, false, 0))
         return;
     const double zoom = calc.dpiX * CVxUnits::GetUnitCal(layout.m_unit) / 2.54;
+    // Labels size their fonts by the open project's base zoom and caption
+    // font; on the layout's sheet those of the layout hold, so that a text
+    // prints as large as it was drawn.
+    const double baseZoom = m_project.m_baseZoom;
+    const CVxFont captionFont = m_project.m_captionPrintFont;
+    if (layout.m_baseZoom > 0)
+        m_project.m_baseZoom = layout.m_baseZoom;
+    m_project.m_captionPrintFont = layout.m_captionPrintFont;
+    // The layout's origin is the paper's corner.
+    const double originX = calc.wholeSheet ? 0 : -calc.unprintable[0];
+    const double originY = calc.wholeSheet ? 0 : -calc.unprintable[1];
     CVxFloor* floor = layout.GetFloor();
     for (CVxPart& part : floor->m_objects) {
         if (!part.inUse || part.type == ptPageArea)
             continue;
-        part.DrawToHdc(dc, floor, layout.m_unit, -calc.unprintable[0], -calc.unprintable[1], zoom,
-                       drawCaptions, 0, 1.0);
+        part.DrawToHdc(dc, floor, layout.m_unit, originX, originY, zoom, drawCaptions, 0, 1.0);
     }
+    m_project.m_baseZoom = baseZoom;
+    m_project.m_captionPrintFont = captionFont;
+    layout.RemoveTempFiles();
 }
 
 bool CVxAppCore::ExportFloorToDxf(const CVxStringW& path)

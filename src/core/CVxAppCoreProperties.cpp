@@ -11,7 +11,8 @@ bool CVxAppCore::ShowSelectedObjectProperties()
 {
     IVxAppHelperCallback* host = VX_GetAppHelper();
     const int count = GetSelCount();
-    if (!host || count < 1 || m_activeEditor)
+    // The page layout's objects are the plan's kind and edited alike.
+    if (!host || count < 1 || (m_activeEditor && m_activeEditor->GetID() != VX_EDITOR_PAGE_LAYOUT))
         return false;
     bool changed = false;
     host->ObjPropShowModal(count > 1, &changed);

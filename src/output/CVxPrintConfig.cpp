@@ -166,6 +166,7 @@ void CVxPrintSizeCalculator::CalcFontSize(CVxDC& dc)
 
 void CVxPrintSizeCalculator::Calculate(bool addUnprintable)
 {
+    wholeSheet = addUnprintable;
     if (scale > 0 && scale < 0.01)
         scale = 0.01;
     if (titleText.IsEmpty())
@@ -198,7 +199,13 @@ void CVxPrintSizeCalculator::Calculate(bool addUnprintable)
     if (customLayout && anyContent) {
         for (int side = 0; side < 4; ++side) {
             const int dpi = side % 2 == 0 ? dpiX : dpiY;
-            margins[side] = std::max(margins[side], contentRect[side] * dpi / 25.4 - unprintable[side]);
+            // The layout's millimetres count from the paper's edge, where
+            // a preview of the whole sheet starts too. A layout that leaves
+            // no room on this paper leaves half of it.
+            double content = contentRect[side] * dpi / 25.4 - (addUnprintable ? 0 : unprintable[side]);
+            const double half = (side % 2 == 0 ? pageW : pageH) / 2;
+            content = std::isfinite(content) ? std::clamp(content, 0.0, std::max(0.0, half)) : 0;
+            margins[side] = std::max(margins[side], content);
         }
     }
     marginL = margins[0];
@@ -319,6 +326,8 @@ bool CVxPrintSizeCalculator::GetPageContentsBorderRect(const CVxStringW& file, C
     CVxProject layout;
     if (file.IsEmpty() || !layout.LoadFromFile(file, nullptr, nullptr, false, 0))
         return false;
+    // Only the numbers are wanted; the layout's pictures go with its folder.
+    layout.RemoveTempFiles();
     const double mm = CVxUnits::GetUnitCal(layout.m_unit) * 10;
     CVxFloor* floor = layout.GetFloor();
     for (const CVxPart& part : floor->m_objects) {

@@ -114,6 +114,9 @@ public:
     int optionBorder = 150;
     // Centimetres per plan unit.
     double unitCm = 1;
+    // The device's origin is the paper's corner, not that of the printable
+    // part: the last Calculate added the unprintable offsets to the margins.
+    bool wholeSheet = false;
 };
 
 // Whether page (from 1) lies in a range such as "2-4,7"; an empty range

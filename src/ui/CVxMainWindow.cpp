@@ -32,6 +32,7 @@
 #include "CVxUtils.h"
 #include "VxCastleEngine.h"
 #include "VxCrashHandler.h"
+#include "VxLocalizeWidgets.h"
 #include "VxSessionSignals.h"
 #include "VxTrace.h"
 #include "VxUtf8.h"
@@ -47,6 +48,7 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QFileOpenEvent>
 #include <QFileSystemWatcher>
@@ -351,6 +353,21 @@ void CVxMainWindow::CreateMenus()
     }
 
     m_mainToolbar->CreateProjectMenu(m_menus[MENU_PROJECT], m_samplesMenu, m_recentSeparator);
+    // The drawing exchange export stands with the project's other exports,
+    // after "Save as Image...".
+    m_exportDxf = new QAction(VX_MessageText(1312, L"Export to DXF..."), this);
+    m_exportDxf->setObjectName(QStringLiteral("ExportDxf"));
+    connect(m_exportDxf, &QAction::triggered, this, &CVxMainWindow::OnExportDxf);
+    {
+        const QList<QAction*> items = m_menus[MENU_PROJECT]->actions();
+        QAction* before = nullptr;
+        for (qsizetype i = 0; i + 1 < items.size(); ++i) {
+            auto* action = qobject_cast<CVxAction*>(items[i]);
+            if (action && action->GetCode() == VX_TB_SAVE_AS_IMAGE)
+                before = items[i + 1];
+        }
+        m_menus[MENU_PROJECT]->insertAction(before, m_exportDxf);
+    }
     m_mainToolbar->CreateEditMenu(m_menus[MENU_EDIT]);
     m_mainToolbar->CreateFloorMenu(m_menus[MENU_FLOOR]);
     m_mainToolbar->CreateObjectsMenu(m_menus[MENU_OBJECTS]);
@@ -854,7 +871,9 @@ void CVxMainWindow::ShowPopupMenuForObject(int index)
 {
     UpdateCommandStates();
     QMenu* menu = m_projectPopup;
-    if (VX_GetCore()->GetActiveEditor())
+    // A page layout is a sheet of objects, with the plan's menus.
+    const IVxSpecialEditor* editor = VX_GetCore()->GetActiveEditor();
+    if (editor && editor->GetID() != VX_EDITOR_PAGE_LAYOUT)
         menu = m_specialEditorPopup;
     else if (index >= 0)
         menu = m_objectPopup;
@@ -1148,6 +1167,7 @@ void CVxMainWindow::LocalizeAll()
     m_mainToolbar->LocalizeAllActions();
     for (int i = 0; i < MENU_COUNT; ++i)
         m_menuTitles[i]->setText(MenuTitle(i));
+    m_exportDxf->setText(VX_MessageText(1312, L"Export to DXF..."));
     m_layersForm->Localize();
     m_partsListForm->Localize();
     m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
@@ -1348,12 +1368,45 @@ void CVxMainWindow::OnMergeProjects()
 
 void CVxMainWindow::OnPrint()
 {
+    CVxAppCore* core = VX_GetCore();
+    if (core->GetActiveEditor())
+        return;
     CVxPrintDlg dialog(this);
     dialog.exec();
     // Objects kept their shapes at the printer's zoom.
-    VX_GetCore()->RebuildRoom();
+    core->RebuildRoom();
     if (m_helper)
         m_helper->DrawRoom(nullptr);
+    if (dialog.HasLayoutRequest() &&
+        core->ActivatePageLayoutEditor(true, false, &dialog.GetLayoutRequest(), dialog.IsNewLayoutRequest()))
+        m_printAfterLayout = true;
+}
+
+void CVxMainWindow::OnExportDxf()
+{
+    CVxAppCore* core = VX_GetCore();
+    if (core->GetActiveEditor())
+        return;
+    const CVxStringW& project = core->GetProjectPath();
+    // Beside the project, under its name.
+    const QString name = project.IsEmpty()
+                             ? VX_MessageText(1302, L"Project")
+                             : QFileInfo(project.ToQString()).absolutePath() + QLatin1Char('/') +
+                                   QFileInfo(project.ToQString()).completeBaseName();
+    QString path = QFileDialog::getSaveFileName(
+        this, m_exportDxf->text().remove(QStringLiteral("...")), name + QStringLiteral(".dxf"),
+        VX_MessageText(1313, L"DXF drawing") + QStringLiteral(" (*.dxf)"));
+    if (path.isEmpty())
+        return;
+    if (!path.endsWith(QStringLiteral(".dxf"), Qt::CaseInsensitive))
+        path += QStringLiteral(".dxf");
+    const bool written = core->ExportFloorToDxf(CVxStringW(path));
+    if (m_helper)
+        m_helper->DrawRoom(nullptr);
+    if (!written)
+        QMessageBox::warning(this, VX_MessageText(34, L"Error"),
+                             VX_MessageText(1314, L"The file could not be written:") + QLatin1Char('\n') +
+                                 QDir::toNativeSeparators(path));
 }
 
 CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)
@@ -1372,7 +1425,9 @@ CVxStringW CVxMainWindow::GetDroppedProjectFile(const QMimeData* data)
 
 void CVxMainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!GetDroppedProjectFile(event->mimeData()).IsEmpty())
+    // A project opened under an editor would be overwritten by the backup
+    // the editor gives back.
+    if (!VX_GetCore()->GetActiveEditor() && !GetDroppedProjectFile(event->mimeData()).IsEmpty())
         event->acceptProposedAction();
     else
         event->ignore();
@@ -1391,8 +1446,13 @@ void CVxMainWindow::dropEvent(QDropEvent* event)
     QTimer::singleShot(0, this, [this, path] { OpenFile(path, false); });
 }
 
-void CVxMainWindow::AfterSpecialEditorActivated(EVxEditorCode /*code*/, bool active, bool /*discard*/)
+void CVxMainWindow::AfterSpecialEditorActivated(EVxEditorCode code, bool active, bool /*discard*/)
 {
+    // A layout from the print dialog goes back to it, to be seen on the page.
+    if (!active && code == VX_EDITOR_PAGE_LAYOUT && m_printAfterLayout) {
+        m_printAfterLayout = false;
+        QTimer::singleShot(0, this, &CVxMainWindow::OnPrint);
+    }
     // The tool bar changes its meaning: the editor decides what shows, and
     // a bar over the plan offers to keep or to drop the editor's work.
     if (!m_editorBar) {

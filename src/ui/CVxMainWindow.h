@@ -175,6 +175,8 @@ public slots:
     void OnMergeProjects();
     // The print dialog on the current floor.
     void OnPrint();
+    // The plan of the current floor as a drawing exchange file.
+    void OnExportDxf();
     void OnOpenSampleFileClicked();
     // The desktop session ends: nobody is there to answer, so unsaved work
     // goes to the auto-save file for the next start to offer, and the
@@ -220,6 +222,10 @@ private:
     QToolBar* m_contextAlignToolbar = nullptr;
     QToolBar* m_contextToolbar = nullptr;
     QToolBar* m_editorBar = nullptr;
+    QAction* m_exportDxf = nullptr;
+    // The print dialog comes back when the layout it sent to the editor is
+    // closed.
+    bool m_printAfterLayout = false;
     QMenu* m_menus[MENU_COUNT] = {};
     // The menu bar's items of the menus, kept apart: a menu that a tool
     // button takes over answers with the button's action instead.

@@ -40,6 +40,10 @@ constexpr int kPreviewHeight = 300;
 // of the same.
 constexpr int kMaxPreviewPages = 36;
 constexpr int kPreviewGap = 4;
+// The bitmap method's resolution: fine enough for lines and text on paper,
+// and an A3 sheet still fits in memory. Printers of less get their own.
+constexpr int kBitmapDpi = 300;
+constexpr double kMaxBitmapPixels = 80e6;
 // A scale meant for a detail, chosen for a whole house, would feed the
 // printer for days.
 constexpr int kMaxPrintPages = 500;
@@ -109,6 +113,7 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
     paperGrid->addWidget(m_pdf, 3, 0, 1, 2);
     paperGrid->addWidget(new QLabel(Text(6, L"Method:"), paperGroup), 4, 0);
     m_method = new QComboBox(paperGroup);
+    m_method->setObjectName(QStringLiteral("method"));
     m_method->addItems({Text(7, L"Vector"), Text(8, L"Bitmap")});
     paperGrid->addWidget(m_method, 4, 1);
     paperGrid->addWidget(new QLabel(Text(25, L"Border (cm):"), paperGroup), 5, 0);
@@ -161,9 +166,16 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
     lookGrid->addWidget(m_scaleBarLength, 2, 0);
     lookGrid->addWidget(m_scaleText, 2, 1);
     m_header = new QLabel(lookGroup);
-    lookGrid->addWidget(m_header, 3, 0);
+    m_header->setObjectName(QStringLiteral("LblHeader"));
+    lookGrid->addWidget(m_header, 3, 0, 1, 2);
+    auto* headerNew = new QPushButton(Text(37, L"New..."), lookGroup);
+    headerNew->setObjectName(QStringLiteral("BtnHeaderNew"));
+    connect(headerNew, &QPushButton::clicked, this, &CVxPrintDlg::BtnHeaderNewClick);
     auto* headerOpen = new QPushButton(Text(34, L"Open..."), lookGroup);
     connect(headerOpen, &QPushButton::clicked, this, &CVxPrintDlg::BtnHeaderOpenClick);
+    m_headerEdit = new QPushButton(Text(38, L"Edit..."), lookGroup);
+    m_headerEdit->setObjectName(QStringLiteral("BtnHeaderEdit"));
+    connect(m_headerEdit, &QPushButton::clicked, this, &CVxPrintDlg::BtnHeaderEditClick);
     auto* headerNone = new QPushButton(Text(36, L"Remove"), lookGroup);
     connect(headerNone, &QPushButton::clicked, this, [this] {
         VX_GetOptions()->m_printCustomLayout = false;
@@ -171,9 +183,11 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
         ShowPreview();
     });
     auto* headerButtons = new QHBoxLayout;
+    headerButtons->addWidget(headerNew);
     headerButtons->addWidget(headerOpen);
+    headerButtons->addWidget(m_headerEdit);
     headerButtons->addWidget(headerNone);
-    lookGrid->addLayout(headerButtons, 3, 1);
+    lookGrid->addLayout(headerButtons, 4, 0, 1, 2);
     left->addWidget(lookGroup);
 
     auto* right = new QVBoxLayout;
@@ -230,6 +244,10 @@ CVxPrintDlg::CVxPrintDlg(QWidget* parent)
         connect(edit, &QLineEdit::textChanged, this, changed);
     connect(m_paper, &QComboBox::currentIndexChanged, this, changed);
     connect(m_method, &QComboBox::currentIndexChanged, this, changed);
+    // Pages side by side are the vector method's; a bitmap is one page.
+    const auto methodChanged = [this] { m_multiPage->setEnabled(m_method->currentIndex() == 0); };
+    connect(m_method, &QComboBox::currentIndexChanged, this, methodChanged);
+    methodChanged();
     connect(m_scale, &QComboBox::currentTextChanged, this, changed);
     connect(m_border, &QDoubleSpinBox::valueChanged, this, changed);
     ShowPreview();
@@ -285,7 +303,7 @@ CVxPrintConfig CVxPrintDlg::GetConfig() const
 {
     CVxPrintConfig config = m_loaded;
     config.method = m_method->currentIndex() == 1 ? 1 : 0;
-    config.multiPage = m_multiPage->isChecked();
+    config.multiPage = m_multiPage->isChecked() && config.method == 0;
     config.inColor = m_inColor->isChecked();
     config.cropMarks = m_cropMarks->isChecked();
     config.scaleBar = m_scaleBar->isChecked();
@@ -360,7 +378,8 @@ CVxPrintSizeCalculator CVxPrintDlg::CalculateFor(QPrinter& printer, bool wholeSh
 
 bool CVxPrintDlg::IsPageInPrintRange(int page) const
 {
-    if (!m_multiPage->isChecked() || !m_rangePages->isChecked())
+    // The bitmap method's one page is always in range.
+    if (!m_multiPage->isChecked() || !m_multiPage->isEnabled() || !m_rangePages->isChecked())
         return true;
     return VX_IsPageInRange(CVxStringW(m_range->text().trimmed()), page);
 }
@@ -387,10 +406,41 @@ bool CVxPrintDlg::DoPrint(QPrinter* printer)
         if (!first)
             printer->newPage();
         first = false;
+        if (calc.method == 1) {
+            PrintPageAsBitmap(painter, calc, page);
+            continue;
+        }
         CVxQtDC dc(&painter, true, !calc.inColor);
         core->PrintProjectPage(&dc, page, calc, -1);
     }
     return painter.end();
+}
+
+void CVxPrintDlg::PrintPageAsBitmap(QPainter& painter, const CVxPrintSizeCalculator& calc, int page) const
+{
+    double factor = std::min(1.0, static_cast<double>(kBitmapDpi) / std::max(1, calc.dpiX));
+    const double pixels = calc.pageW * calc.pageH * factor * factor;
+    if (pixels > kMaxBitmapPixels)
+        factor *= std::sqrt(kMaxBitmapPixels / pixels);
+    CVxPrintSizeCalculator raster = calc;
+    raster.Scale(factor, factor);
+    const int width = std::max(1, static_cast<int>(raster.pageW));
+    const int height = std::max(1, static_cast<int>(raster.pageH));
+    QImage image(width, height, QImage::Format_RGB32);
+    if (image.isNull())
+        return;
+    // Labels and pens size by the surface's resolution, which must be the
+    // picture's own.
+    const int dotsPerMeter = static_cast<int>(std::lround(raster.dpiY / 0.0254));
+    image.setDotsPerMeterX(dotsPerMeter);
+    image.setDotsPerMeterY(dotsPerMeter);
+    image.fill(Qt::white);
+    {
+        QPainter picture(&image);
+        CVxQtDC dc(&picture, true, !raster.inColor);
+        VX_GetCore()->PrintProjectPage(&dc, page, raster, -1);
+    }
+    painter.drawImage(QRectF(0, 0, calc.pageW, calc.pageH), image);
 }
 
 void CVxPrintDlg::FillPrinterProps()
@@ -526,9 +576,56 @@ void CVxPrintDlg::BtnHeaderOpenClick()
     ShowPreview();
 }
 
+CVxPrintPageInfo CVxPrintDlg::GetPageInfo(const CVxStringW& file) const
+{
+    const int index = std::clamp(m_paper->currentIndex(), 0, static_cast<int>(std::size(kPapers)) - 1);
+    const QSizeF size = QPageSize(kPapers[index].id).size(QPageSize::Millimeter);
+    CVxPrintPageInfo info;
+    info.widthMm = size.width();
+    info.heightMm = size.height();
+    info.landscape = m_landscape->isChecked();
+    info.file = file;
+    return info;
+}
+
+void CVxPrintDlg::RequestLayoutEditor(const QString& file, bool newLayout)
+{
+    SavePrintConfig();
+    CVxOptions* options = VX_GetOptions();
+    options->m_printCustomLayoutFile = CVxStringW(file);
+    options->m_printCustomLayout = true;
+    m_layoutRequest = GetPageInfo(CVxStringW(file));
+    m_newLayout = newLayout;
+    reject();
+}
+
+void CVxPrintDlg::BtnHeaderNewClick()
+{
+    QString path = m_layoutFile;
+    if (path.isEmpty()) {
+        const QString filter = VX_MessageText(18, L"Plaveno projects") + QStringLiteral(" (*.pvp)");
+        path = QFileDialog::getSaveFileName(this, Text(39, L"New Page Layout"), QString(), filter);
+        if (path.isEmpty())
+            return;
+    }
+    if (!path.endsWith(QStringLiteral(".pvp"), Qt::CaseInsensitive))
+        path += QStringLiteral(".pvp");
+    RequestLayoutEditor(path, true);
+}
+
+void CVxPrintDlg::BtnHeaderEditClick()
+{
+    const CVxOptions* options = VX_GetOptions();
+    if (!options->m_printCustomLayout || options->m_printCustomLayoutFile.IsEmpty())
+        return;
+    RequestLayoutEditor(options->m_printCustomLayoutFile.ToQString(), false);
+}
+
 void CVxPrintDlg::UpdateHeaderFilename()
 {
     const CVxOptions* options = VX_GetOptions();
+    if (m_headerEdit)
+        m_headerEdit->setEnabled(options->m_printCustomLayout && !options->m_printCustomLayoutFile.IsEmpty());
     const QString file = options->m_printCustomLayout && !options->m_printCustomLayoutFile.IsEmpty()
                              ? QFileInfo(options->m_printCustomLayoutFile.ToQString()).completeBaseName()
                              : Text(30, L"none selected");

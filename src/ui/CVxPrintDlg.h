@@ -4,6 +4,7 @@
 // All arithmetic and drawing are the core's; the dialog only collects the
 // choices and hands the pages to Qt's printer.
 
+#include "CVxPageLayoutEditor.h"
 #include "CVxPrintConfig.h"
 
 #include <QDialog>
@@ -16,6 +17,7 @@ class QComboBox;
 class QDoubleSpinBox;
 class QLabel;
 class QLineEdit;
+class QPainter;
 class QPrinter;
 class QPushButton;
 class QRadioButton;
@@ -44,12 +46,24 @@ public:
     const QImage& GetPreviewImage() const { return m_preview; }
     int GetPreviewPageCount() const { return m_previewPages; }
     void SetPdfFileName(const QString& path) { m_pdfFile = path; }
+    // The file of the next new header and footer layout, asked of the user
+    // when empty.
+    void SetLayoutFileName(const QString& path) { m_layoutFile = path; }
+    // The dialog closed so that the header and footer layout is edited on
+    // the plan view: the page and the file, and whether it is a new one.
+    bool HasLayoutRequest() const { return !m_layoutRequest.file.IsEmpty(); }
+    const CVxPrintPageInfo& GetLayoutRequest() const { return m_layoutRequest; }
+    bool IsNewLayoutRequest() const { return m_newLayout; }
+    // The paper as chosen now, with a layout file.
+    CVxPrintPageInfo GetPageInfo(const CVxStringW& file) const;
 
 public slots:
     void ShowPreview();
     void BtnOKClick();
     void ShowPrintPreviewDialog();
     void BtnHeaderOpenClick();
+    void BtnHeaderNewClick();
+    void BtnHeaderEditClick();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,6 +74,11 @@ private:
     void FillPrinterProps();
     void UpdateHeaderFilename();
     void ApplyPrinterSettings(QPrinter& printer) const;
+    // The page drawn into a picture at the bitmap method's resolution and
+    // put on the printer's page whole.
+    void PrintPageAsBitmap(QPainter& painter, const CVxPrintSizeCalculator& calc, int page) const;
+    // Closes the dialog for the layout editor.
+    void RequestLayoutEditor(const QString& file, bool newLayout);
 
     std::unique_ptr<QPrinter> m_printer;
     QComboBox* m_printerName = nullptr;
@@ -90,6 +109,7 @@ private:
     QCheckBox* m_printArea = nullptr;
     QDoubleSpinBox* m_border = nullptr;
     QLabel* m_header = nullptr;
+    QPushButton* m_headerEdit = nullptr;
     QLabel* m_previewLabel = nullptr;
     QLabel* m_pageInfo = nullptr;
     QImage m_preview;
@@ -101,5 +121,8 @@ private:
     double m_previewStepY = 1;
     CVxPrintConfig m_loaded;
     QString m_pdfFile;
+    QString m_layoutFile;
+    CVxPrintPageInfo m_layoutRequest;
+    bool m_newLayout = false;
     bool m_loading = false;
 };

@@ -1,13 +1,15 @@
 // Printing: the settings line kept in the project, the page arithmetic, the
-// page range, and a printed page whose plan has the exact size on paper
-// that the scale asks for.
+// page range, a printed page whose plan has the exact size on paper that
+// the scale asks for, and the header and footer layout around it.
 
 #include "CVxAppCore.h"
 #include "CVxDxfDC.h"
 #include "CVxFloor.h"
 #include "CVxOptions.h"
+#include "CVxPageLayoutEditor.h"
 #include "CVxPrintConfig.h"
 #include "CVxQtDC.h"
+#include "CVxUnits.h"
 #include "VxTestEnv.h"
 
 #include <QFile>
@@ -16,7 +18,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -44,6 +48,24 @@ bool Dark(const QImage& image, int x, int y)
 {
     return qGray(image.pixel(x, y)) < 100;
 }
+
+// A page's texts, as they are written.
+class CVxTextCaptureDC : public CVxQtDC
+{
+public:
+    using CVxQtDC::CVxQtDC;
+    int DrawText(const CVxStringW& text, VxRECT& rect, unsigned flags, unsigned colour, bool unused) override
+    {
+        texts.push_back(text);
+        return CVxQtDC::DrawText(text, rect, flags, colour, unused);
+    }
+    void TextOut(const CVxStringW& text, int x, int y, unsigned flags, unsigned colour) override
+    {
+        texts.push_back(text);
+        CVxQtDC::TextOut(text, x, y, flags, colour);
+    }
+    std::vector<CVxStringW> texts;
+};
 
 } // namespace
 
@@ -168,6 +190,7 @@ protected:
     }
     void TearDown() override
     {
+        VX_GetCore()->DeactivateActiveEditor(true, true);
         VX_GetOptions()->ResetToDefaults();
         VX_GetCore()->InitProject();
     }
@@ -268,4 +291,84 @@ TEST_F(PrintPage, DxfHoldsWallsRoomsAndCaptionsInPlanUnits)
     const double textHeight = text.mid(height + 4, text.indexOf('\n', height + 4) - height - 4).toDouble();
     EXPECT_GT(textHeight, 2);
     EXPECT_LT(textHeight, 30);
+}
+
+TEST_F(PrintPage, HeaderLayoutIsDrawnOnItsOwnSheetAndPrintedAroundThePlan)
+{
+    CVxAppCore* core = VX_GetCore();
+    const int walls = core->GetProject().GetFloor()->m_walls.GetWallCount();
+    ASSERT_GT(walls, 0);
+    CVxPrintPageInfo info;
+    info.file = VxTestTempFolder() + L"layout.pvp";
+
+    // A new layout is an A4 sheet without walls, with the page contents
+    // inside the header and footer bands.
+    ASSERT_TRUE(core->ActivatePageLayoutEditor(true, false, &info, true));
+    CVxProject& sheet = core->GetProject();
+    EXPECT_EQ(sheet.GetFloor()->m_walls.GetWallCount(), 0);
+    EXPECT_NEAR(sheet.m_width * CVxUnits::GetUnitCal(sheet.m_unit), 21.0, 1e-9);
+    EXPECT_NEAR(sheet.m_height * CVxUnits::GetUnitCal(sheet.m_unit), 29.7, 1e-9);
+    CVxPart* label = sheet.GetFloor()->GetNewObject();
+    label->inUse = true;
+    label->type = ptLabel;
+    label->x = 2;
+    label->y = 1;
+    label->width = 17;
+    label->height = 1.5;
+    label->caption = L"House %DATE%";
+    const CVxStringW printed = label->ProcessCaptionVars(label->caption, sheet.m_unit, 1.0);
+    ASSERT_NE(printed, label->caption);
+
+    // Accepting writes the layout and gives the project back as it was.
+    ASSERT_TRUE(core->DeactivateActiveEditor(false, false));
+    EXPECT_EQ(core->GetActiveEditor(), nullptr);
+    EXPECT_EQ(core->GetProject().GetFloor()->m_walls.GetWallCount(), walls);
+    EXPECT_DOUBLE_EQ(core->GetProject().m_width, 600);
+    EXPECT_FALSE(core->GetProject().m_modified);
+    EXPECT_FALSE(core->CanUndo());
+    CVxDRect margins;
+    CVxDRect outer;
+    ASSERT_TRUE(CVxPrintSizeCalculator::GetPageContentsBorderRect(info.file, margins, outer));
+    EXPECT_NEAR(outer.Width(), 210, 1e-6);
+    EXPECT_NEAR(outer.Height(), 297, 1e-6);
+    EXPECT_NEAR(margins.left, CVxPageLayoutEditor::kSideMm, 1e-6);
+    EXPECT_NEAR(margins.top, CVxPageLayoutEditor::kHeaderMm, 1e-6);
+    EXPECT_NEAR(margins.right, CVxPageLayoutEditor::kSideMm, 1e-6);
+    EXPECT_NEAR(margins.bottom, CVxPageLayoutEditor::kFooterMm, 1e-6);
+
+    // On paper the plan keeps out of the header, and the label is written
+    // with its variable filled in.
+    CVxOptions* options = VX_GetOptions();
+    options->m_printCustomLayout = true;
+    options->m_printCustomLayoutFile = info.file;
+    CVxPrintSizeCalculator calc = Calculator(-1, false);
+    ASSERT_TRUE(calc.customLayout);
+    EXPECT_GE(calc.marginT, CVxPageLayoutEditor::kHeaderMm / 25.4 * kDpi - 1);
+    EXPECT_GE(calc.drawY, calc.marginT);
+    QImage image(static_cast<int>(kA4W), static_cast<int>(kA4H), QImage::Format_RGB32);
+    QPainter painter(&image);
+    CVxTextCaptureDC dc(&painter, true);
+    core->PrintProjectPage(&dc, 0, calc, CVxAppCore::drawCaptions);
+    EXPECT_NE(std::find(dc.texts.begin(), dc.texts.end(), printed), dc.texts.end());
+    EXPECT_EQ(std::find(dc.texts.begin(), dc.texts.end(), CVxStringW(L"House %DATE%")), dc.texts.end());
+    // A layout whose page contents lie off this paper still leaves half of
+    // it to the plan.
+    calc.pageRect.top = 1e6;
+    calc.Calculate(false);
+    EXPECT_LE(calc.marginT, kA4H / 2);
+    EXPECT_GT(calc.zoom, 0);
+
+    // The layout opens again with its label; a discard gives the project
+    // back just the same.
+    ASSERT_TRUE(core->ActivatePageLayoutEditor(true, false, &info, false));
+    int labels = 0;
+    int areas = 0;
+    for (const CVxPart& part : core->GetProject().GetFloor()->m_objects) {
+        labels += part.inUse && part.type == ptLabel && part.caption == L"House %DATE%";
+        areas += part.inUse && part.type == ptPageArea;
+    }
+    EXPECT_EQ(labels, 1);
+    EXPECT_EQ(areas, 1);
+    ASSERT_TRUE(core->DeactivateActiveEditor(true, true));
+    EXPECT_EQ(core->GetProject().GetFloor()->m_walls.GetWallCount(), walls);
 }

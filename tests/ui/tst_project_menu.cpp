@@ -143,15 +143,15 @@ void TestProjectMenu::itemsAndShortcuts()
 {
     CVxMainWindow window;
     QMenu* menu = window.GetMenu(CVxMainWindow::MENU_PROJECT);
-    QCOMPARE(
-        ItemTexts(menu),
-        (QStringList{QStringLiteral("Start New Project"), QStringLiteral("Open"), QStringLiteral("Browse..."),
-                     QStringLiteral("Save"), QStringLiteral("Save As..."), QStringLiteral("Revert to Saved"),
-                     QStringLiteral("Merge Projects..."), QStringLiteral("Samples"),
-                     QStringLiteral("Project Properties"), QStringLiteral("Transformations"),
-                     QStringLiteral("Print"), QStringLiteral("Save as Image..."),
-                     QStringLiteral("Copy to Clipboard"), QStringLiteral("Web Page with 3D..."),
-                     QStringLiteral("Send as E-mail..."), QStringLiteral("Exit")}));
+    QCOMPARE(ItemTexts(menu),
+             (QStringList{QStringLiteral("Start New Project"), QStringLiteral("Open"),
+                          QStringLiteral("Browse..."), QStringLiteral("Save"), QStringLiteral("Save As..."),
+                          QStringLiteral("Revert to Saved"), QStringLiteral("Merge Projects..."),
+                          QStringLiteral("Samples"), QStringLiteral("Project Properties"),
+                          QStringLiteral("Transformations"), QStringLiteral("Print"),
+                          QStringLiteral("Save as Image..."), QStringLiteral("Export to DXF..."),
+                          QStringLiteral("Copy to Clipboard"), QStringLiteral("Web Page with 3D..."),
+                          QStringLiteral("Send as E-mail..."), QStringLiteral("Exit")}));
     QCOMPARE(FindItem(menu, QStringLiteral("Start New Project"))->shortcut(),
              QKeySequence(QStringLiteral("Ctrl+N")));
     QCOMPARE(FindItem(menu, QStringLiteral("Open"))->shortcut(), QKeySequence(QStringLiteral("Ctrl+O")));
