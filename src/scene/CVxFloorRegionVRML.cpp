@@ -169,14 +169,17 @@ CVxStringA CVxFloorRegion::ExportToVRML(SVx3DExportPars* pars, int surface, bool
     for (const CVxDPolygon& polygon : list)
         out += ExportPolyToVRML(polygon, pars, surface, slab, level);
     if (!slab) {
-        if (!ceiling && baseMolding.enabled)
+        // Both mouldings go out on the floor pass and again on the ceiling
+        // pass: the ceiling's copy sits in the upper walls' switch, so the
+        // floor's copy stays when the viewer hides the upper walls.
+        if (baseMolding.enabled)
             out += ExportDecorMoldingToVRML(baseMolding, 0, pars, list, floor);
-        if (ceiling && crownMolding.enabled) {
+        if (crownMolding.enabled) {
             CVxDPolygon inner, detailed;
             CalcInnerPoly(inner, detailed, floor.m_walls);
             std::vector<CVxDPolygon> innerList{detailed.GetVertexCount() >= 3 ? detailed : inner};
             innerList[0].kind = CVxDPolygon::KIND_ROOM;
-            if (!holes.empty())
+            if (ceiling && !holes.empty())
                 CalculateWithoutHoles(innerList, holes);
             out += ExportDecorMoldingToVRML(crownMolding,
                                             floor.m_walls.GetMaxWallZHeight() - crownMolding.height, pars,

@@ -334,6 +334,33 @@ TEST(SceneExportTest, WallsAreCutByOpeningsOfShownLayersOnly)
     EXPECT_TRUE(whole.contains(QStringLiteral("DEF VX_LAYER_F00L00 Switch { whichChoice -1")));
 }
 
+TEST(SceneExportTest, MouldingsStayWhenTheUpperWallsAreHidden)
+{
+    CVxProject project;
+    project.Reset();
+    project.m_unit = 1;
+    CVxFloor& floor = *project.GetFloor();
+    floor.m_crownMolding = CVxDecorativeMolding();
+    floor.m_crownMolding.enabled = true;
+    floor.m_crownMolding.height = 8;
+    floor.m_crownMolding.thickness = 3;
+    floor.m_crownMolding.appearance.SetColor(0x3366CC);
+    floor.m_walls.SetAsBasicRect(600, 400, 10, 250);
+    project.RebuildAllFloorsWalls();
+
+    const QString path = VxTestTempFolder().ToQString() + QStringLiteral("mouldings.wrl");
+    ASSERT_TRUE(Export(project, path, VX_3DVIEWER_EXTERNAL, QStringLiteral("/nonexistent/")));
+    const QString text = ReadAll(path);
+    // The cornice is written with the floor, outside the walls' switches,
+    // and again with the ceiling inside the upper walls' switch.
+    const int lower = text.indexOf(QStringLiteral("DEF VX_WALLS_F00H0"));
+    const int upper = text.indexOf(QStringLiteral("DEF VX_WALLS_F00H1"));
+    ASSERT_GT(lower, 0);
+    ASSERT_GT(upper, lower);
+    const QString colour = QStringLiteral("diffuseColor 0.80 0.40 0.20");
+    EXPECT_TRUE(text.left(lower).contains(colour)) << "no cornice with the floor";
+}
+
 // The points of every Shape of a wall's text, as scene x, y, z.
 static std::vector<std::vector<double>> ShapePoints(const QString& text)
 {
