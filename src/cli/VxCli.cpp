@@ -83,6 +83,10 @@ const std::vector<SVxCliVerb>& VxCliVerbs()
          "  --scale 1:N          the scale on paper; without it the plan fits the page\n"
          "  --paper A4|A3|Letter the paper (default A4)\n"
          "  --landscape          the paper turned on its side\n"
+         "  --pages LIST         only these pages, numbered from 1 through the\n"
+         "                       printout, as 1-3,5\n"
+         "  --layout FILE        a header and footer layout made in the program's\n"
+         "                       Page Layout Editor, drawn around the plan\n"
          "  -h, --help           show this help\n",
          VxCliPrint},
         {"convert", "load and save a project again, in the compressed form",

@@ -4,6 +4,7 @@
 #include "VxCli.h"
 
 #include "CVxAppCore.h"
+#include "CVxOptions.h"
 #include "CVxPrintConfig.h"
 #include "CVxQtDCPaintDevice.h"
 
@@ -11,6 +12,7 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPdfWriter>
+#include <QRegularExpression>
 
 #include <cmath>
 #include <cstdlib>
@@ -31,6 +33,11 @@ struct SVxPrintSettings
     double scale = 0;
     bool landscape = false;
     QPageSize::PageSizeId paper = QPageSize::A4;
+    // Pages to print, numbered from 1 through the whole printout, as the
+    // print dialog takes them ("1-3, 5"); empty prints all.
+    CVxStringW pages;
+    // A header and footer layout drawn around the plan on every page.
+    QString layout;
 };
 
 // The settings that the project keeps, with what the command line asks
@@ -44,7 +51,6 @@ CVxPrintSizeCalculator PrintSetup(const SVxPrintSettings& settings, const QPdfWr
         calc.scale = settings.scale;
         calc.multiPage = true;
     }
-    calc.customLayout = false;
     calc.pageW = writer.width();
     calc.pageH = writer.height();
     calc.dpiX = writer.resolution();
@@ -100,16 +106,23 @@ int Print(const SVxPrintSettings& settings, CVxCliProgress& progress)
 
     progress.Step("printing");
     bool first = true;
+    int number = 0;
     for (size_t i = 0; i < floors.size(); ++i) {
         project.m_currentFloor = floors[i];
         core->UpdateFloorPlan();
         for (int page = 0; page < calcs[i].GetPageCount(); ++page) {
+            if (!VX_IsPageInRange(settings.pages, ++number))
+                continue;
             if (!first && !writer.newPage())
                 return VxCliFail(settings.output, QStringLiteral("could not be written"));
             first = false;
             core->PrintProjectPage(device.GetDC(), page, calcs[i], -1);
         }
     }
+    if (first)
+        return VxCliFail(
+            settings.input,
+            QStringLiteral("has no page %1 in its %2 page(s)").arg(settings.pages.ToQString()).arg(number));
     if (!device.End())
         return VxCliFail(settings.output, QStringLiteral("could not be written"));
     progress.Step("writing");
@@ -122,8 +135,8 @@ int VxCliPrint(const std::vector<std::string>& args)
 {
     CVxCliArgs parsed;
     std::string error;
-    if (!parsed.Parse(args, {"--output", "--floor", "--scale", "--paper"}, {"--landscape", "--all-floors"},
-                      error))
+    if (!parsed.Parse(args, {"--output", "--floor", "--scale", "--paper", "--pages", "--layout"},
+                      {"--landscape", "--all-floors"}, error))
         return VxCliUsageError("print", error);
     if (parsed.Positional().size() != 1)
         return VxCliUsageError("print", "expects one project file");
@@ -151,8 +164,27 @@ int VxCliPrint(const std::vector<std::string>& args)
         return VxCliUsageError("print", "--scale needs the form 1:N, for example 1:100");
     if (parsed.Has("--paper") && !VxCliParsePaper(parsed.Value("--paper"), settings.paper))
         return VxCliUsageError("print", "--paper needs A4, A3 or Letter");
+    if (parsed.Has("--pages")) {
+        settings.pages = CVxStringW(QString::fromLocal8Bit(parsed.Value("--pages").c_str()).trimmed());
+        const bool wellFormed =
+            !settings.pages.IsEmpty() &&
+            settings.pages.ToQString().contains(QRegularExpression(QStringLiteral("^[0-9][0-9 ,-]*$")));
+        if (!wellFormed)
+            return VxCliUsageError("print", "--pages needs page numbers from 1, for example 1-3,5");
+    }
+    if (parsed.Has("--layout")) {
+        settings.layout = QString::fromLocal8Bit(parsed.Value("--layout").c_str());
+        if (!QFileInfo(settings.layout).isFile())
+            return VxCliFail(settings.layout, QStringLiteral("is not a layout file"));
+    }
     if (!VxCliCheckOutput(settings.output))
         return kVxCliFailed;
+
+    // The layout is the user's choice for this run only; the settings file
+    // is not written by the command-line tool.
+    CVxOptions* options = VX_GetOptions();
+    options->m_printCustomLayout = !settings.layout.isEmpty();
+    options->m_printCustomLayoutFile = CVxStringW(settings.layout);
 
     CVxCliProgress progress(settings.input);
     SVxCliLoaded loaded;

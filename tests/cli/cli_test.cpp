@@ -5,6 +5,7 @@
 #include "CVxAppCore.h"
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
+#include "CVxFont.h"
 #include "CVxProject.h"
 #include "VxTestEnv.h"
 
@@ -453,6 +454,47 @@ TEST(Cli, PrintAtScaleHasThePlanAtItsSizeOnPaper)
     const SRun floors = RunCli({"print", house, "-o", Temp("floors.pdf"), "--all-floors", "--landscape"});
     ASSERT_EQ(floors.exitCode, 0) << floors.err.toStdString();
     EXPECT_EQ(ReadAll(Temp("floors.pdf")).count("/Type /Page\n"), 2);
+    // Pages are numbered through the whole printout.
+    const SRun second = RunCli({"print", house, "-o", Temp("second.pdf"), "--all-floors", "--pages", "2"});
+    ASSERT_EQ(second.exitCode, 0) << second.err.toStdString();
+    EXPECT_EQ(ReadAll(Temp("second.pdf")).count("/Type /Page\n"), 1);
+    EXPECT_EQ(RunCli({"print", house, "-o", Temp("none.pdf"), "--pages", "7"}).exitCode, 1);
+    EXPECT_FALSE(QFileInfo::exists(Temp("none.pdf")));
+    EXPECT_EQ(RunCli({"print", house, "-o", Temp("none.pdf"), "--pages", "one"}).exitCode, 2);
+
+    // A header and footer layout: a page of its own with a label above the
+    // area that the plan goes into.
+    {
+        CVxProject layout;
+        layout.m_width = 21;
+        layout.m_height = 29.7;
+        // As the layout editor makes a sheet: a centimetre is as many
+        // pixels as on a 96 dpi screen.
+        layout.m_baseZoom = 96 / 2.54;
+        layout.GetFloor()->m_walls.RemoveAll();
+        CVxPart area = Box(1.5, 4, 0xFFFFFF);
+        area.type = ptPageArea;
+        area.width = 18;
+        area.height = 22;
+        CVxPart head = Box(2, 1, 0xFFFFFF);
+        head.type = ptLabel;
+        head.caption = L"Plan by Anna Berg";
+        head.width = 12;
+        head.height = 1.5;
+        head.CreateFont()->m_size = 14;
+        *layout.GetFloor()->GetNewObject() = area;
+        *layout.GetFloor()->GetNewObject() = head;
+        ASSERT_TRUE(layout.SaveToFile(CVxStringW(Temp("layout.pvp")), false, nullptr));
+    }
+    const SRun headed = RunCli({"print", house, "-o", Temp("headed.pdf"), "--layout", Temp("layout.pvp")});
+    ASSERT_EQ(headed.exitCode, 0) << headed.err.toStdString();
+    const QString pdftotext = Tool(QStringLiteral("pdftotext"));
+    if (!pdftotext.isEmpty()) {
+        QProcess text;
+        text.start(pdftotext, {Temp("headed.pdf"), QStringLiteral("-")});
+        ASSERT_TRUE(text.waitForFinished(60000));
+        EXPECT_TRUE(text.readAllStandardOutput().simplified().contains("Plan by Anna Berg"));
+    }
 
     const QString pdftoppm = Tool(QStringLiteral("pdftoppm"));
     if (pdftoppm.isEmpty())
