@@ -396,6 +396,9 @@ public:
     // edits, the host shows the dialogue (CVxAppCoreProperties.cpp).
     // The selected objects' dialogue; false without a selection.
     bool ShowSelectedObjectProperties();
+    // Add Label...: the library's label where the pointer last was over the
+    // plan, selected, and its properties shown to type the text in.
+    bool AddLabelAtPointer();
     // The dialogue of room `region` of the current floor; false for none.
     bool ShowRoomProperties(int region);
     // The room under a point in pixels of the render area, -1 for none.

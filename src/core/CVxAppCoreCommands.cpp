@@ -234,6 +234,10 @@ bool CVxAppCore::DoMainToolbarButtonAction(EVxMainToolbarButtonCode code)
     case VX_TB_ADD_DIMENSION_LINE:
         StartDimensionLine();
         break;
+    case VX_TB_ADD_LABEL:
+    case VX_TB_ADD_LABEL_HERE:
+        AddLabelAtPointer();
+        break;
     case VX_TB_MULTI_SELECT:
         SetMultiSelectMode(!IsMultiSelectMode());
         break;

@@ -5,6 +5,8 @@
 #include "CVxAppCore.h"
 
 #include "CVxFloor.h"
+#include "CVxUnits.h"
+#include "CVxUserLibrary.h"
 #include "IVxAppHelperCallback.h"
 
 bool CVxAppCore::ShowSelectedObjectProperties()
@@ -17,6 +19,29 @@ bool CVxAppCore::ShowSelectedObjectProperties()
     bool changed = false;
     host->ObjPropShowModal(count > 1, &changed);
     return changed;
+}
+
+bool CVxAppCore::AddLabelAtPointer()
+{
+    // The plain label of the standard library.
+    constexpr int kLabelLibId = 288;
+    CVxPart label;
+    const int index = m_userLibrary ? m_userLibrary->FindPartWithLibObjID(kLabelLibId, false) : -1;
+    if (index < 0 || !LibWriteToPart(&label, index) || label.type != ptLabel) {
+        label = CVxPart();
+        label.type = ptLabel;
+        label.width = 100 / CVxUnits::GetUnitCal(m_project.m_unit);
+        label.height = 30 / CVxUnits::GetUnitCal(m_project.m_unit);
+        label.caption = L"Label";
+    }
+    const int added = LibAddNewObject(&label, -1, m_lastPointer.x, m_lastPointer.y);
+    if (added < 0)
+        return false;
+    CatchUndoRoom(true);
+    if (IVxAppHelperCallback* host = VX_GetAppHelper())
+        host->OnNewObjectAdded(added);
+    ShowSelectedObjectProperties();
+    return true;
 }
 
 bool CVxAppCore::ShowRoomProperties(int region)

@@ -744,8 +744,9 @@ bool CVxMainWindow::IsCommandAvailable(int code)
     // The library window: show it, open it to add an object, open it on the
     // user's own objects.
     static const QSet<int> library = {25, 62, 107};
-    // The property dialogues of objects and rooms.
-    static const QSet<int> properties = {23, 136, 160};
+    // The property dialogues of objects and rooms, and Add Label, which
+    // opens the new label's.
+    static const QSet<int> properties = {23, 136, 160, 98, 159};
     // An open editor answers for its own selection's commands.
     if (VX_GetCore()->GetActiveEditor() && (code == VX_TB_CTX_PROPERTIES || code == VX_TB_CTX_ADD_POINT))
         return true;

@@ -29,8 +29,16 @@ public:
     {
         m_checks.emplace_back(code, check);
     }
+    bool ObjPropShowModal(bool /*multi*/, bool* changed) override
+    {
+        ++m_propertyDialogs;
+        if (changed)
+            *changed = false;
+        return true;
+    }
     bool m_prefersCmd = false;
     std::vector<std::pair<int, bool>> m_checks;
+    int m_propertyDialogs = 0;
 
 private:
     IVxAppHelperCallback* m_previous;
@@ -239,4 +247,27 @@ TEST(Commands, ToolsActAsARadioGroup)
     }
     EXPECT_EQ(checked, 1);
     EXPECT_EQ(host.m_checks.size(), 12u);
+}
+
+// Add Label puts a label where the pointer was, selected, opens its
+// properties, and one undo takes it away.
+TEST(Commands, AddLabelPlacesALabelAndAsksForItsText)
+{
+    CVxCommandHost host;
+    CVxAppCore* core = VX_GetCore();
+    core->InitProject();
+    core->SetZoom(1.0);
+    auto labels = [core] {
+        int count = 0;
+        for (const CVxPart& part : core->GetProject().GetFloor()->m_objects)
+            count += part.inUse && part.type == ptLabel;
+        return count;
+    };
+    const int before = labels();
+    ASSERT_TRUE(core->DoMainToolbarButtonAction(VX_TB_ADD_LABEL));
+    EXPECT_EQ(labels(), before + 1);
+    EXPECT_EQ(core->GetSelCount(), 1);
+    EXPECT_EQ(host.m_propertyDialogs, 1);
+    core->MakeUndo();
+    EXPECT_EQ(labels(), before);
 }
