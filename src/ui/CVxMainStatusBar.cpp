@@ -4,6 +4,7 @@
 #include "CVxFloor.h"
 #include "CVxLocalize.h"
 #include "CVxUnits.h"
+#include "VxLocalizeWidgets.h"
 #include "VxNumbers.h"
 
 #include <QPainter>
@@ -58,10 +59,11 @@ CVxStringW CVxMainStatusBar::GetRightText() const
     const CVxStringW unit = CVxUnits::GetUnitText(project.m_unit);
 
     const double basis = project.m_baseZoom > 0 ? project.m_baseZoom : 1.0;
-    CVxStringW text =
-        CVxStringW().sprintf(L"Zoom %d%%", static_cast<int>(std::lround(core->GetZoom() / basis * 100)));
+    const int percent = static_cast<int>(std::lround(core->GetZoom() / basis * 100));
+    CVxStringW text(VX_MessageText(1610, L"Zoom %1%").arg(percent));
     text += separator;
-    text += L"Project ";
+    text += CVxStringW(VX_MessageText(1611, L"Project"));
+    text += L' ';
     text += VX_DblFormat(project.GetTotalWidth(), VX_DF_FEET_GLYPHS, true);
     text += L" x ";
     text += VX_DblFormat(project.GetTotalHeight(), VX_DF_FEET_GLYPHS, true);
@@ -71,13 +73,13 @@ CVxStringW CVxMainStatusBar::GetRightText() const
     }
     if (project.GetFloorCount() > 1) {
         text += separator;
-        text += CVxStringW().sprintf(L"Floor %d", project.m_currentFloor + 1);
+        text += CVxStringW(VX_MessageText(1612, L"Floor %1").arg(project.m_currentFloor + 1));
     }
     const CVxFloor* floor = project.GetFloor();
     const int layers = floor->m_layers.GetLayerCount();
     if (layers > 1) {
         text += separator;
-        text += CVxStringW().sprintf(L"%d layers", layers);
+        text += CVxStringW(VX_MessageText(1613, L"%1 layers").arg(layers));
     }
     if (m_hasMouse) {
         // Positions read relative to the selected local origin, if any.

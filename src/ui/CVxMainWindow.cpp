@@ -72,6 +72,11 @@ CVxMainWindow* CVxMainWindow::s_instance = nullptr;
 bool CVxMainWindow::s_openSampleAtFirstStart = true;
 
 namespace {
+// The docks' titles are message rows from here on, in the order of EVxDock.
+constexpr int kDockTitleRow = 1600;
+} // namespace
+
+namespace {
 
 // Installed so that platform events pass one place of the program's own;
 // nothing depends on what it sees.
@@ -396,8 +401,9 @@ void CVxMainWindow::CreateDocks()
                                            {"AttachmentsDock", L"Attachments", Qt::LeftDockWidgetArea},
                                            {"CommentsDock", L"Comments", Qt::RightDockWidgetArea}};
     for (int i = 0; i < DOCK_COUNT; ++i) {
-        auto* dock = new QDockWidget(CVxStringW(specs[i].title).ToQString(), this);
+        auto* dock = new QDockWidget(VX_MessageText(kDockTitleRow + i, specs[i].title), this);
         dock->setObjectName(QString::fromLatin1(specs[i].name));
+        dock->setProperty("englishTitle", QString::fromWCharArray(specs[i].title));
         if (i == DOCK_LIBRARY)
             dock->setWidget(m_libraryForm = new CVxLibraryForm(dock));
         else if (i == DOCK_LAYERS)
@@ -423,6 +429,10 @@ void CVxMainWindow::CreateDocks()
     for (int i = 0; i < DOCK_COUNT; ++i)
         if (i != DOCK_LIBRARY)
             m_docks[i]->hide();
+    for (int i = 0; i < DOCK_COUNT; ++i) {
+        const QString english = m_docks[i]->property("englishTitle").toString();
+        m_docks[i]->setWindowTitle(VX_MessageText(kDockTitleRow + i, english.toStdWString().c_str()));
+    }
     m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
     m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
     connect(m_docks[DOCK_LAYERS], &QDockWidget::visibilityChanged, this, [this] {
@@ -1171,6 +1181,10 @@ void CVxMainWindow::LocalizeAll()
     m_exportDxf->setText(VX_MessageText(1312, L"Export to DXF..."));
     m_layersForm->Localize();
     m_partsListForm->Localize();
+    for (int i = 0; i < DOCK_COUNT; ++i) {
+        const QString english = m_docks[i]->property("englishTitle").toString();
+        m_docks[i]->setWindowTitle(VX_MessageText(kDockTitleRow + i, english.toStdWString().c_str()));
+    }
     m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
     m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
     QEvent change(QEvent::LanguageChange);
