@@ -154,5 +154,10 @@ void CVxPackedEntries::UnpackFor(const CVxStringW& path)
         written = m_reader->UncompressDataBlockToFile(entry.dataSize, path, unpacked);
     else if (written)
         written = m_reader->ReadDataBlockToFile(entry.dataSize, path);
-    m_damaged = m_damaged || !written;
+    if (!written) {
+        // A broken stream may leave the reader at the end of its data; the
+        // next entry starts from a fresh one.
+        m_reader.reset();
+        m_damaged = true;
+    }
 }
