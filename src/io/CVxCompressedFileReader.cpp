@@ -5,6 +5,7 @@
 #include "VxUtf8.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -70,6 +71,16 @@ void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStr
             m_damaged = !reader->SkipDataBlock(m_dataSize);
             return;
         }
+        // Noted where they lie, to be unpacked when asked for; the first
+        // entry of a name counts here too.
+        if (!isMain && m_packed) {
+            const int64_t position = reader->GetDataPosition();
+            if (!reader->SkipDataBlock(m_dataSize))
+                m_damaged = true;
+            else
+                m_packed->Add(m_name, position, m_dataSize, m_uncompressedSize);
+            return;
+        }
         // Entries of one name would all go to the one file, each rewriting
         // the one before, and a file system may write every such file out
         // before it lets it be truncated: thousands of them take minutes.
@@ -99,5 +110,54 @@ void CVxCompressedFileReader::OnReadIniValue(const CVxStringA& key, const CVxStr
             m_damaged = !reader->UncompressDataBlockToFile(m_dataSize, path, unpacked);
         else
             m_damaged = !reader->ReadDataBlockToFile(m_dataSize, path);
+    }
+}
+
+CVxPackedEntries::CVxPackedEntries(const CVxStringW& container, const CVxStringW& folder)
+    : m_container(container), m_folder(folder)
+{
+}
+
+CVxPackedEntries::~CVxPackedEntries() = default;
+
+bool CVxPackedEntries::Add(const CVxStringW& name, int64_t position, unsigned dataSize,
+                           unsigned uncompressedSize)
+{
+    return m_entries.emplace(name.Std(), SEntry{position, dataSize, uncompressedSize, false}).second;
+}
+
+void CVxPackedEntries::UnpackFor(const CVxStringW& path)
+{
+    if (m_entries.empty() || path.GetLength() <= m_folder.GetLength() || !path.StartsWith(m_folder))
+        return;
+    const CVxStringW name = path.Mid(m_folder.GetLength());
+    const auto found = m_entries.find(name.Std());
+    if (found == m_entries.end() || found->second.unpacked)
+        return;
+    SEntry& entry = found->second;
+    entry.unpacked = true;
+    const unsigned unpacked =
+        entry.uncompressedSize != 0
+            ? std::min(entry.uncompressedSize, CVxCompressedFileReader::maxUncompressedSize)
+            : entry.dataSize;
+    if (unpacked > m_budget) {
+        VxTrace("Container entry left out, unpacked size beyond the limit: %s\n",
+                VX_StringToUTF8(name).c_str());
+        m_damaged = true;
+        return;
+    }
+    m_budget -= unpacked;
+    if (!m_reader)
+        m_reader = std::make_unique<CVxIniFileReader>(m_container, 0);
+    bool written = m_reader->IsOpened() && m_reader->SeekData(entry.position);
+    if (written && entry.uncompressedSize != 0)
+        written = m_reader->UncompressDataBlockToFile(entry.dataSize, path, unpacked);
+    else if (written)
+        written = m_reader->ReadDataBlockToFile(entry.dataSize, path);
+    if (!written) {
+        // A broken stream may leave the reader at the end of its data; the
+        // next entry starts from a fresh one.
+        m_reader.reset();
+        m_damaged = true;
     }
 }

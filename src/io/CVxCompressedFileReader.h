@@ -13,6 +13,54 @@
 #include "IVxReadIniClient.h"
 
 #include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+
+class CVxIniFileReader;
+
+// The side entries of a container that were not unpacked on opening, by
+// name. A container may hold any number of entries that its text never
+// names, and every file made costs the file system far more than reading
+// past the entry's bytes; so an entry is written out when the document
+// first refers to it, and never otherwise.
+class CVxPackedEntries
+{
+public:
+    // `container` is the file that holds the entries, `folder` (ending in
+    // "/") the unpack folder.
+    CVxPackedEntries(const CVxStringW& container, const CVxStringW& folder);
+    ~CVxPackedEntries();
+
+    // What all entries together may unpack, in bytes; no limit until set.
+    void SetBudget(uint64_t bytes) { m_budget = bytes; }
+
+    // Notes an entry whose data starts at `position` in the container;
+    // false if the name is known already (the first entry of a name counts).
+    bool Add(const CVxStringW& name, int64_t position, unsigned dataSize, unsigned uncompressedSize);
+    // If `path` is a file of the unpack folder that an entry not yet
+    // unpacked would be, unpacks that entry now.
+    void UnpackFor(const CVxStringW& path);
+    // An entry unpacked so far was cut short, broken or over the budget.
+    bool IsDamaged() const { return m_damaged; }
+    size_t GetCount() const { return m_entries.size(); }
+
+private:
+    struct SEntry
+    {
+        int64_t position = 0;
+        unsigned dataSize = 0;
+        unsigned uncompressedSize = 0;
+        bool unpacked = false;
+    };
+    CVxStringW m_container;
+    CVxStringW m_folder;
+    uint64_t m_budget = UINT64_MAX;
+    std::unordered_map<std::wstring, SEntry> m_entries;
+    // Opened at the first entry that is unpacked.
+    std::unique_ptr<CVxIniFileReader> m_reader;
+    bool m_damaged = false;
+};
 
 class CVxCompressedFileReader : public IVxReadIniClient
 {
@@ -31,6 +79,9 @@ public:
     CVxCompressedFileReader(const CVxStringW& folder, const CVxStringW& mainExt);
 
     void OnReadIniValue(const CVxStringA& key, const CVxStringW& value, CVxIniFileReader* reader) override;
+    // Side entries are then noted there and skipped, not unpacked; the main
+    // file is unpacked all the same. May be null; not owned.
+    void SetPackedEntries(CVxPackedEntries* entries) { m_packed = entries; }
 
     // The unpacked main file; empty when this entry was none.
     const CVxStringW& GetMainFile() const { return m_mainFile; }
@@ -51,4 +102,5 @@ private:
     unsigned m_dataSize = 0;
     CVxStringW m_mainFile;
     bool m_damaged = false;
+    CVxPackedEntries* m_packed = nullptr;
 };

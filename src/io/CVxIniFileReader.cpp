@@ -1,5 +1,7 @@
 #include "CVxIniFileReader.h"
 
+#include "CVxCompressedFileReader.h"
+
 #include "CVxUtils.h"
 #include "IVxAppHelperCallback.h"
 #include "IVxReadIniClient.h"
@@ -36,6 +38,17 @@ constexpr int s_longPath = 200;
 // No line that the program writes comes near this; a longer one is skipped
 // whole instead of being held, widened and copied at many times its size.
 constexpr size_t s_maxLineLength = size_t{8} << 20;
+
+// Text of a file for the log: anything but printable ASCII becomes "?", so
+// that no control sequence of a hostile file reaches a terminal.
+std::string PlainAscii(const std::string& text)
+{
+    std::string plain = text;
+    for (char& c : plain)
+        if (c < 0x20 || c > 0x7E)
+            c = '?';
+    return plain;
+}
 
 IVxAppHelperCallback* Host()
 {
@@ -114,6 +127,21 @@ bool CVxIniFileReader::ReadNewBuffer()
     if (got < wanted)
         m_fileSize = m_bytesRead;
     return got > 0;
+}
+
+int64_t CVxIniFileReader::GetDataPosition() const
+{
+    return m_bytesRead - static_cast<int64_t>(m_bufferLength - m_bufferPos);
+}
+
+bool CVxIniFileReader::SeekData(int64_t position)
+{
+    if (!m_file || position < 0 || position > m_fileSize ||
+        fseeko(m_file, static_cast<off_t>(position), SEEK_SET) != 0)
+        return false;
+    m_bytesRead = position;
+    ReadNewBuffer();
+    return true;
 }
 
 bool CVxIniFileReader::IsOpened()
@@ -211,6 +239,8 @@ bool CVxIniFileReader::IsTrustedReference(const CVxStringW& fullPath) const
 
 bool CVxIniFileReader::AcceptReference(const CVxStringW& fullPath)
 {
+    if (m_packedEntries)
+        m_packedEntries->UnpackFor(fullPath);
     if (fullPath.IsEmpty() || !FileExists(fullPath) || IsTrustedReference(fullPath))
         return true;
     VxTrace("Reference refused, outside the project's folders: %s\n", VX_StringToUTF8(fullPath).c_str());
@@ -239,6 +269,8 @@ CVxStringW CVxIniFileReader::MakeAbsolutePath(const CVxStringW& path)
     // The transformer copies the file into the project: a file that the
     // project may not take in never reaches it.
     const CVxStringW direct = CVxUtils::MakeFullPath(path, m_folder);
+    if (m_packedEntries)
+        m_packedEntries->UnpackFor(direct);
     const bool refused = FileExists(direct) && !IsTrustedReference(direct);
     CVxStringW result;
     // What the transformer answers is the project's own copy.
@@ -383,7 +415,14 @@ void CVxIniFileReader::ReadLine(std::string& line, bool& eof)
             line.append(start, static_cast<size_t>(p - start));
         } else if (!overlong) {
             overlong = true;
-            VxTrace("Line longer than %zu bytes skipped\n", s_maxLineLength);
+            ++m_overlongLines;
+            // The key names what is lost: a floor opening of a million
+            // points, say, that a reader can't hold.
+            const std::string head = line.substr(0, 64);
+            const size_t equals = head.find('=');
+            const std::string key = equals == std::string::npos ? head.substr(0, 32) : head.substr(0, equals);
+            VxTrace("Line longer than %zu bytes skipped, section [%s], key %s: what it holds is lost\n",
+                    s_maxLineLength, PlainAscii(m_sectionName.Std()).c_str(), PlainAscii(key).c_str());
         }
         m_bufferPos += static_cast<size_t>(p - start);
         if (p < end) {

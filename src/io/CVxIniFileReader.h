@@ -28,6 +28,7 @@
 #include <unordered_set>
 #include <vector>
 
+class CVxPackedEntries;
 class IVxReadIniClient;
 
 class CVxIniFileReader
@@ -161,6 +162,19 @@ public:
     // True the first time an entry of that name is unpacked from this
     // container, false for every entry of the name after it.
     bool ClaimUnpackName(const CVxStringW& name) { return m_unpackedNames.insert(name.Std()).second; }
+    // The entries of the container that the data came from, left packed
+    // until a reference asks for one: every path this reader works out is
+    // first offered to them. May be null; not owned.
+    void SetPackedEntries(CVxPackedEntries* entries) { m_packedEntries = entries; }
+
+    // Where in the file the next unread byte lies, and a move there: the
+    // start of a data block is found again later this way.
+    int64_t GetDataPosition() const;
+    bool SeekData(int64_t position);
+
+    // Lines skipped whole for their length: the data they held is lost, and
+    // the document read is not the whole file.
+    size_t GetOverlongLineCount() const { return m_overlongLines; }
 
     // The files referred to that could not be found, each once.
     std::list<CVxMissingFileInfo>& GetMissingFiles() { return m_missingFiles; }
@@ -196,6 +210,8 @@ protected:
     std::vector<CVxStringW> m_refusedFiles;
     uint64_t m_unpackBudget = UINT64_MAX;
     std::unordered_set<std::wstring> m_unpackedNames;
+    CVxPackedEntries* m_packedEntries = nullptr;
+    size_t m_overlongLines = 0;
     // Paths met before and the files they were found as. A project names
     // the same texture for thousands of objects; the file system, and the
     // project's copy of the file, are asked once.

@@ -75,7 +75,7 @@ struct CEdgeKeyHash
             std::memcpy(&bits, &normal, sizeof bits);
             h = h * 0x100000001b3ull ^ static_cast<size_t>(bits ^ (bits >> 29));
         }
-        return h;
+        return VxMixHash(h);
     }
 };
 
@@ -250,10 +250,13 @@ void CVxFloorPlan::FindRegionsPhase2(const CVxFloor& floor, int unit)
         templ.crownMolding.SetDefaultSizeForUnit(unit);
     }
 
-    // The next walk starts at the top-left free side. With finite
-    // coordinates a heap of (y, x, edge) keeps that choice in order; the
+    // The next walk starts at the top-left free side. With coordinates that
+    // are numbers, (y, x, edge) entries keep that choice in order: the
     // candidate of an edge only moves from its from end to its to end as
-    // its sides are used, and the walks report the edges they touch.
+    // its sides are used, once, and the walks report the edges they touch.
+    // An entry, once its edge has moved on, never counts again; so the
+    // entries known at the start are sorted once and passed over by a
+    // cursor, and only those of edges that move on later go through a heap.
     struct CEntry
     {
         double y, x;
@@ -268,37 +271,54 @@ void CVxFloorPlan::FindRegionsPhase2(const CVxFloor& floor, int unit)
             return edge > o.edge;
         }
     };
-    std::priority_queue<CEntry, std::vector<CEntry>, std::greater<CEntry>> heap;
-    auto push = [&](size_t k) {
+    auto entryOf = [&](size_t k) {
         const CVxPlanEdge* edge = edges[k];
-        if (edge->IsUsed(nullptr, false))
-            return;
         const CVxPlanVertex* candidate = edge->freeSide0 ? edge->from : edge->to;
-        heap.push({candidate->y, candidate->x, k, !edge->freeSide0});
+        return CEntry{candidate->y, candidate->x, k, !edge->freeSide0};
     };
     bool ordered = true;
     for (const CVxPlanVertex* vertex : vertices)
         ordered = ordered && !std::isnan(vertex->x) && !std::isnan(vertex->y);
-    std::unordered_map<const CVxPlanEdge*, size_t> edgeIndex;
+    struct CEdgeHash
+    {
+        size_t operator()(const CVxPlanEdge* edge) const
+        {
+            return VxMixHash(reinterpret_cast<uintptr_t>(edge));
+        }
+    };
+    CVxFlatIndexMap<const CVxPlanEdge*, size_t, CEdgeHash> edgeIndex;
+    std::vector<CEntry> initial;
+    // Whether the entry of an edge's to end has been made.
+    std::vector<uint8_t> atToQueued;
     if (ordered) {
-        edgeIndex.reserve(edges.size());
+        edgeIndex.Reserve(edges.size());
+        initial.reserve(edges.size());
+        atToQueued.assign(edges.size(), 0);
         for (size_t k = 0; k < edges.size(); ++k) {
             edgeIndex[edges[k]] = k;
-            push(k);
+            if (edges[k]->IsUsed(nullptr, false))
+                continue;
+            initial.push_back(entryOf(k));
+            atToQueued[k] = initial.back().atTo;
         }
     }
+    std::sort(initial.begin(), initial.end(), [](const CEntry& a, const CEntry& b) { return b > a; });
+    size_t cursor = 0;
+    std::priority_queue<CEntry, std::vector<CEntry>, std::greater<CEntry>> heap;
+    auto counts = [&](const CEntry& entry) {
+        const CVxPlanEdge* edge = edges[entry.edge];
+        return !edge->IsUsed(nullptr, false) && entry.atTo == !edge->freeSide0;
+    };
     auto nextStart = [&]() -> CVxPlanEdge* {
         if (ordered) {
-            while (!heap.empty()) {
-                const CEntry top = heap.top();
-                const CVxPlanEdge* edge = edges[top.edge];
-                if (edge->IsUsed(nullptr, false) || top.atTo != !edge->freeSide0) {
-                    heap.pop();
-                    continue;
-                }
-                return edges[top.edge];
-            }
-            return nullptr;
+            while (cursor < initial.size() && !counts(initial[cursor]))
+                ++cursor;
+            while (!heap.empty() && !counts(heap.top()))
+                heap.pop();
+            const CEntry* best = cursor < initial.size() ? &initial[cursor] : nullptr;
+            if (!heap.empty() && (!best || *best > heap.top()))
+                best = &heap.top();
+            return best ? edges[best->edge] : nullptr;
         }
         CVxPlanEdge* best = nullptr;
         const CVxPlanVertex* bestVertex = nullptr;
@@ -354,16 +374,21 @@ void CVxFloorPlan::FindRegionsPhase2(const CVxFloor& floor, int unit)
             }
         }
         if (ordered)
-            for (const CVxPlanEdge* edge : touched)
-                push(edgeIndex[edge]);
+            for (const CVxPlanEdge* edge : touched) {
+                const size_t k = *edgeIndex.Find(edge);
+                if (!edge->freeSide0 && edge->freeSide1 && !atToQueued[k]) {
+                    atToQueued[k] = 1;
+                    heap.push(entryOf(k));
+                }
+            }
         if (counted <= 2 || !(polygon.GetArea() > 1e-5))
             continue;
-        CVxFloorRegion room(templ);
+        regions.push_back(templ);
+        CVxFloorRegion& room = regions.back();
         room.vertices = region.vertices;
         room.walls = region.walls;
         room.segmentIds = region.segmentIds;
         room.CalculateInnerVertices(walls);
-        regions.push_back(room);
     }
 }
 
@@ -372,12 +397,13 @@ void CVxFloorPlan::MatchRegions(const CVxFloorPlanDef& def)
     if (def.items.empty())
         return;
     // The first item, in list order, whose saved edge a region holds.
-    std::unordered_map<CEdgeKey, size_t, CEdgeKeyHash> byEdge;
-    byEdge.reserve(def.items.size());
+    CVxFlatIndexMap<CEdgeKey, size_t, CEdgeKeyHash> byEdge;
+    byEdge.Reserve(def.items.size());
     for (size_t k = 0; k < def.items.size(); ++k) {
         const CVxFloorPlanDef::CFloorPlanItem& item = def.items[k];
-        byEdge.emplace(
-            CEdgeKey{{item.edgeFrom.x, item.edgeFrom.y, item.edgeTo.x, item.edgeTo.y}, item.isOuter}, k);
+        const CEdgeKey key{{item.edgeFrom.x, item.edgeFrom.y, item.edgeTo.x, item.edgeTo.y}, item.isOuter};
+        if (!byEdge.Find(key))
+            byEdge[key] = k;
     }
     ForAllRegions(*this, [&](CVxFloorRegion& region) {
         const size_t n = region.vertices.size();
@@ -385,9 +411,8 @@ void CVxFloorPlan::MatchRegions(const CVxFloorPlanDef& def)
         for (size_t k = 0; k < n; ++k) {
             const CVxPlanVertex* from = region.vertices[k];
             const CVxPlanVertex* to = region.vertices[(k + 1) % n];
-            const auto found = byEdge.find(CEdgeKey{{from->x, from->y, to->x, to->y}, region.isOuter});
-            if (found != byEdge.end())
-                best = std::min(best, found->second);
+            if (const size_t* found = byEdge.Find(CEdgeKey{{from->x, from->y, to->x, to->y}, region.isOuter}))
+                best = std::min(best, *found);
         }
         if (best < def.items.size()) {
             region.LoadFromItem(def.items[best]);

@@ -9,9 +9,9 @@
 #include "CVxFloorPlanDef.h"
 #include "CVxFloorRegion.h"
 #include "CVxPlanGraph.h"
+#include "VxFlatIndexMap.h"
 
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 class CVxDC;
@@ -117,6 +117,9 @@ private:
     void IndexVertex(int index) const;
     void RebuildVertexIndex() const;
     void IndexEdge(int index);
+    // Puts an edge into (takes it out of) the chain of its pair of ends.
+    void LinkEdge(int& first, int index);
+    void UnlinkEdge(int& first, int index);
     void MoveEdgeEnd(int index, CVxPlanVertex* newTo);
     // One test of CreatePlanarGraph: edge i against edge j, splitting either
     // at their crossing. True if edge i was shortened.
@@ -128,10 +131,24 @@ private:
     void FindRegionsPhase2(const CVxFloor& floor, int unit);
     void ApplyHoles(const std::vector<CVxDPolygon>& holes);
 
-    mutable std::unordered_map<uint64_t, std::vector<int>> m_vertexCells;
+    // The vertices of a cell, and the edges of a pair of ends, are chained
+    // in ascending index order: the map holds the first (and for a cell the
+    // last), and the next one of each is kept beside the vertex or edge.
+    struct CVxChain
+    {
+        int first = -1;
+        int last = -1;
+    };
+    struct CVxCellHash
+    {
+        size_t operator()(uint64_t key) const { return VxMixHash(key); }
+    };
+    mutable CVxFlatIndexMap<uint64_t, CVxChain, CVxCellHash> m_vertexCells;
+    mutable std::vector<int> m_nextInCell;
     mutable size_t m_indexedVertices = 0;
     mutable bool m_vertexIndexValid = true;
-    std::unordered_map<CVxVertexPair, std::vector<int>, CVxVertexPairHash> m_edgesByEnds;
+    CVxFlatIndexMap<CVxVertexPair, int, CVxVertexPairHash> m_edgesByEnds{-1};
+    std::vector<int> m_nextWithEnds;
     // Whether every vertex has finite coordinates of a sensible size: only
     // then do the indexed searches run, otherwise plain scans.
     bool m_graphFinite = true;

@@ -28,10 +28,13 @@ constexpr double kMaxIndexedCoordinate = 1e12;
 // Cells of the vertex grid are one unit wide; a vertex within EPS of a point
 // lies in the point's cell or a neighbour.
 constexpr double kVertexCellLimit = 1e9;
+// The cell borders lie off the round numbers that walls are drawn on, so
+// that a look-up mostly has one cell to search rather than four.
+constexpr double kVertexCellShift = 0.318309886;
 
 int64_t VertexCell(double value)
 {
-    double cell = std::floor(value);
+    double cell = std::floor(value + kVertexCellShift);
     if (!(cell > -kVertexCellLimit))
         cell = -kVertexCellLimit;
     if (!(cell < kVertexCellLimit))
@@ -191,9 +194,9 @@ CBox FirstRoleBox(const CVxDPoint& a, const CVxDPoint& b, double rounding, doubl
 
 size_t CVxFloorPlan::CVxVertexPairHash::operator()(const CVxVertexPair& pair) const
 {
-    const size_t ha = std::hash<const void*>()(pair.a);
-    const size_t hb = std::hash<const void*>()(pair.b);
-    return ha ^ (hb + 0x9e3779b97f4a7c15ull + (ha << 6) + (ha >> 2));
+    const uint64_t a = reinterpret_cast<uintptr_t>(pair.a);
+    const uint64_t b = reinterpret_cast<uintptr_t>(pair.b);
+    return VxMixHash(a * 0x9e3779b97f4a7c15ull + b);
 }
 
 CVxFloorPlan::CVxVertexPair CVxFloorPlan::MakePair(const CVxPlanVertex* v1, const CVxPlanVertex* v2)
@@ -219,10 +222,12 @@ void CVxFloorPlan::Reset()
     edges.clear();
     vertices.clear();
     componentCount = 0;
-    m_vertexCells.clear();
+    m_vertexCells.Clear();
+    m_nextInCell.clear();
     m_indexedVertices = 0;
     m_vertexIndexValid = true;
-    m_edgesByEnds.clear();
+    m_edgesByEnds.Clear();
+    m_nextWithEnds.clear();
     m_graphFinite = true;
 }
 
@@ -245,15 +250,22 @@ int CVxFloorPlan::GetEdgeIdx(const CVxPlanEdge* edge) const
 void CVxFloorPlan::IndexVertex(int index) const
 {
     const CVxPlanVertex* vertex = vertices[static_cast<size_t>(index)];
+    m_nextInCell.resize(static_cast<size_t>(index) + 1, -1);
     // A vertex that is no finite point is never within EPS of anything.
     if (!std::isfinite(vertex->x) || !std::isfinite(vertex->y))
         return;
-    m_vertexCells[VertexCellKey(VertexCell(vertex->x), VertexCell(vertex->y))].push_back(index);
+    CVxChain& cell = m_vertexCells[VertexCellKey(VertexCell(vertex->x), VertexCell(vertex->y))];
+    if (cell.last >= 0)
+        m_nextInCell[static_cast<size_t>(cell.last)] = index;
+    else
+        cell.first = index;
+    cell.last = index;
 }
 
 void CVxFloorPlan::RebuildVertexIndex() const
 {
-    m_vertexCells.clear();
+    m_vertexCells.Clear();
+    m_nextInCell.clear();
     m_indexedVertices = 0;
     m_vertexIndexValid = true;
 }
@@ -274,10 +286,10 @@ CVxPlanVertex* CVxFloorPlan::FindVertex(double x, double y) const
     int best = -1;
     for (int64_t cx = x0; cx <= x1; ++cx) {
         for (int64_t cy = y0; cy <= y1; ++cy) {
-            const auto cell = m_vertexCells.find(VertexCellKey(cx, cy));
-            if (cell == m_vertexCells.end())
+            const CVxChain* cell = m_vertexCells.Find(VertexCellKey(cx, cy));
+            if (!cell)
                 continue;
-            for (int index : cell->second) {
+            for (int index = cell->first; index >= 0; index = m_nextInCell[static_cast<size_t>(index)]) {
                 if (best >= 0 && index >= best)
                     break;
                 const CVxPlanVertex* vertex = vertices[static_cast<size_t>(index)];
@@ -293,10 +305,8 @@ CVxPlanVertex* CVxFloorPlan::FindVertex(double x, double y) const
 
 CVxPlanEdge* CVxFloorPlan::FindEdge(const CVxPlanVertex* v1, const CVxPlanVertex* v2) const
 {
-    const auto found = m_edgesByEnds.find(MakePair(v1, v2));
-    if (found == m_edgesByEnds.end() || found->second.empty())
-        return nullptr;
-    return edges[static_cast<size_t>(found->second.front())];
+    const int* first = m_edgesByEnds.Find(MakePair(v1, v2));
+    return first && *first >= 0 ? edges[static_cast<size_t>(*first)] : nullptr;
 }
 
 CVxPlanVertex* CVxFloorPlan::AddVertex(double x, double y)
@@ -309,20 +319,53 @@ CVxPlanVertex* CVxFloorPlan::AddVertex(double x, double y)
     return vertices.back();
 }
 
+void CVxFloorPlan::LinkEdge(int& first, int index)
+{
+    std::vector<int>& next = m_nextWithEnds;
+    const size_t k = static_cast<size_t>(index);
+    if (first < 0 || index < first) {
+        next[k] = first;
+        first = index;
+        return;
+    }
+    int at = first;
+    while (next[static_cast<size_t>(at)] >= 0 && next[static_cast<size_t>(at)] < index)
+        at = next[static_cast<size_t>(at)];
+    next[k] = next[static_cast<size_t>(at)];
+    next[static_cast<size_t>(at)] = index;
+}
+
+void CVxFloorPlan::UnlinkEdge(int& first, int index)
+{
+    std::vector<int>& next = m_nextWithEnds;
+    const size_t k = static_cast<size_t>(index);
+    if (first == index) {
+        first = next[k];
+    } else {
+        for (int at = first; at >= 0; at = next[static_cast<size_t>(at)]) {
+            if (next[static_cast<size_t>(at)] == index) {
+                next[static_cast<size_t>(at)] = next[k];
+                break;
+            }
+        }
+    }
+    next[k] = -1;
+}
+
 void CVxFloorPlan::IndexEdge(int index)
 {
     const CVxPlanEdge* edge = edges[static_cast<size_t>(index)];
-    m_edgesByEnds[MakePair(edge->from, edge->to)].push_back(index);
+    m_nextWithEnds.resize(edges.size(), -1);
+    LinkEdge(m_edgesByEnds[MakePair(edge->from, edge->to)], index);
 }
 
 void CVxFloorPlan::MoveEdgeEnd(int index, CVxPlanVertex* newTo)
 {
     CVxPlanEdge* edge = edges[static_cast<size_t>(index)];
-    std::vector<int>& old = m_edgesByEnds[MakePair(edge->from, edge->to)];
-    old.erase(std::remove(old.begin(), old.end(), index), old.end());
+    if (int* old = m_edgesByEnds.Find(MakePair(edge->from, edge->to)))
+        UnlinkEdge(*old, index);
     edge->to = newTo;
-    std::vector<int>& now = m_edgesByEnds[MakePair(edge->from, edge->to)];
-    now.insert(std::upper_bound(now.begin(), now.end(), index), index);
+    LinkEdge(m_edgesByEnds[MakePair(edge->from, edge->to)], index);
 }
 
 void CVxFloorPlan::FindWallIntersections(const CVxRoomWalls& walls)
@@ -339,6 +382,17 @@ void CVxFloorPlan::FindWallIntersections(const CVxRoomWalls& walls)
         IndexEdge(static_cast<int>(edges.size() - 1));
     }
     CreatePlanarGraph();
+    // Room for every vertex's edges at once, rather than growing each list
+    // step by step.
+    for (CVxPlanEdge* edge : edges) {
+        ++edge->from->degree;
+        ++edge->to->degree;
+    }
+    for (CVxPlanVertex* vertex : vertices) {
+        vertex->edges.reserve(static_cast<size_t>(vertex->degree));
+        vertex->edgeAngles.reserve(static_cast<size_t>(vertex->degree));
+        vertex->degree = 0;
+    }
     for (CVxPlanEdge* edge : edges) {
         edge->from->AddEdge(edge, edge->angle);
         edge->to->AddEdge(edge, 180 + edge->angle);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -515,7 +516,7 @@ void CVxFloorRegion::CalculateInnerVertices(const CVxRoomWalls& roomWalls)
     if (!isOuter) {
         CVxDPolygon local;
         CalcInnerPoly(innerPolygon, local, roomWalls);
-        polygonsWithoutHoles.push_back(local);
+        polygonsWithoutHoles.push_back(std::move(local));
         outerPolygon = innerPolygon;
         return;
     }
@@ -523,7 +524,7 @@ void CVxFloorRegion::CalculateInnerVertices(const CVxRoomWalls& roomWalls)
     CVxDPolygon builtUp;
     TransformToSimplePolygon(builtUp, roomWalls, -1, nullptr);
     builtUp.kind = CVxDPolygon::KIND_ROOM;
-    polygonsWithoutHoles.push_back(builtUp);
+    polygonsWithoutHoles.push_back(std::move(builtUp));
 }
 
 void CVxFloorRegion::ReverseBoundary()

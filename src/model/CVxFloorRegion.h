@@ -46,6 +46,9 @@ public:
     CVxFloorRegion();
     CVxFloorRegion(const CVxFloorRegion& other);
     CVxFloorRegion& operator=(const CVxFloorRegion& other);
+    // A plan of many rooms moves them as its list grows.
+    CVxFloorRegion(CVxFloorRegion&& other) noexcept = default;
+    CVxFloorRegion& operator=(CVxFloorRegion&& other) noexcept = default;
 
     // Everything but the pixel caches.
     void CopyFrom(const CVxFloorRegion& other);

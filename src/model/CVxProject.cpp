@@ -1010,6 +1010,8 @@ bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileIn
     reader.AddFlags(readFlags);
     if (baseFolder)
         reader.SetAltBaseFolder(*baseFolder);
+    if (innerText)
+        reader.SetPackedEntries(m_packedEntries);
     SetStoragePathForFile(path, nested);
     reader.SetPathTransformer(this);
     reader.Start();
@@ -1056,6 +1058,10 @@ bool CVxProject::LoadFromFile(const CVxStringW& path, std::list<CVxMissingFileIn
     if (missingFiles)
         *missingFiles = reader.GetMissingFiles();
     m_refusedFiles = reader.GetRefusedFiles();
+    // A line too long to hold was skipped: a floor opening, an object or a
+    // setting of the file is not in the project.
+    if (reader.GetOverlongLineCount() > 0)
+        m_damagedOnLoad = true;
     m_modified = false;
     return true;
 }
@@ -1081,9 +1087,14 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     IVxAppHelperCallback* host = Host();
     reader->SetUnpackBudget(
         CVxCompressedFileReader::UnpackBudgetFor(host ? host->FileSize(reader->GetPath()) : 0));
+    // Side entries wait until the text refers to them.
+    CVxPackedEntries packed(reader->GetPath(), m_storagePath);
+    const bool mainOnly = reader->HasFlag(CVxIniFileReader::VX_READ_UNPACK_MAIN_FILE_ONLY);
     while (!reader->GetSectionName().IsEmpty()) {
         if (reader->GetSectionName() == "File") {
             CVxCompressedFileReader entry(m_storagePath, CVxStringW(L".pvp"));
+            if (!mainOnly)
+                entry.SetPackedEntries(&packed);
             reader->ReadSection(&entry);
             if (!entry.GetMainFile().IsEmpty())
                 mainFile = entry.GetMainFile();
@@ -1094,13 +1105,17 @@ bool CVxProject::LoadFromCompressedFile(CVxIniFileReader* reader, std::list<CVxM
     }
     if (mainFile.IsEmpty())
         return false;
+    // What the main file left of the budget is for the side entries.
+    packed.SetBudget(reader->GetUnpackBudget());
     const CVxStringW folder = sourceFolder;
+    m_packedEntries = &packed;
     const bool loaded = LoadFromFile(mainFile, missingFiles, &folder, true,
                                      flags | CVxIniFileReader::VX_READ_NO_NEWER_VERSION_WARNING |
                                          CVxIniFileReader::VX_READ_INNER_COMPRESSED_FILE);
+    m_packedEntries = nullptr;
     // The inner load starts from a reset project, so the finding is kept
     // only now.
-    m_damagedOnLoad = damaged;
+    m_damagedOnLoad = m_damagedOnLoad || damaged || packed.IsDamaged() || reader->GetOverlongLineCount() > 0;
     return loaded;
 }
 

@@ -25,6 +25,7 @@ class CVxFloorPlan;
 class CVxGlobalShadow;
 class CVxIniFileReader;
 class CVxIniWriter;
+class CVxPackedEntries;
 
 // A section owned by a part of the program that the document does not model
 // here (the terrain, the picture resize cache): kept as it was read and
@@ -221,6 +222,8 @@ public:
     // Folder of this project's unpacked files.
     CVxStringW m_storagePath;
     bool m_damagedOnLoad = false;
+    // While the text of a container is read: its entries not yet unpacked.
+    CVxPackedEntries* m_packedEntries = nullptr;
     CVxStringW m_thumbnailPath;
     // Source path and stored path of each file kept in the project.
     std::list<std::pair<CVxStringW, CVxStringW>> m_storedFiles;

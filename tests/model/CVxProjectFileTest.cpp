@@ -284,8 +284,9 @@ TEST(ProjectFile, DamagedAndHostileFilesLoadWhatTheyCanAndStayInTheirFolder)
                                   nullptr, nullptr, false, 0));
     EXPECT_DOUBLE_EQ(read.m_width, 500);
 
-    const std::string hostile = VxContainerHead() + "\r\n" + VxRawEntry("../../escaped.png", "x") +
-                                VxDeflatedEntry("..\\..\\inner.pvp", "[Room]\r\nWidth=321\r\n");
+    const std::string hostile =
+        VxContainerHead() + "\r\n" + VxRawEntry("../../escaped.png", "x") +
+        VxDeflatedEntry("..\\..\\inner.pvp", "[Room]\r\nWidth=321\r\nSkyBoxTop=escaped.png\r\n");
     ASSERT_TRUE(read.LoadFromFile(WriteFile("damaged/hostile.pvp", hostile), nullptr, nullptr, false, 0));
     EXPECT_DOUBLE_EQ(read.m_width, 321);
     EXPECT_EQ(QDir(read.m_storagePath.ToQString()).entryList(QDir::Files, QDir::Name),

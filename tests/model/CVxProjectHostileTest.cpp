@@ -114,3 +114,25 @@ TEST(ProjectHostile, ObjectsAndTableCellsCostBoundedMemory)
         project.LoadFromFile(WriteFile("hostile/many.pvp", Plain("", empty)), nullptr, nullptr, false, 0));
     EXPECT_EQ(project.GetFloor()->m_objects.size(), CVxFloor::maxProjectObjects);
 }
+
+// A line too long for the reader, such as a floor opening of a million
+// points, is skipped whole; the load says so instead of giving a project that
+// silently lacks it.
+TEST(ProjectHostile, AnOverlongLineMarksTheLoadDamaged)
+{
+    const std::string before = "Hole00=Rectangle|10|20|30|40|0\r\n";
+    const std::string after = "Hole02=Rectangle|50|60|10|10|0\r\n\r\n";
+    std::string points;
+    while (points.size() <= (size_t{8} << 20))
+        points += "1234.56;7890.12|";
+    for (const bool overlong : {false, true}) {
+        const std::string opening = "Hole01=Polygon|3|0|0;0|10;0|0;10|" + (overlong ? points : std::string());
+        const CVxStringW path =
+            WriteFile("hostile/overlong.pvp", Plain("", before + opening + "\r\n" + after));
+        CVxProject project;
+        ASSERT_TRUE(project.LoadFromFile(path, nullptr, nullptr, false, 0));
+        EXPECT_EQ(project.WasDamagedOnLoad(), overlong);
+        EXPECT_EQ(project.m_floors.front()->m_walls.GetHoleCount(), overlong ? 2 : 3);
+        project.RemoveTempFiles();
+    }
+}
