@@ -128,6 +128,36 @@ TEST_F(LibraryTest, NameReferencesResolveInEveryLanguage)
     EXPECT_EQ(m_core->GetLibObjName(13), CVxStringW(L"Armchair large"));
 }
 
+// A catalogue object left out of a language file shows its English name
+// among pages of translated names.
+TEST_F(LibraryTest, GermanFileNamesEveryCatalogueObject)
+{
+    CVxUserLibrary catalogue;
+    ASSERT_TRUE(catalogue.LoadFromFile(VxCatalogueFolder() + CVxUserLibrary::standardFileName,
+                                       CVxUserLibrary::LIB_LOAD_STANDARD, -1));
+    CVxLocalize* loc = VX_GetLoc();
+    loc->Init(VxCatalogueFolder() + L"Language");
+    ASSERT_TRUE(loc->SelectLanguageID(1031));
+    const int table = loc->GetTableIndex(CVxLocalize::TBL_LIBRARY);
+    int named = 0;
+    for (const CVxPart& part : catalogue.GetObjects()) {
+        // References take their base object's name.
+        if (part.libObjID <= 0 || part.caption.GetAt(0) == L'@')
+            continue;
+        // An empty row reads as none.
+        CVxStringW german;
+        EXPECT_TRUE(loc->LocalizeDlgStringEx(table, part.libObjID, german)) << part.libObjID;
+        ++named;
+    }
+    EXPECT_GT(named, 250);
+    m_core->LocalizeLibrary();
+    EXPECT_EQ(m_core->GetLibObjName(56), CVxStringW(L"Doppelbett"));
+    EXPECT_EQ(m_core->GetLibObjName(1101), CVxStringW(L"Dozamo Kleiderschrank"));
+    EXPECT_EQ(m_library->SafeGetPart(IndexOfLibObj(*m_library, 52))->caption, CVxStringW(L"Couchtisch"));
+    loc->Init(CVxStringW());
+    m_core->LocalizeLibrary();
+}
+
 TEST_F(LibraryTest, NewObjectsTakeTheProjectUnit)
 {
     const int chair = IndexOfLibObj(*m_library, 39);
