@@ -4,13 +4,17 @@
 // the program working. Times and memory go to the test's output.
 
 #include "CVx3dViewer.h"
+#include "CVxAppCore.h"
+#include "CVxGlobalShadow.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
+#include "CVxTimeAndPosDlg.h"
 #include "GLWidget.h"
 #include "VxCastleEngine.h"
 #include "VxUiTestEnv.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -18,11 +22,14 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QSlider>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <cmath>
 
 class XvfbViewer3d : public QObject
@@ -33,6 +40,7 @@ private slots:
     void roomInTheViewer();
     void secondViewerIsANewEngine();
     void modelSizeWithoutAWindow();
+    void sunOverTheFlat();
 };
 
 namespace {
@@ -94,6 +102,46 @@ QImage NextFrame(GLWidget* widget)
 QRgb At(const QImage& image, double fx, double fy)
 {
     return image.pixel(static_cast<int>(image.width() * fx), static_cast<int>(image.height() * fy));
+}
+
+int DifferentPixels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int count = 0;
+    for (int y = 0; y < a.height(); y += 2)
+        for (int x = 0; x < a.width(); x += 2) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            if (std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) +
+                    std::abs(qBlue(p) - qBlue(q)) >
+                30)
+                ++count;
+        }
+    return count;
+}
+
+// The median time between frames while the avatar walks forward for a
+// while, the pacing off, as a user holding the arrow key sees it.
+double MedianWalkingFrameMs(GLWidget* widget, int milliseconds)
+{
+    widget->SetSaveCPU(false);
+    std::vector<qint64> stamps;
+    QElapsedTimer clock;
+    clock.start();
+    const QMetaObject::Connection connection =
+        QObject::connect(widget, &GLWidget::FrameDrawn, [&] { stamps.push_back(clock.nsecsElapsed()); });
+    QTest::keyPress(widget, Qt::Key_Up);
+    QTest::qWait(milliseconds);
+    QTest::keyRelease(widget, Qt::Key_Up);
+    QObject::disconnect(connection);
+    widget->SetSaveCPU(true);
+    std::vector<double> gaps;
+    for (size_t i = 1; i < stamps.size(); ++i)
+        gaps.push_back((stamps[i] - stamps[i - 1]) / 1e6);
+    if (gaps.empty())
+        return 1e9;
+    std::nth_element(gaps.begin(), gaps.begin() + gaps.size() / 2, gaps.end());
+    return gaps[gaps.size() / 2];
 }
 
 QString Describe(QRgb c)
@@ -357,6 +405,86 @@ void XvfbViewer3d::modelSizeWithoutAWindow()
         QVERIFY2(std::fabs(box[i] - expected[i]) < 1e-4f, qPrintable(QString::number(box[i])));
     // A prototype the file lacks has no size.
     QVERIFY(!CVx3dViewer::GetProtoSize(CVxStringW(model.fileName()), CVxStringA("Chair"), true, box));
+}
+
+void XvfbViewer3d::sunOverTheFlat()
+{
+    CGE_LoadLibraryFrom(QStringLiteral(PLAVENO_ENGINE_DIR "/castleengine"));
+    QVERIFY(CGE_IsLoaded());
+    CVxMainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.OpenFile(CVxStringW(QStringLiteral(PLAVENO_SOURCE_DIR "/samples/Flat.pvp")), false));
+    CVxProject& project = VX_GetCore()->GetProject();
+    CVxGlobalShadow shadow;
+    shadow.LoadFromKept(project.m_globalShadow);
+    shadow.enabled = true;
+    shadow.day = 170;
+    shadow.time = 10 * 60;
+    shadow.StoreToKept(project.m_globalShadow);
+
+    const long memoryBefore = ResidentKiB();
+    QElapsedTimer clock;
+    clock.start();
+    window.Show3D();
+    QPointer<CVx3dViewer> viewer = window.Get3DViewer();
+    QVERIFY(viewer && viewer->GetGLWidget());
+    GLWidget* gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    const qint64 firstFrameMs = clock.elapsed();
+    QVERIFY(viewer->GetSunCheck()->isChecked());
+    QVERIFY(viewer->GetTimeSlider()->isEnabled());
+    QCOMPARE(viewer->GetTimeSlider()->value(), 10 * 60);
+
+    // The evening sun throws other shadows than the morning one.
+    viewer->MoveToViewpoint(0, false);
+    const QImage morning = NextFrame(gl);
+    morning.save(QStringLiteral("xvfb_viewer3d_flat_morning.png"));
+    viewer->GetTimeSlider()->setValue(17 * 60);
+    const QImage evening = NextFrame(gl);
+    evening.save(QStringLiteral("xvfb_viewer3d_flat_evening.png"));
+    const int changed = DifferentPixels(morning, evening);
+    QVERIFY2(changed > morning.width() * morning.height() / 4 / 50, qPrintable(QString::number(changed)));
+    shadow.LoadFromKept(project.m_globalShadow);
+    QCOMPARE(shadow.time, 17 * 60);
+    QCOMPARE(shadow.day, 170);
+
+    // A city from the location dialog becomes the project's place.
+    bool picked = false;
+    QTimer::singleShot(300, [&picked] {
+        auto* dialog = qobject_cast<CVxTimeAndPosDlg*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        QTimer::singleShot(300, [&picked] {
+            if (auto* preset = qobject_cast<CVxTimeAndPosPresetDlg*>(QApplication::activeModalWidget())) {
+                picked = preset->SelectCity(QStringLiteral("Japan"), QStringLiteral("Tokyo"));
+                preset->accept();
+            }
+        });
+        for (QPushButton* button : dialog->findChildren<QPushButton*>())
+            if (button->text() == QStringLiteral("Choose a City..."))
+                button->click();
+        dialog->accept();
+    });
+    for (QPushButton* button : viewer->findChildren<QPushButton*>())
+        if (button->text() == QStringLiteral("Location and Time..."))
+            button->click();
+    QVERIFY(picked);
+    shadow.LoadFromKept(project.m_globalShadow);
+    QVERIFY(std::fabs(shadow.latitude - 35.68) < 1e-6 && std::fabs(shadow.longitude - 139.69) < 1e-6);
+    QCOMPARE(shadow.timeZone, 9.0);
+    QCOMPARE(shadow.time, 17 * 60);
+    QVERIFY(DifferentPixels(evening, NextFrame(gl)) > 0);
+
+    viewer->MoveToViewpoint(0, false);
+    NextFrame(gl);
+    const double walkMs = MedianWalkingFrameMs(gl, 3000);
+    qInfo("Flat with the sun: first frame after %lld ms; walking %.1f ms a frame (median, %.1f a second); "
+          "resident memory %ld KiB more with the viewer",
+          static_cast<long long>(firstFrameMs), walkMs, 1000 / walkMs, ResidentKiB() - memoryBefore);
+    window.Close3DViewer();
+    QTRY_VERIFY(!viewer);
+    project.m_modified = false;
 }
 
 int main(int argc, char** argv)
