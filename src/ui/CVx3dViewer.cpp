@@ -616,7 +616,7 @@ void CVx3dViewer::ApplyEffects()
     if (m_updatingControls || !m_glWidget || !m_glWidget->IsAfterInit())
         return;
     m_glWidget->EnsureContextCurrent();
-    CGE_SetVariableInt(CGE_VAR_SSAO, m_actSoftShadows->isChecked() ? 1 : 0);
+    CGE_SetVariableInt(CGE_VAR_SSAO, m_actSoftShadows->isChecked() && !m_glWidget->IsCameraMoving() ? 1 : 0);
     CGE_SetVariableInt(CGE_VAR_OCCLUSION_QUERY, m_actOcclusion->isChecked() ? 1 : 0);
     CGE_SetVariableInt(CGE_VAR_HEAD_BOBBING, m_actWalkingEffect->isChecked() ? 1 : 0);
     const bool phong = !m_actLegacy->isChecked();
@@ -631,6 +631,20 @@ void CVx3dViewer::ApplyEffects()
     if (m_actEdgeEnhance->isChecked())
         CGE_SetNodeFieldValue_SFBool("VX_EDGE_ENHANCE_EFFECT", "enabled", true);
     m_glWidget->updateGL();
+}
+
+void CVx3dViewer::OnCameraMotion(bool moving)
+{
+    if (!m_glWidget || !m_glWidget->IsAfterInit())
+        return;
+    // The screen effects, ambient occlusion above all, cost more than the
+    // scene itself on a software renderer: walking would fall below ten
+    // frames a second with them. The still picture has them again.
+    const bool full = !moving;
+    m_glWidget->EnsureContextCurrent();
+    CGE_SetVariableInt(CGE_VAR_SSAO, full && m_actSoftShadows->isChecked() ? 1 : 0);
+    if (m_actEdgeEnhance->isChecked())
+        CGE_SetNodeFieldValue_SFBool("VX_EDGE_ENHANCE_EFFECT", "enabled", full);
 }
 
 void CVx3dViewer::SwitchNavigation(int to)

@@ -102,6 +102,7 @@ public:
     void AddNewWarning(const QString& text) override;
     bool OnKeyPress(int key) override;
     bool OnGestureEvent(QEvent* event) override;
+    void OnCameraMotion(bool moving) override;
 
 protected:
     void moveEvent(QMoveEvent* event) override;
