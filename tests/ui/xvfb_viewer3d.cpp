@@ -470,7 +470,7 @@ void XvfbViewer3d::sunOverTheFlat()
     // The evening sun throws other shadows than the morning one.
     viewer->MoveToViewpoint(0, false);
     const QImage morning = NextFrame(gl);
-    QVERIFY(!morning.isNull());
+    QVERIFY2(!morning.isNull(), qPrintable(viewer->GetWarnings().join(QLatin1Char('\n'))));
     morning.save(QStringLiteral("xvfb_viewer3d_flat_morning.png"));
     viewer->GetTimeSlider()->setValue(17 * 60);
     const QImage evening = NextFrame(gl);
@@ -523,6 +523,21 @@ void XvfbViewer3d::sunOverTheFlat()
           "%.1f ms processor time a frame; resident memory %ld KiB more with the viewer",
           static_cast<long long>(firstFrameMs), walk.medianMs, 1000 / walk.medianMs, walk.cpuMs,
           ResidentKiB() - memoryBefore);
+
+    // Turning the sun off is a new export in a new context.
+    viewer->GetSunCheck()->click();
+    shadow.LoadFromKept(project.m_globalShadow);
+    QVERIFY(!shadow.enabled);
+    QVERIFY(viewer->GetGLWidget() && viewer->GetGLWidget() != gl);
+    gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    QVERIFY(!NextFrame(gl).isNull());
+    QVERIFY(!viewer->GetTimeSlider()->isEnabled());
+    viewer->GetSunCheck()->click();
+    gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    QVERIFY(!NextFrame(gl).isNull());
+    QVERIFY(viewer->GetTimeSlider()->isEnabled());
     window.Close3DViewer();
     QTRY_VERIFY(!viewer);
 }
