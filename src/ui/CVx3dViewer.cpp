@@ -637,14 +637,19 @@ void CVx3dViewer::OnCameraMotion(bool moving)
 {
     if (!m_glWidget || !m_glWidget->IsAfterInit())
         return;
-    // The screen effects, ambient occlusion above all, cost more than the
-    // scene itself on a software renderer: walking would fall below ten
-    // frames a second with them. The still picture has them again.
+    // The screen effects, ambient occlusion above all, and the lighting by
+    // the pixel cost more than the scene itself on a software renderer:
+    // walking would fall below ten frames a second with them. The still
+    // picture has them again.
     const bool full = !moving;
     m_glWidget->EnsureContextCurrent();
     CGE_SetVariableInt(CGE_VAR_SSAO, full && m_actSoftShadows->isChecked() ? 1 : 0);
     if (m_actEdgeEnhance->isChecked())
         CGE_SetNodeFieldValue_SFBool("VX_EDGE_ENHANCE_EFFECT", "enabled", full);
+    // Lighting by the vertex instead of by the pixel halves the cost of a
+    // furnished room; the sun's shadow needs the pixel shading.
+    if (m_phongOn && !m_lastShadows)
+        CGE_SetVariableInt(CGE_VAR_PHONG, full ? 1 : 0);
 }
 
 void CVx3dViewer::SwitchNavigation(int to)
