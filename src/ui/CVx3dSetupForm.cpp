@@ -124,8 +124,7 @@ CVx3dSetupForm::CVx3dSetupForm(QWidget* parent) : QWidget(parent)
         if (m_updating)
             return;
         CVxProject& project = VX_GetCore()->GetProject();
-        CVxGlobalShadow shadow;
-        shadow.LoadFromKept(project.m_globalShadow);
+        CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
         shadow.enabled = on;
         shadow.StoreToKept(project.m_globalShadow);
         ProjectChanged(false);
@@ -168,8 +167,7 @@ void CVx3dSetupForm::Refresh()
     m_openTarget->setCurrentIndex(std::clamp(options->m_open3DViewMode, 0, m_openTarget->count() - 1));
     m_chkAllFloors->setChecked(project.m_viewpoints.m_allFloors);
     m_chkIncludeStd->setChecked(project.m_viewpoints.m_includeStd);
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(project.m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     m_chkGlobalShadow->setChecked(shadow.enabled);
     m_wallsMode->setCurrentIndex(std::clamp(project.m_walls3DStyle, 0, 2));
     m_chkRotatedDown->setChecked(options->m_3DViewRotatedDown);
@@ -253,8 +251,7 @@ void CVx3dSetupForm::MoveViewpoint(int index, int by)
 void CVx3dSetupForm::BtnShadowPosClick()
 {
     CVxProject& project = VX_GetCore()->GetProject();
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(project.m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     CVxTimeAndPosDlg dialog(shadow, this);
     if (dialog.exec() != QDialog::Accepted)
         return;

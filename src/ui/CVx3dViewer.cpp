@@ -316,8 +316,7 @@ void CVx3dViewer::BuildControls()
         if (m_updatingControls)
             return;
         CVxProject& project = VX_GetCore()->GetProject();
-        CVxGlobalShadow shadow;
-        shadow.LoadFromKept(project.m_globalShadow);
+        CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
         shadow.enabled = on;
         shadow.StoreToKept(project.m_globalShadow);
         project.m_modified = true;
@@ -346,8 +345,7 @@ void CVx3dViewer::BuildControls()
     connect(m_chkShowSun, &QCheckBox::toggled, this, [this](bool on) {
         if (m_updatingControls)
             return;
-        CVxGlobalShadow shadow;
-        shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+        CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
         shadow.showSunObject = on;
         OnSunShadowTimeOrPosChanged(shadow);
     });
@@ -515,8 +513,7 @@ void CVx3dViewer::ShowWaiterImage(bool show)
 void CVx3dViewer::SetScene(const CVxStringW& path, const CVx3dSceneSwitches& switches, bool phong,
                            bool sameScene)
 {
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     bool reload = m_reloadPending || (!m_sceneFile.IsEmpty() && (shadow.enabled || m_lastShadows));
     m_reloadPending = false;
     m_lastShadows = shadow.enabled;
@@ -602,8 +599,7 @@ void CVx3dViewer::Castle3DAfterSceneLoaded()
     m_wallsMode->setCurrentIndex(std::clamp(m_floorLayerVis.wallsMode, 0, 2));
     m_updatingControls = false;
     ApplyEffects();
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     LoadSunShadow(shadow);
     LoadFloorLayerVisFromSwitches();
     ApplyFloorLayerVis();
@@ -1014,8 +1010,7 @@ void CVx3dViewer::OnSliderDateChanged(int value)
 {
     if (m_updatingControls)
         return;
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     shadow.day = value;
     // The time the slider shows becomes a chosen one with the date.
     shadow.time = std::max(m_sliderTime->value(), value == 0 ? 1 : 0);
@@ -1026,8 +1021,7 @@ void CVx3dViewer::OnSliderTimeChanged(int value)
 {
     if (m_updatingControls)
         return;
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     shadow.day = m_sliderDate->value();
     shadow.time = shadow.day == 0 ? std::max(value, 1) : value;
     OnSunShadowTimeOrPosChanged(shadow);
@@ -1035,8 +1029,7 @@ void CVx3dViewer::OnSliderTimeChanged(int value)
 
 void CVx3dViewer::BtnSunPosClick()
 {
-    CVxGlobalShadow shadow;
-    shadow.LoadFromKept(VX_GetCore()->GetProject().m_globalShadow);
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
     CVxTimeAndPosDlg dialog(shadow, this);
     if (dialog.exec() == QDialog::Accepted)
         OnSunShadowTimeOrPosChanged(dialog.GetResult());
@@ -1045,8 +1038,7 @@ void CVx3dViewer::BtnSunPosClick()
 void CVx3dViewer::OnSunShadowTimeOrPosChanged(const CVxGlobalShadow& shadow)
 {
     CVxProject& project = VX_GetCore()->GetProject();
-    CVxGlobalShadow own;
-    own.LoadFromKept(project.m_globalShadow);
+    CVxGlobalShadow own = CVxTimeAndPosDlg::ProjectShadow();
     CVxGlobalShadow changed = shadow;
     if (changed.enabled && own.enabled && m_glWidget && m_glWidget->IsAfterInit()) {
         double place[3], direction[3];

@@ -166,6 +166,20 @@ bool CVxTimeAndPosPresetDlg::SelectCity(const QString& country, const QString& c
 
 // --- CVxTimeAndPosDlg ---------------------------------------------------------
 
+CVxGlobalShadow CVxTimeAndPosDlg::ProjectShadow()
+{
+    CVxGlobalShadow shadow;
+    const CVxProject& project = VX_GetCore()->GetProject();
+    if (project.m_globalShadow.IsPresent()) {
+        shadow.LoadFromKept(project.m_globalShadow);
+    } else {
+        const CVxOptions* options = VX_GetOptions();
+        shadow.Reset(options->m_shadowTimeZone, options->m_shadowDaylightSaving, options->m_shadowLatitude,
+                     options->m_shadowLongitude);
+    }
+    return shadow;
+}
+
 QDate CVxTimeAndPosDlg::DayToDate(int day)
 {
     return QDate(2001, 1, 1).addDays(std::clamp(day, 0, kLastDay));

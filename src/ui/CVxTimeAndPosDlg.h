@@ -55,6 +55,9 @@ public:
     // The day of the program's year (months of 30 days) that the date
     // controls show, and back.
     static QDate DayToDate(int day);
+    // The project's sun settings; a project that has none yet starts at the
+    // place chosen last.
+    static CVxGlobalShadow ProjectShadow();
     static int DateToDay(const QDate& date);
 
 private:
