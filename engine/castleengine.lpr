@@ -287,9 +287,76 @@ end;
 
 { Scene ---------------------------------------------------------------------- }
 
+function HasShadowLight(const Node: TX3DNode): boolean;
+var
+  I, J: Integer;
+  F: TX3DField;
+begin
+  Result := (Node is TAbstractPunctualLightNode) and
+    TAbstractPunctualLightNode(Node).FdShadows.Value;
+  I := 0;
+  while (not Result) and (I < Node.FieldsCount) do
+  begin
+    F := Node.Fields[I];
+    if (F is TSFNode) and (TSFNode(F).Value <> nil) then
+      Result := HasShadowLight(TSFNode(F).Value)
+    else if F is TMFNode then
+      for J := 0 to TMFNode(F).Count - 1 do
+        if (not Result) and (TMFNode(F)[J] <> nil) then
+          Result := HasShadowLight(TMFNode(F)[J]);
+    Inc(I);
+  end;
+end;
+
+{ Shadow maps are received by adding a texture and its coordinates to each
+  shape; a shape, a geometry or a group of them used in two places (DEF and
+  USE) gets them twice and keeps a freed one, which crashes the renderer.
+  With a shadow casting light in the scene every such use gets its own copy. }
+function IsUnshared(const Node: TX3DNode): boolean;
+begin
+  Result := (Node is TAbstractGroupingNode) or (Node is TAbstractShapeNode) or
+    (Node is TAbstractGeometryNode);
+end;
+
+procedure UnshareShapes(const Node: TX3DNode);
+var
+  I, J: Integer;
+  F: TX3DField;
+  Child: TX3DNode;
+begin
+  for I := 0 to Node.FieldsCount - 1 do
+  begin
+    F := Node.Fields[I];
+    if F is TSFNode then
+    begin
+      Child := TSFNode(F).Value;
+      if Child = nil then Continue;
+      if IsUnshared(Child) and (Child.ParentFieldsCount > 1) then
+      begin
+        Child := Child.DeepCopy;
+        TSFNode(F).Value := Child;
+      end;
+      UnshareShapes(Child);
+    end else
+    if F is TMFNode then
+      for J := 0 to TMFNode(F).Count - 1 do
+      begin
+        Child := TMFNode(F)[J];
+        if Child = nil then Continue;
+        if IsUnshared(Child) and (Child.ParentFieldsCount > 1) then
+        begin
+          Child := Child.DeepCopy;
+          TMFNode(F).Replace(J, Child);
+        end;
+        UnshareShapes(Child);
+      end;
+  end;
+end;
+
 procedure CGE_LoadSceneFromFile(szFile: PChar); cdecl;
 var
   Scene: TCastleScene;
+  Root: TX3DRootNode;
 begin
   if Window = nil then Exit;
   try
@@ -300,7 +367,10 @@ begin
     end;
 
     Scene := TCastleScene.Create(Window);
-    Scene.Load(StrPas(szFile));
+    Root := LoadNode(StrPas(szFile));
+    if HasShadowLight(Root) then
+      UnshareShapes(Root);
+    Scene.Load(Root, true);
     Scene.Spatial := [ssRendering, ssDynamicCollisions];
     Scene.ProcessEvents := true;
     Viewport.Items.Add(Scene);

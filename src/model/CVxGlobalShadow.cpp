@@ -63,6 +63,8 @@ void CVxGlobalShadow::LoadFromKept(const CVxKeptSection& kept)
 
 void CVxGlobalShadow::StoreToKept(CVxKeptSection& kept) const
 {
+    // Settings made in the program are saved with the project.
+    kept.SetPresent();
     const std::pair<const char*, CVxStringW> values[] = {
         {"Enabled", CVxStringW(enabled ? L"1" : L"0")},
         {"Day", DblSaveW(day)},

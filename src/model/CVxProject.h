@@ -40,8 +40,10 @@ public:
     // Writes the section, with no keys when none were read.
     void SaveToFile(CVxIniWriter* writer, const CVxStringA& section) const;
 
-    // Whether the project's file had the section at all.
+    // Whether the project's file had the section at all, or the program
+    // has given it values since.
     bool IsPresent() const { return m_present; }
+    void SetPresent() { m_present = true; }
 
     std::vector<std::pair<CVxStringA, CVxStringW>> m_values;
 

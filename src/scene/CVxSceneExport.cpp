@@ -296,6 +296,24 @@ long long CVxSceneExport::GetUncompressedLibrarySize()
     return g_uncompressedLibrarySize;
 }
 
+void CVxSceneExport::GetSunPlacement(CVxProject& project, CVxGlobalShadow* shadow, int zoom, double place[3],
+                                     double direction[3])
+{
+    const double s = std::clamp(zoom, 1, 100000) * CentimetresPerUnit(project.m_unit) / 10000.0;
+    const double TW = project.GetTotalWidth() * s;
+    const double TH = project.GetTotalHeight() * s;
+    CVx3DPoint d;
+    project.GetSunDirection(d, shadow);
+    // Far enough out that the shadow map's view takes in the whole plan.
+    const double D = 10 * (TW + TH);
+    place[0] = d.x * D + TW / 2;
+    place[1] = d.z * D;
+    place[2] = d.y * D + TH / 2;
+    direction[0] = -d.x;
+    direction[1] = -d.z;
+    direction[2] = -d.y;
+}
+
 bool CVxSceneExport::Write(CVxProject& project, const SVxSceneExportRequest& request)
 {
     const SVx3DSceneOptions& options = request.options;
@@ -529,17 +547,16 @@ bool CVxSceneExport::Write(CVxProject& project, const SVxSceneExportRequest& req
     fprintf(f, "PointLight {radius 500 intensity .19 location %.2f -3 %.2f}\r\n", TW, TH + 5);
 
     if (pars.shadows) {
-        CVx3DPoint d;
-        project.GetSunDirection(d, nullptr);
+        double place[3], dir[3];
+        GetSunPlacement(project, nullptr, options.zoom, place, dir);
         const CVxDRect box = project.GetCoveringBBox();
         const double R = std::max(box.right - box.left, box.bottom - box.top) * s + 10;
-        const double D = 10 * (TW + TH);
-        const double px = d.x * D + TW / 2, py = d.z * D, pz = d.y * D + TH / 2;
+        const double px = place[0], py = place[1], pz = place[2];
         fprintf(f,
                 "DEF %s DirectionalLight {projectionLocation %.2f %.2f %.2f projectionRectangle %.2f %.2f "
                 "%.2f %.2f "
                 "direction %.2f %.2f %.2f intensity .36\r\n",
-                SVx3DExportPars::SunNodeName().c_str(), px, py, pz, -R, -R, R, R, -d.x, -d.z, -d.y);
+                SVx3DExportPars::SunNodeName().c_str(), px, py, pz, -R, -R, R, R, dir[0], dir[1], dir[2]);
         fputs("  shadows TRUE defaultShadowMap GeneratedShadowMap { update \"ALWAYS\" size 2048 scale 8 bias "
               "12 } }\r\n",
               f);

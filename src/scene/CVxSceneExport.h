@@ -9,6 +9,7 @@
 #include <cstdio>
 
 class CVxFloorPlan;
+class CVxGlobalShadow;
 class CVxProject;
 class CVxViewpointSet;
 
@@ -44,6 +45,11 @@ public:
     static double Get3DSurfacePos(CVxProject& project, const CVxFloorPlan* plan, double x, double y,
                                   int floor);
     static void WriteEdgeEnhanceScreenEffect(FILE* file);
+    // The sun of the scene in scene axes (y up, metres times the 3D zoom):
+    // where it stands and the direction it shines in. `shadow` null means
+    // the project's own settings; `zoom` is the option 3DZoom.
+    static void GetSunPlacement(CVxProject& project, CVxGlobalShadow* shadow, int zoom, double place[3],
+                                double direction[3]);
 
     // The bytes that inlining the proto library added to the last scene.
     static long long GetUncompressedLibrarySize();

@@ -1,15 +1,20 @@
 #include "CVx3dViewer.h"
 
 #include "CVx3dSnapshot.h"
+#include "CVxAppCore.h"
+#include "CVxColorPickerDlg.h"
 #include "CVxLocalize.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
+#include "CVxSceneExport.h"
+#include "CVxTimeAndPosDlg.h"
 #include "IVxAppHelperCallback.h"
 #include "VxCastleEngine.h"
 #include "VxLocalizeWidgets.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDialog>
@@ -31,7 +36,9 @@
 #include <QPinchGesture>
 #include <QPlainTextEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QScreen>
+#include <QSlider>
 #include <QTapGesture>
 #include <QThread>
 #include <QTimer>
@@ -79,7 +86,13 @@ enum EVxViewerRow
     ROW_ENTER_NAME,
     ROW_MOUSE_LOOK,
     ROW_LAYER,
-    ROW_PLAY
+    ROW_PLAY,
+    ROW_SUN,
+    ROW_DATE,
+    ROW_TIME,
+    ROW_SUN_POS,
+    ROW_SHOW_SUN,
+    ROW_GROUND
 };
 
 // Messages of the viewer.
@@ -294,6 +307,58 @@ void CVx3dViewer::BuildControls()
             OnWallsVisibilityChanged(mode);
     });
     side->addWidget(m_wallsMode);
+
+    // The sun: date and time move it in the running scene; turning the
+    // shadow on or off, or another place, is a new export.
+    m_chkSun = new QCheckBox(Dlg(ROW_SUN, L"Sun and Shadows"), m_sidePanel);
+    m_chkSun->setFocusPolicy(Qt::NoFocus);
+    connect(m_chkSun, &QCheckBox::toggled, this, [this](bool on) {
+        if (m_updatingControls)
+            return;
+        CVxProject& project = VX_GetCore()->GetProject();
+        CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+        shadow.enabled = on;
+        shadow.StoreToKept(project.m_globalShadow);
+        project.m_modified = true;
+        ReExport();
+    });
+    side->addWidget(m_chkSun);
+    m_dateLabel = new QLabel(m_sidePanel);
+    side->addWidget(m_dateLabel);
+    m_sliderDate = new QSlider(Qt::Horizontal, m_sidePanel);
+    m_sliderDate->setRange(0, 359);
+    m_sliderDate->setPageStep(30);
+    m_sliderDate->setFocusPolicy(Qt::NoFocus);
+    connect(m_sliderDate, &QSlider::valueChanged, this, &CVx3dViewer::OnSliderDateChanged);
+    side->addWidget(m_sliderDate);
+    m_timeLabel = new QLabel(m_sidePanel);
+    side->addWidget(m_timeLabel);
+    m_sliderTime = new QSlider(Qt::Horizontal, m_sidePanel);
+    m_sliderTime->setRange(0, 24 * 60 - 1);
+    m_sliderTime->setSingleStep(5);
+    m_sliderTime->setPageStep(60);
+    m_sliderTime->setFocusPolicy(Qt::NoFocus);
+    connect(m_sliderTime, &QSlider::valueChanged, this, &CVx3dViewer::OnSliderTimeChanged);
+    side->addWidget(m_sliderTime);
+    m_chkShowSun = new QCheckBox(Dlg(ROW_SHOW_SUN, L"Show the Sun"), m_sidePanel);
+    m_chkShowSun->setFocusPolicy(Qt::NoFocus);
+    connect(m_chkShowSun, &QCheckBox::toggled, this, [this](bool on) {
+        if (m_updatingControls)
+            return;
+        CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+        shadow.showSunObject = on;
+        OnSunShadowTimeOrPosChanged(shadow);
+    });
+    side->addWidget(m_chkShowSun);
+    m_btnSunPos =
+        new QPushButton(Dlg(ROW_SUN_POS, L"Location and Time") + QStringLiteral("..."), m_sidePanel);
+    m_btnSunPos->setFocusPolicy(Qt::NoFocus);
+    connect(m_btnSunPos, &QPushButton::clicked, this, &CVx3dViewer::BtnSunPosClick);
+    side->addWidget(m_btnSunPos);
+    m_btnGround = new QPushButton(Dlg(ROW_GROUND, L"Ground Colour") + QStringLiteral("..."), m_sidePanel);
+    m_btnGround->setFocusPolicy(Qt::NoFocus);
+    connect(m_btnGround, &QPushButton::clicked, this, &CVx3dViewer::BtnColorClick);
+    side->addWidget(m_btnGround);
     m_sidePanel->setFixedWidth(220);
     middle->addWidget(m_sidePanel);
     outer->addLayout(middle, 1);
@@ -448,8 +513,10 @@ void CVx3dViewer::ShowWaiterImage(bool show)
 void CVx3dViewer::SetScene(const CVxStringW& path, const CVx3dSceneSwitches& switches, bool phong,
                            bool sameScene)
 {
-    bool reload = m_reloadPending;
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+    bool reload = m_reloadPending || (!m_sceneFile.IsEmpty() && (shadow.enabled || m_lastShadows));
     m_reloadPending = false;
+    m_lastShadows = shadow.enabled;
     m_phongOn = phong;
     m_sceneFile = path;
     if (!(sameScene && switches.IsCompatible(m_floorLayerVis)))
@@ -532,6 +599,8 @@ void CVx3dViewer::Castle3DAfterSceneLoaded()
     m_wallsMode->setCurrentIndex(std::clamp(m_floorLayerVis.wallsMode, 0, 2));
     m_updatingControls = false;
     ApplyEffects();
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+    LoadSunShadow(shadow);
     LoadFloorLayerVisFromSwitches();
     ApplyFloorLayerVis();
     if (m_navKeeper.ApplyState(m_glWidget, false))
@@ -543,7 +612,7 @@ void CVx3dViewer::ApplyEffects()
     if (m_updatingControls || !m_glWidget || !m_glWidget->IsAfterInit())
         return;
     m_glWidget->EnsureContextCurrent();
-    CGE_SetVariableInt(CGE_VAR_SSAO, m_actSoftShadows->isChecked() ? 1 : 0);
+    CGE_SetVariableInt(CGE_VAR_SSAO, m_actSoftShadows->isChecked() && !m_glWidget->IsCameraMoving() ? 1 : 0);
     CGE_SetVariableInt(CGE_VAR_OCCLUSION_QUERY, m_actOcclusion->isChecked() ? 1 : 0);
     CGE_SetVariableInt(CGE_VAR_HEAD_BOBBING, m_actWalkingEffect->isChecked() ? 1 : 0);
     const bool phong = !m_actLegacy->isChecked();
@@ -558,6 +627,25 @@ void CVx3dViewer::ApplyEffects()
     if (m_actEdgeEnhance->isChecked())
         CGE_SetNodeFieldValue_SFBool("VX_EDGE_ENHANCE_EFFECT", "enabled", true);
     m_glWidget->updateGL();
+}
+
+void CVx3dViewer::OnCameraMotion(bool moving)
+{
+    if (!m_glWidget || !m_glWidget->IsAfterInit())
+        return;
+    // The screen effects, ambient occlusion above all, and the lighting by
+    // the pixel cost more than the scene itself on a software renderer:
+    // walking would fall below ten frames a second with them. The still
+    // picture has them again.
+    const bool full = !moving;
+    m_glWidget->EnsureContextCurrent();
+    CGE_SetVariableInt(CGE_VAR_SSAO, full && m_actSoftShadows->isChecked() ? 1 : 0);
+    if (m_actEdgeEnhance->isChecked())
+        CGE_SetNodeFieldValue_SFBool("VX_EDGE_ENHANCE_EFFECT", "enabled", full);
+    // Lighting by the vertex instead of by the pixel halves the cost of a
+    // furnished room; the sun's shadow needs the pixel shading.
+    if (m_phongOn && !m_lastShadows)
+        CGE_SetVariableInt(CGE_VAR_PHONG, full ? 1 : 0);
 }
 
 void CVx3dViewer::SwitchNavigation(int to)
@@ -867,6 +955,12 @@ void CVx3dViewer::ApplyFloorLayerVis()
 void CVx3dViewer::OnWallsVisibilityChanged(int mode)
 {
     m_floorLayerVis.wallsMode = mode;
+    // The project keeps its own; new projects start with the last one.
+    CVxProject& project = VX_GetCore()->GetProject();
+    if (project.m_walls3DStyle != mode) {
+        project.m_walls3DStyle = mode;
+        project.m_modified = true;
+    }
     VX_GetOptions()->m_3DWallsTransp = mode;
     if (!m_glWidget || !m_glWidget->IsAfterInit())
         return;
@@ -880,6 +974,130 @@ void CVx3dViewer::OnWallsVisibilityChanged(int mode)
                                       "whichChoice", m_floorLayerVis.WallChoice(k, true));
     }
     m_glWidget->updateGL();
+}
+
+// --- Sun and ground ------------------------------------------------------------
+
+void CVx3dViewer::LoadSunShadow(const CVxGlobalShadow& shadow)
+{
+    m_updatingControls = true;
+    int day = shadow.day;
+    int minutes = shadow.time;
+    if (day == 0 && minutes == 0) {
+        // No date chosen: the controls offer today and now.
+        const QDateTime now = QDateTime::currentDateTime();
+        day = now.date().dayOfYear() - 1;
+        minutes = now.time().hour() * 60 + now.time().minute();
+    }
+    m_sliderDate->setValue(std::clamp(day, 0, 359));
+    m_sliderTime->setValue(std::clamp(minutes, 0, 24 * 60 - 1));
+    m_dateLabel->setText(
+        Dlg(ROW_DATE, L"Date:") + QLatin1Char(' ') +
+        QLocale().toString(CVxTimeAndPosDlg::DayToDate(m_sliderDate->value()), QStringLiteral("d MMMM")));
+    m_timeLabel->setText(
+        Dlg(ROW_TIME, L"Time:") + QLatin1Char(' ') +
+        QTime(m_sliderTime->value() / 60, m_sliderTime->value() % 60).toString(QStringLiteral("HH:mm")));
+    m_chkSun->setChecked(shadow.enabled);
+    m_chkShowSun->setChecked(shadow.showSunObject);
+    for (QWidget* widget : {static_cast<QWidget*>(m_sliderDate), static_cast<QWidget*>(m_sliderTime),
+                            static_cast<QWidget*>(m_chkShowSun), static_cast<QWidget*>(m_dateLabel),
+                            static_cast<QWidget*>(m_timeLabel)})
+        widget->setEnabled(shadow.enabled);
+    m_updatingControls = false;
+}
+
+void CVx3dViewer::OnSliderDateChanged(int value)
+{
+    if (m_updatingControls)
+        return;
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+    shadow.day = value;
+    // The time the slider shows becomes a chosen one with the date.
+    shadow.time = std::max(m_sliderTime->value(), value == 0 ? 1 : 0);
+    OnSunShadowTimeOrPosChanged(shadow);
+}
+
+void CVx3dViewer::OnSliderTimeChanged(int value)
+{
+    if (m_updatingControls)
+        return;
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+    shadow.day = m_sliderDate->value();
+    shadow.time = shadow.day == 0 ? std::max(value, 1) : value;
+    OnSunShadowTimeOrPosChanged(shadow);
+}
+
+void CVx3dViewer::BtnSunPosClick()
+{
+    CVxGlobalShadow shadow = CVxTimeAndPosDlg::ProjectShadow();
+    CVxTimeAndPosDlg dialog(shadow, this);
+    if (dialog.exec() == QDialog::Accepted)
+        OnSunShadowTimeOrPosChanged(dialog.GetResult());
+}
+
+void CVx3dViewer::OnSunShadowTimeOrPosChanged(const CVxGlobalShadow& shadow)
+{
+    CVxProject& project = VX_GetCore()->GetProject();
+    CVxGlobalShadow own = CVxTimeAndPosDlg::ProjectShadow();
+    CVxGlobalShadow changed = shadow;
+    if (changed.enabled && own.enabled && m_glWidget && m_glWidget->IsAfterInit()) {
+        double place[3], direction[3];
+        CVxSceneExport::GetSunPlacement(project, &changed, VX_GetOptions()->m_3DZoom, place, direction);
+        m_glWidget->EnsureContextCurrent();
+        const CVxStringA sun = SVx3DExportPars::SunNodeName();
+        CGE_SetNodeFieldValue_SFVec3f(sun.c_str(), "projectionLocation", static_cast<float>(place[0]),
+                                      static_cast<float>(place[1]), static_cast<float>(place[2]));
+        CGE_SetNodeFieldValue_SFVec3f(sun.c_str(), "direction", static_cast<float>(direction[0]),
+                                      static_cast<float>(direction[1]), static_cast<float>(direction[2]));
+        CGE_SetNodeFieldValue_SFVec3f(SVx3DExportPars::SunSphereNodeName().c_str(), "translation",
+                                      static_cast<float>(place[0]), static_cast<float>(place[1]),
+                                      static_cast<float>(place[2]));
+        CGE_SetNodeFieldValue_SFInt32(SVx3DExportPars::SunSwitchNodeName().c_str(), "whichChoice",
+                                      (changed.showSunObject ? 1 : 0) - 1);
+        m_glWidget->updateGL();
+    }
+    if (changed != own || changed.day != own.day) {
+        changed.StoreToKept(project.m_globalShadow);
+        project.m_modified = true;
+    }
+    LoadSunShadow(changed);
+}
+
+void CVx3dViewer::BtnColorClick()
+{
+    CVxProject& project = VX_GetCore()->GetProject();
+    CVxColorPickerDlg dialog(project.m_groundAppear, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    VX_GetCore()->CatchUndoRoom(true);
+    VX_GetCore()->GetProject().m_groundAppear = dialog.GetAppearance();
+    VX_GetCore()->GetProject().m_modified = true;
+    OnGroundAppearanceChanged();
+}
+
+void CVx3dViewer::OnGroundAppearanceChanged()
+{
+    const CVxAppearance& ground = VX_GetCore()->GetProject().m_groundAppear;
+    // The background's ground is one colour; a texture is the terrain's.
+    if (!ground.GetTexture().IsEmpty() || !m_glWidget || !m_glWidget->IsAfterInit()) {
+        ReExport();
+        return;
+    }
+    float r, g, b;
+    VxSplitColor(ground.GetColor(), r, g, b);
+    const float colours[6] = {r, g, b, r, g, b};
+    m_glWidget->EnsureContextCurrent();
+    CGE_SetNodeFieldValue_MFVec3f(SVx3DExportPars::BackgroundNodeName().c_str(), "groundColor", 2, colours);
+    m_glWidget->updateGL();
+}
+
+void CVx3dViewer::ReExport()
+{
+    if (CVxMainWindow* window = CVxMainWindow::GetInstance()) {
+        window->Show3D();
+    } else {
+        BtnReloadClick();
+    }
 }
 
 // --- Snapshots, export, log ---------------------------------------------------

@@ -6,6 +6,7 @@
 // changes the scene's contents needs a new export.
 
 #include "CVx3dSceneSwitches.h"
+#include "CVxGlobalShadow.h"
 #include "CVxStringW.h"
 #include "GLWidget.h"
 
@@ -13,11 +14,14 @@
 #include <QWidget>
 
 class QAction;
+class QCheckBox;
 class QComboBox;
 class QDialog;
 class QLabel;
 class QMenu;
 class QPlainTextEdit;
+class QPushButton;
+class QSlider;
 class QToolButton;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -63,6 +67,13 @@ public:
     void SwitchNavigation(int to);
     void OnFloorLayerVisibilityChanged(int floor, int layer, bool visible);
     void OnWallsVisibilityChanged(int mode);
+    // The sun of the project at another date, time or place: the sun light,
+    // its shadow and the sun object move in the running scene. The settings
+    // become the project's.
+    void OnSunShadowTimeOrPosChanged(const CVxGlobalShadow& shadow);
+    // The project's ground colour changed: the running scene takes a plain
+    // colour at once, a texture needs a new export.
+    void OnGroundAppearanceChanged();
     bool SaveScreenshotToFile(const QString& path);
     void SaveSceneToFile(const QString& path);
     // The tour from the current viewpoint to the last one; a key stops it.
@@ -71,6 +82,9 @@ public:
 
     GLWidget* GetGLWidget() const { return m_glWidget; }
     QTreeWidget* GetTreeWidget() const { return m_tree; }
+    QSlider* GetDateSlider() const { return m_sliderDate; }
+    QSlider* GetTimeSlider() const { return m_sliderTime; }
+    QCheckBox* GetSunCheck() const { return m_chkSun; }
     QMenu* GetViewpointsMenu() const { return m_menuViewpoints; }
     int GetCurrentViewpoint() const { return m_currentViewpoint; }
     int GetViewpointCount() const { return m_viewpointCount; }
@@ -88,6 +102,7 @@ public:
     void AddNewWarning(const QString& text) override;
     bool OnKeyPress(int key) override;
     bool OnGestureEvent(QEvent* event) override;
+    void OnCameraMotion(bool moving) override;
 
 protected:
     void moveEvent(QMoveEvent* event) override;
@@ -105,6 +120,13 @@ private:
     void SetNavigationOptionsToCGE();
     void RebuildViewpointsMenu();
     void LoadFloorLayerVisFromSwitches();
+    void LoadSunShadow(const CVxGlobalShadow& shadow);
+    void OnSliderDateChanged(int value);
+    void OnSliderTimeChanged(int value);
+    void BtnSunPosClick();
+    void BtnColorClick();
+    // A new export of the project, for what the running scene can't change.
+    void ReExport();
     void ApplyFloorLayerVis();
     void OnTreeItemChanged(QTreeWidgetItem* item, int column);
     void MenuMouseLookClick();
@@ -131,6 +153,14 @@ private:
     QToolButton* m_btnExamine = nullptr;
     QTreeWidget* m_tree = nullptr;
     QComboBox* m_wallsMode = nullptr;
+    QCheckBox* m_chkSun = nullptr;
+    QCheckBox* m_chkShowSun = nullptr;
+    QSlider* m_sliderDate = nullptr;
+    QSlider* m_sliderTime = nullptr;
+    QLabel* m_dateLabel = nullptr;
+    QLabel* m_timeLabel = nullptr;
+    QPushButton* m_btnSunPos = nullptr;
+    QPushButton* m_btnGround = nullptr;
     QAction* m_actPauseMovie = nullptr;
     QAction* m_actSoftShadows = nullptr;
     QAction* m_actEdgeEnhance = nullptr;
@@ -144,6 +174,9 @@ private:
     CVxStringW m_sceneFile;
     bool m_startMaximised = false;
     bool m_reloadPending = false;
+    // The sun's shadow was on at the last load: its map belongs to the
+    // context, so turning it off needs a new one too.
+    bool m_lastShadows = false;
     bool m_phongOn = true;
     int m_currentViewpoint = 0;
     int m_viewpointCount = 0;

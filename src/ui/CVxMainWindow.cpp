@@ -1,5 +1,6 @@
 #include "CVxMainWindow.h"
 
+#include "CVx3dSetupForm.h"
 #include "CVx3dViewer.h"
 #include "CVxAction.h"
 #include "CVxAdditionalLibrariesDlg.h"
@@ -410,6 +411,8 @@ void CVxMainWindow::CreateDocks()
             dock->setWidget(m_layersForm = new CVxLayersForm(dock));
         else if (i == DOCK_LISTING)
             dock->setWidget(m_partsListForm = new CVxPartsListForm(dock));
+        else if (i == DOCK_3D_SETUP)
+            dock->setWidget(m_setup3dForm = new CVx3dSetupForm(dock));
         else
             dock->setWidget(new QWidget(dock));
         addDockWidget(specs[i].area, dock);
@@ -435,6 +438,11 @@ void CVxMainWindow::CreateDocks()
     }
     m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
     m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
+    m_docks[DOCK_3D_SETUP]->setWindowTitle(m_setup3dForm->windowTitle());
+    connect(m_docks[DOCK_3D_SETUP], &QDockWidget::visibilityChanged, this, [this](bool visible) {
+        if (visible)
+            m_setup3dForm->Refresh();
+    });
     connect(m_docks[DOCK_LAYERS], &QDockWidget::visibilityChanged, this, [this] {
         m_mainToolbar->CheckButton(VX_TB_SHOW_LAYERS, !m_docks[DOCK_LAYERS]->isHidden());
         RefreshProjectWindows();
@@ -946,6 +954,9 @@ bool CVxMainWindow::DoMainToolbarAction(EVxMainToolbarButtonCode code, int index
     case VX_TB_EXPLORE_3D:
         Show3D();
         break;
+    case VX_TB_EXPLORE_3D_SETUP:
+        ShowDock(DOCK_3D_SETUP, m_docks[DOCK_3D_SETUP]->isHidden());
+        break;
     case VX_TB_ADDITIONAL_LIBRARIES: {
         CVxAdditionalLibrariesDlg dialog(this);
         dialog.exec();
@@ -1169,6 +1180,8 @@ void CVxMainWindow::RefreshProjectWindows()
         m_layersForm->ScheduleRefill();
     if (m_partsListForm && !m_docks[DOCK_LISTING]->isHidden())
         m_partsListForm->Refill();
+    if (m_setup3dForm && !m_docks[DOCK_3D_SETUP]->isHidden())
+        m_setup3dForm->Refresh();
 }
 
 void CVxMainWindow::LocalizeAll()
@@ -1566,7 +1579,7 @@ void CVxMainWindow::Show3DScene(const CVxStringW& path)
     }
     CVx3dSceneSwitches switches;
     switches.ScanSceneFile(path.ToQString());
-    switches.wallsMode = options->m_3DWallsTransp;
+    switches.wallsMode = VX_GetCore()->GetProject().m_walls3DStyle;
     const bool sameScene = m_viewer3d != nullptr;
     if (m_viewer3d) {
         if (m_viewer3d->isMinimized())

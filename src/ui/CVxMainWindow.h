@@ -18,6 +18,7 @@ class CVxMainRenderArea;
 class CVxMainScrollArea;
 class CVxMainStatusBar;
 class CVxMainToolbar;
+class CVx3dSetupForm;
 class CVxPartsListForm;
 class QAction;
 class QDockWidget;
@@ -239,6 +240,7 @@ private:
     CVxLibraryForm* m_libraryForm = nullptr;
     CVxLayersForm* m_layersForm = nullptr;
     CVxPartsListForm* m_partsListForm = nullptr;
+    CVx3dSetupForm* m_setup3dForm = nullptr;
     QMenu* m_samplesMenu = nullptr;
     QAction* m_recentSeparator = nullptr;
     CVxStringW m_commandLineFile;

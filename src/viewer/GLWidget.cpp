@@ -227,6 +227,7 @@ void GLWidget::paintGL()
     }
     ++m_frameCount;
     ++m_framesDrawn;
+    TrackCameraMotion();
     CGE_Render();
     // The first frame drawn proves that the driver survived the start.
     CVxOptions* options = VX_GetOptions();
@@ -235,6 +236,42 @@ void GLWidget::paintGL()
         options->SaveToRegistry();
     }
     emit FrameDrawn();
+}
+
+void GLWidget::TrackCameraMotion()
+{
+    float view[12];
+    CGE_GetViewCoords(&view[0], &view[1], &view[2], &view[3], &view[4], &view[5], &view[6], &view[7],
+                      &view[8], &view[9], &view[10], &view[11]);
+    bool moved = false;
+    for (int i = 0; i < 12; ++i) {
+        moved = moved || std::fabs(view[i] - m_lastView[i]) > 1e-5f;
+        m_lastView[i] = view[i];
+    }
+    if (!moved)
+        return;
+    if (!m_restTimer) {
+        m_restTimer = new QTimer(this);
+        m_restTimer->setSingleShot(true);
+        connect(m_restTimer, &QTimer::timeout, this, &GLWidget::OnCameraRest);
+    }
+    m_restTimer->start(kRestMs);
+    if (!m_cameraMoving) {
+        m_cameraMoving = true;
+        // This frame is drawn the light way already.
+        m_viewer->OnCameraMotion(true);
+    }
+}
+
+void GLWidget::OnCameraRest()
+{
+    if (!m_cameraMoving || !m_initialised)
+        return;
+    m_cameraMoving = false;
+    EnsureContextCurrent();
+    m_viewer->OnCameraMotion(false);
+    // The still picture in full quality.
+    updateGL();
 }
 
 void GLWidget::resizeGL(int w, int h)

@@ -34,6 +34,9 @@ public:
     // Gestures belong to the widgets; the viewer turns them into the
     // window's tap, pan and zoom. True when handled.
     virtual bool OnGestureEvent(QEvent* /*event*/) { return false; }
+    // The camera started moving, or came to rest a moment ago. While it
+    // moves the viewer may draw with less care, to keep the frames coming.
+    virtual void OnCameraMotion(bool /*moving*/) {}
 };
 
 class GLWidget : public QOpenGLWindow
@@ -60,6 +63,9 @@ public:
     void SetSaveCPU(bool saveCPU) { m_saveCPU = saveCPU; }
     bool GetSaveCPU() const { return m_saveCPU; }
     int GetFrameCount() const { return m_framesDrawn; }
+    bool IsCameraMoving() const { return m_cameraMoving; }
+    // How long the camera must stand still to count as at rest.
+    static constexpr int kRestMs = 300;
 
     // Gestures as the viewer hands them on.
     void TapAt(QPointF point);
@@ -93,6 +99,10 @@ private slots:
     void OnUpdateTimer();
 
 private:
+    // Compares the camera with the one of the frame before.
+    void TrackCameraMotion();
+    void OnCameraRest();
+
     CVxStringW m_sceneFile;
     bool m_saveCPU = true;
     IVx3dViewerHost* m_viewer;
@@ -105,4 +115,7 @@ private:
     int m_frameCount = 0;
     int m_framesDrawn = 0;
     bool m_timerPending = false;
+    float m_lastView[12] = {};
+    bool m_cameraMoving = false;
+    QTimer* m_restTimer = nullptr;
 };

@@ -98,4 +98,12 @@ TEST(GermanLanguageFile, HasEveryRowTheProgramAsksFor)
     // The library window.
     for (int row = 340; row <= 351; ++row)
         EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_MESSAGES), row, out)) << row;
+    // The 3D viewer, the sun's place and time, the 3D set-up.
+    for (int row = 101; row <= 138; ++row)
+        EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetTableIndex(CVxLocalize::TBL_EXPLORE3DDLG), row, out))
+            << row;
+    for (int row = 1; row <= 15; ++row)
+        EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetDlgIndex("LocationDlg"), row, out)) << row;
+    for (int row = 1; row <= 22; ++row)
+        EXPECT_TRUE(loc.LocalizeDlgStringEx(loc.GetDlgIndex("Setup3DForm"), row, out)) << row;
 }

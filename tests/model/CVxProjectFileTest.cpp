@@ -5,6 +5,7 @@
 #include "CVxAppHelperHeadless.h"
 #include "CVxFloor.h"
 #include "CVxFloorPlan.h"
+#include "CVxGlobalShadow.h"
 #include "CVxProject.h"
 #include "VxContainerTestUtil.h"
 #include "VxModelTestUtil.h"
@@ -124,6 +125,27 @@ TEST(ProjectFile, SmallProjectGivesHeadThenEntriesInOrderOfMention)
     EXPECT_TRUE(written == VxContainerHead() + "\r\n" + VxRawEntry("vx_projt.png", thumbnail) +
                                VxDeflatedEntry("notes.txt", notes) + VxDeflatedEntry("project.pvp", text));
     EXPECT_FALSE(QFile::exists(TempPath("small/house.pvp.saving~").ToQString()));
+}
+
+TEST(ProjectFile, SunChosenInTheProgramIsSaved)
+{
+    // The sample file had no sun; one set afterwards must reach the file.
+    CVxProject project;
+    ASSERT_FALSE(project.m_globalShadow.IsPresent());
+    CVxGlobalShadow sun;
+    sun.enabled = true;
+    sun.latitude = 35.68;
+    sun.day = 170;
+    sun.StoreToKept(project.m_globalShadow);
+    const CVxStringW path = TempPath("sun/house.pvp");
+    ASSERT_TRUE(project.SaveToFile(path, false, nullptr));
+    CVxProject read;
+    ASSERT_TRUE(read.LoadFromFile(path, nullptr, nullptr, false, 0));
+    CVxGlobalShadow back;
+    back.LoadFromKept(read.m_globalShadow);
+    EXPECT_TRUE(back.enabled);
+    EXPECT_EQ(back.day, 170);
+    EXPECT_DOUBLE_EQ(back.latitude, 35.68);
 }
 
 TEST(ProjectFile, HouseRoundTripsInBothForms)

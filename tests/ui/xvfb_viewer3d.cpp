@@ -4,13 +4,17 @@
 // the program working. Times and memory go to the test's output.
 
 #include "CVx3dViewer.h"
+#include "CVxAppCore.h"
+#include "CVxGlobalShadow.h"
 #include "CVxMainWindow.h"
 #include "CVxOptions.h"
+#include "CVxTimeAndPosDlg.h"
 #include "GLWidget.h"
 #include "VxCastleEngine.h"
 #include "VxUiTestEnv.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
 #include <QElapsedTimer>
@@ -18,12 +22,18 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
+#include <QScopeGuard>
 #include <QSignalSpy>
+#include <QSlider>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
 
+#include <algorithm>
 #include <cmath>
+
+#include <sys/resource.h>
 
 class XvfbViewer3d : public QObject
 {
@@ -33,6 +43,7 @@ private slots:
     void roomInTheViewer();
     void secondViewerIsANewEngine();
     void modelSizeWithoutAWindow();
+    void sunOverTheFlat();
 };
 
 namespace {
@@ -94,6 +105,70 @@ QImage NextFrame(GLWidget* widget)
 QRgb At(const QImage& image, double fx, double fy)
 {
     return image.pixel(static_cast<int>(image.width() * fx), static_cast<int>(image.height() * fy));
+}
+
+int DifferentPixels(const QImage& a, const QImage& b)
+{
+    if (a.size() != b.size())
+        return -1;
+    int count = 0;
+    for (int y = 0; y < a.height(); y += 2)
+        for (int x = 0; x < a.width(); x += 2) {
+            const QRgb p = a.pixel(x, y), q = b.pixel(x, y);
+            if (std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) +
+                    std::abs(qBlue(p) - qBlue(q)) >
+                30)
+                ++count;
+        }
+    return count;
+}
+
+double CpuMs()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return (usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) * 1000.0 +
+           (usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1000.0;
+}
+
+struct SWalkTimes
+{
+    double medianMs = 1e9; // between two frames, on the clock
+    double cpuMs = 1e9;    // processor time of the program a frame
+    bool occlusionWhileWalking = false;
+};
+
+// Frame times while the avatar walks forward for a while, the pacing off, as
+// a user holding the arrow key sees them. The processor time tells the cost
+// even when other programs take the machine.
+SWalkTimes WalkingFrameTimes(GLWidget* widget, int milliseconds)
+{
+    widget->SetSaveCPU(false);
+    std::vector<qint64> stamps;
+    QElapsedTimer clock;
+    clock.start();
+    SWalkTimes times;
+    const QMetaObject::Connection connection = QObject::connect(widget, &GLWidget::FrameDrawn, [&] {
+        stamps.push_back(clock.nsecsElapsed());
+        if (stamps.size() > 2 && CGE_GetVariableInt(CGE_VAR_SSAO) == 1)
+            times.occlusionWhileWalking = true;
+    });
+    const double cpuBefore = CpuMs();
+    QTest::keyPress(widget, Qt::Key_Up);
+    QTest::qWait(milliseconds);
+    QTest::keyRelease(widget, Qt::Key_Up);
+    const double cpu = CpuMs() - cpuBefore;
+    QObject::disconnect(connection);
+    widget->SetSaveCPU(true);
+    std::vector<double> gaps;
+    for (size_t i = 1; i < stamps.size(); ++i)
+        gaps.push_back((stamps[i] - stamps[i - 1]) / 1e6);
+    if (gaps.empty())
+        return times;
+    std::nth_element(gaps.begin(), gaps.begin() + gaps.size() / 2, gaps.end());
+    times.medianMs = gaps[gaps.size() / 2];
+    times.cpuMs = cpu / static_cast<double>(stamps.size());
+    return times;
 }
 
 QString Describe(QRgb c)
@@ -357,6 +432,114 @@ void XvfbViewer3d::modelSizeWithoutAWindow()
         QVERIFY2(std::fabs(box[i] - expected[i]) < 1e-4f, qPrintable(QString::number(box[i])));
     // A prototype the file lacks has no size.
     QVERIFY(!CVx3dViewer::GetProtoSize(CVxStringW(model.fileName()), CVxStringA("Chair"), true, box));
+}
+
+void XvfbViewer3d::sunOverTheFlat()
+{
+    CGE_LoadLibraryFrom(QStringLiteral(PLAVENO_ENGINE_DIR "/castleengine"));
+    QVERIFY(CGE_IsLoaded());
+    CVxMainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QVERIFY(window.OpenFile(CVxStringW(QStringLiteral(PLAVENO_SOURCE_DIR "/samples/Flat.pvp")), false));
+    CVxProject& project = VX_GetCore()->GetProject();
+    // Whatever happens, the window closes without asking to save.
+    const auto unmodified = qScopeGuard([&project] { project.m_modified = false; });
+    // The viewer closed before its first frame in the test before.
+    VX_GetOptions()->m_3dViewCrashedLastTime = false;
+    CVxGlobalShadow shadow;
+    shadow.LoadFromKept(project.m_globalShadow);
+    shadow.enabled = true;
+    shadow.day = 170;
+    shadow.time = 10 * 60;
+    shadow.StoreToKept(project.m_globalShadow);
+
+    const long memoryBefore = ResidentKiB();
+    QElapsedTimer clock;
+    clock.start();
+    window.Show3D();
+    QPointer<CVx3dViewer> viewer = window.Get3DViewer();
+    QVERIFY(viewer && viewer->GetGLWidget());
+    GLWidget* gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    const qint64 firstFrameMs = clock.elapsed();
+    QVERIFY(viewer->GetSunCheck()->isChecked());
+    QVERIFY(viewer->GetTimeSlider()->isEnabled());
+    QCOMPARE(viewer->GetTimeSlider()->value(), 10 * 60);
+
+    // The evening sun throws other shadows than the morning one.
+    viewer->MoveToViewpoint(0, false);
+    const QImage morning = NextFrame(gl);
+    QVERIFY2(!morning.isNull(), qPrintable(viewer->GetWarnings().join(QLatin1Char('\n'))));
+    morning.save(QStringLiteral("xvfb_viewer3d_flat_morning.png"));
+    viewer->GetTimeSlider()->setValue(17 * 60);
+    const QImage evening = NextFrame(gl);
+    evening.save(QStringLiteral("xvfb_viewer3d_flat_evening.png"));
+    const int changed = DifferentPixels(morning, evening);
+    QVERIFY2(changed > morning.width() * morning.height() / 4 / 50, qPrintable(QString::number(changed)));
+    shadow.LoadFromKept(project.m_globalShadow);
+    QCOMPARE(shadow.time, 17 * 60);
+    QCOMPARE(shadow.day, 170);
+
+    // A city from the location dialog becomes the project's place.
+    bool picked = false;
+    QTimer::singleShot(300, [&picked] {
+        auto* dialog = qobject_cast<CVxTimeAndPosDlg*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        QTimer::singleShot(300, [&picked] {
+            if (auto* preset = qobject_cast<CVxTimeAndPosPresetDlg*>(QApplication::activeModalWidget())) {
+                picked = preset->SelectCity(QStringLiteral("Japan"), QStringLiteral("Tokyo"));
+                preset->accept();
+            }
+        });
+        for (QPushButton* button : dialog->findChildren<QPushButton*>())
+            if (button->text() == QStringLiteral("Choose a City..."))
+                button->click();
+        dialog->accept();
+    });
+    for (QPushButton* button : viewer->findChildren<QPushButton*>())
+        if (button->text() == QStringLiteral("Location and Time..."))
+            button->click();
+    QVERIFY(picked);
+    shadow.LoadFromKept(project.m_globalShadow);
+    QVERIFY(std::fabs(shadow.latitude - 35.68) < 1e-6 && std::fabs(shadow.longitude - 139.69) < 1e-6);
+    QCOMPARE(shadow.timeZone, 9.0);
+    QCOMPARE(shadow.time, 17 * 60);
+    QVERIFY(DifferentPixels(evening, NextFrame(gl)) > 0);
+
+    // Walking draws without the ambient occlusion; the still picture has it
+    // again.
+    viewer->MoveToViewpoint(0, false);
+    NextFrame(gl);
+    QTRY_VERIFY(!gl->IsCameraMoving());
+    const int occlusionAtRest = CGE_GetVariableInt(CGE_VAR_SSAO);
+    const SWalkTimes walk = WalkingFrameTimes(gl, 3000);
+    QVERIFY(!walk.occlusionWhileWalking);
+    QTRY_VERIFY(!gl->IsCameraMoving());
+    gl->EnsureContextCurrent();
+    QCOMPARE(CGE_GetVariableInt(CGE_VAR_SSAO), occlusionAtRest);
+    qInfo("Flat with the sun: first frame after %lld ms; walking %.1f ms a frame (median, %.1f a second), "
+          "%.1f ms processor time a frame; resident memory %ld KiB more with the viewer",
+          static_cast<long long>(firstFrameMs), walk.medianMs, 1000 / walk.medianMs, walk.cpuMs,
+          ResidentKiB() - memoryBefore);
+
+    // Turning the sun off is a new export in a new context.
+    viewer->GetSunCheck()->click();
+    shadow.LoadFromKept(project.m_globalShadow);
+    QVERIFY(!shadow.enabled);
+    QVERIFY(viewer->GetGLWidget() && viewer->GetGLWidget() != gl);
+    gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    QVERIFY(!NextFrame(gl).isNull());
+    QVERIFY(!viewer->GetTimeSlider()->isEnabled());
+    viewer->GetSunCheck()->click();
+    gl = viewer->GetGLWidget();
+    QTRY_VERIFY_WITH_TIMEOUT(gl->IsAfterInit() && gl->GetFrameCount() > 0, 30000);
+    QVERIFY(!NextFrame(gl).isNull());
+    QVERIFY(viewer->GetTimeSlider()->isEnabled());
+    window.Close3DViewer();
+    QTRY_VERIFY(!viewer);
 }
 
 int main(int argc, char** argv)
