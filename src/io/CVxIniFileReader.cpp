@@ -154,6 +154,13 @@ bool CVxIniFileReader::Start()
     return ReadSection(nullptr);
 }
 
+void CVxIniFileReader::ReadAllSectionsNamed(const char* section, IVxReadIniClient* client)
+{
+    Start();
+    while (!GetSectionName().IsEmpty())
+        ReadSection(GetSectionName() == section ? client : nullptr);
+}
+
 bool CVxIniFileReader::ReadSection(IVxReadIniClient* client)
 {
     // The line, key and value buffers of the last section are used again,

@@ -75,6 +75,10 @@ public:
     // is skipped) and stops at the next head, whose name becomes the current
     // one. At the end of the data the name becomes empty and the result false.
     virtual bool ReadSection(IVxReadIniClient* client);
+    // From the start, every section named `section` goes to `client` and
+    // every other one is skipped: the shape of a file with one section of
+    // interest.
+    void ReadAllSectionsNamed(const char* section, IVxReadIniClient* client);
     virtual void SetPathTransformer(IVxReadIniClient* transformer);
     // The full path of a file that the data refers to. A path whose file does
     // not exist is recorded in the list of missing files.

@@ -17,9 +17,7 @@ bool CVxCityList::LoadFromFile(const CVxStringW& path)
     CVxIniFileReader reader(path, 65001);
     if (!reader.IsOpened())
         return false;
-    reader.Start();
-    while (!reader.GetSectionName().IsEmpty())
-        reader.ReadSection(reader.GetSectionName() == "Cities" ? this : nullptr);
+    reader.ReadAllSectionsNamed("Cities", this);
     return true;
 }
 

@@ -12,9 +12,7 @@ bool CVxCountryList::LoadFromFile(const CVxStringW& path)
     CVxIniFileReader reader(path, 65001);
     if (!reader.IsOpened())
         return false;
-    reader.Start();
-    while (!reader.GetSectionName().IsEmpty())
-        reader.ReadSection(reader.GetSectionName() == "Countries" ? this : nullptr);
+    reader.ReadAllSectionsNamed("Countries", this);
     return true;
 }
 

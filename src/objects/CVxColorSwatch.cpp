@@ -197,9 +197,7 @@ bool CVxColorSwatch::LoadFromFile(const CVxStringW& path)
         return false;
     Clear();
     m_path = path;
-    reader.Start();
-    while (!reader.GetSectionName().IsEmpty())
-        reader.ReadSection(reader.GetSectionName() == "ColorSwatch" ? this : nullptr);
+    reader.ReadAllSectionsNamed("ColorSwatch", this);
     if (m_name.IsEmpty())
         m_name = path.ExtractFileTitleWithoutExt();
     return !m_items.empty();
@@ -209,9 +207,7 @@ bool CVxColorSwatch::LoadFromText(const CVxStringA& text)
 {
     CVxStringReader reader(text, 65001);
     Clear();
-    reader.Start();
-    while (!reader.GetSectionName().IsEmpty())
-        reader.ReadSection(reader.GetSectionName() == "ColorSwatch" ? this : nullptr);
+    reader.ReadAllSectionsNamed("ColorSwatch", this);
     return !m_items.empty();
 }
 
