@@ -4,6 +4,7 @@
 #include "VxAngle.h"
 #include "VxGeometryFunctions.h"
 #include "VxNumbers.h"
+#include "VxTrace.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,6 +16,15 @@ namespace {
 constexpr double kDegToRad = std::numbers::pi / 180.0;
 // Points of the polygon that stands for an elliptic opening.
 constexpr int kEllipsePoints = 128;
+// What an opening read from a file may hold, so that its line, written back,
+// stays well inside what the reader takes: a few megabytes at most.
+constexpr size_t kMaxOutlinePoints = 20000;
+constexpr double kMaxCoordinate = 1e11;
+
+bool WithinReach(double value)
+{
+    return std::isfinite(value) && std::fabs(value) <= kMaxCoordinate;
+}
 
 // Turns the outline round, keeping each edge's curve and wall with it: edge j
 // of the result is edge n-2-j of the original, walked backwards.
@@ -103,12 +113,24 @@ bool CVxHoleInFloor::LoadFromString(const CVxStringW& text)
         CVxDPolygon shape;
         if (!shape.LoadFromString(rest))
             return false;
+        bool inReach = shape.points.size() <= kMaxOutlinePoints;
+        for (const std::vector<CVxDPoint>* list : {&shape.points, &shape.bezierControls})
+            for (const CVxDPoint& point : *list)
+                inReach = inReach && WithinReach(point.x) && WithinReach(point.y);
+        if (!inReach) {
+            VxTrace("Floor opening of %zu points or beyond the plan's reach left out\n", shape.points.size());
+            return false;
+        }
         polygon = shape;
     } else {
         double values[5] = {0, 0, 0, 0, 0};
         if (swscanf(rest.c_str(), L"%lf|%lf|%lf|%lf|%lf", &values[0], &values[1], &values[2], &values[3],
                     &values[4]) != 5)
             return false;
+        if (!std::all_of(std::begin(values), std::end(values), WithinReach)) {
+            VxTrace("Floor opening beyond the plan's reach left out\n");
+            return false;
+        }
         x = values[0];
         y = values[1];
         width = values[2];

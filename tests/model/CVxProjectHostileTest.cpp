@@ -3,6 +3,7 @@
 // than any home holds.
 
 #include "CVxFloor.h"
+#include "CVxHoleInFloor.h"
 #include "CVxPartVectorGrouper.h"
 #include "CVxProject.h"
 #include "VxModelTestUtil.h"
@@ -135,4 +136,21 @@ TEST(ProjectHostile, AnOverlongLineMarksTheLoadDamaged)
         EXPECT_EQ(project.m_floors.front()->m_walls.GetHoleCount(), overlong ? 2 : 3);
         project.RemoveTempFiles();
     }
+}
+
+// An opening that could not be read back once written is left out on
+// reading: too many points, or a place beyond any plan.
+TEST(ProjectHostile, FloorOpeningsAreReadOnlyWhenTheyCanBeWrittenBack)
+{
+    std::string many = "Polygon|0|0|";
+    for (int i = 0; i < 20001; ++i)
+        many += std::to_string(i % 500) + ";" + std::to_string(i / 500) + "|";
+    CVxHoleInFloor hole;
+    EXPECT_FALSE(hole.LoadFromString(CVxStringW(QString::fromStdString(many))));
+    EXPECT_FALSE(hole.LoadFromString(L"Polygon|3|0|0;0|1e300;0|0;10|"));
+    EXPECT_FALSE(hole.LoadFromString(L"Rectangle|10|20|1e30|40|0"));
+    ASSERT_TRUE(hole.LoadFromString(L"Polygon|3|0|0;0|-99999999999.5;0|0;10|"));
+    CVxHoleInFloor again;
+    ASSERT_TRUE(again.LoadFromString(hole.SaveToString()));
+    EXPECT_EQ(again.polygon.GetVertexCount(), 3);
 }
