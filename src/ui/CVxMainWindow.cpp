@@ -75,6 +75,21 @@ bool CVxMainWindow::s_openSampleAtFirstStart = true;
 namespace {
 // The docks' titles are message rows from here on, in the order of EVxDock.
 constexpr int kDockTitleRow = 1600;
+
+struct SVxDockSpec
+{
+    const char* name;
+    const wchar_t* title;
+    Qt::DockWidgetArea area;
+};
+const SVxDockSpec kDockSpecs[CVxMainWindow::DOCK_COUNT] = {
+    {"LibraryDock", L"Library", Qt::LeftDockWidgetArea},
+    {"ListingDock", L"Object Listing", Qt::RightDockWidgetArea},
+    {"Setup3DDock", L"Explore in 3D - Setup", Qt::RightDockWidgetArea},
+    {"AlignDock", L"Alignment", Qt::LeftDockWidgetArea},
+    {"LayersDock", L"Layers", Qt::RightDockWidgetArea},
+    {"AttachmentsDock", L"Attachments", Qt::LeftDockWidgetArea},
+    {"CommentsDock", L"Comments", Qt::RightDockWidgetArea}};
 } // namespace
 
 namespace {
@@ -388,23 +403,9 @@ void CVxMainWindow::CreateMenus()
 
 void CVxMainWindow::CreateDocks()
 {
-    struct SVxDockSpec
-    {
-        const char* name;
-        const wchar_t* title;
-        Qt::DockWidgetArea area;
-    };
-    const SVxDockSpec specs[DOCK_COUNT] = {{"LibraryDock", L"Library", Qt::LeftDockWidgetArea},
-                                           {"ListingDock", L"Object Listing", Qt::RightDockWidgetArea},
-                                           {"Setup3DDock", L"Explore in 3D - Setup", Qt::RightDockWidgetArea},
-                                           {"AlignDock", L"Alignment", Qt::LeftDockWidgetArea},
-                                           {"LayersDock", L"Layers", Qt::RightDockWidgetArea},
-                                           {"AttachmentsDock", L"Attachments", Qt::LeftDockWidgetArea},
-                                           {"CommentsDock", L"Comments", Qt::RightDockWidgetArea}};
     for (int i = 0; i < DOCK_COUNT; ++i) {
-        auto* dock = new QDockWidget(VX_MessageText(kDockTitleRow + i, specs[i].title), this);
-        dock->setObjectName(QString::fromLatin1(specs[i].name));
-        dock->setProperty("englishTitle", QString::fromWCharArray(specs[i].title));
+        auto* dock = new QDockWidget(this);
+        dock->setObjectName(QString::fromLatin1(kDockSpecs[i].name));
         if (i == DOCK_LIBRARY)
             dock->setWidget(m_libraryForm = new CVxLibraryForm(dock));
         else if (i == DOCK_LAYERS)
@@ -415,7 +416,7 @@ void CVxMainWindow::CreateDocks()
             dock->setWidget(m_setup3dForm = new CVx3dSetupForm(dock));
         else
             dock->setWidget(new QWidget(dock));
-        addDockWidget(specs[i].area, dock);
+        addDockWidget(kDockSpecs[i].area, dock);
         m_docks[i] = dock;
     }
     tabifyDockWidget(m_docks[DOCK_LISTING], m_docks[DOCK_3D_SETUP]);
@@ -432,13 +433,7 @@ void CVxMainWindow::CreateDocks()
     for (int i = 0; i < DOCK_COUNT; ++i)
         if (i != DOCK_LIBRARY)
             m_docks[i]->hide();
-    for (int i = 0; i < DOCK_COUNT; ++i) {
-        const QString english = m_docks[i]->property("englishTitle").toString();
-        m_docks[i]->setWindowTitle(VX_MessageText(kDockTitleRow + i, english.toStdWString().c_str()));
-    }
-    m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
-    m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
-    m_docks[DOCK_3D_SETUP]->setWindowTitle(m_setup3dForm->windowTitle());
+    LocalizeDockTitles();
     connect(m_docks[DOCK_3D_SETUP], &QDockWidget::visibilityChanged, this, [this](bool visible) {
         if (visible)
             m_setup3dForm->Refresh();
@@ -1184,6 +1179,16 @@ void CVxMainWindow::RefreshProjectWindows()
         m_setup3dForm->Refresh();
 }
 
+void CVxMainWindow::LocalizeDockTitles()
+{
+    for (int i = 0; i < DOCK_COUNT; ++i)
+        m_docks[i]->setWindowTitle(VX_MessageText(kDockTitleRow + i, kDockSpecs[i].title));
+    // The forms with a title of their own name their docks.
+    m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
+    m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
+    m_docks[DOCK_3D_SETUP]->setWindowTitle(m_setup3dForm->windowTitle());
+}
+
 void CVxMainWindow::LocalizeAll()
 {
     CVxUnits::LocalizeUnits();
@@ -1194,12 +1199,7 @@ void CVxMainWindow::LocalizeAll()
     m_exportDxf->setText(VX_MessageText(1312, L"Export to DXF..."));
     m_layersForm->Localize();
     m_partsListForm->Localize();
-    for (int i = 0; i < DOCK_COUNT; ++i) {
-        const QString english = m_docks[i]->property("englishTitle").toString();
-        m_docks[i]->setWindowTitle(VX_MessageText(kDockTitleRow + i, english.toStdWString().c_str()));
-    }
-    m_docks[DOCK_LAYERS]->setWindowTitle(m_layersForm->windowTitle());
-    m_docks[DOCK_LISTING]->setWindowTitle(m_partsListForm->windowTitle());
+    LocalizeDockTitles();
     QEvent change(QEvent::LanguageChange);
     QCoreApplication::sendEvent(m_libraryForm, &change);
     m_helper->RefreshMainViewCaption();

@@ -201,6 +201,8 @@ private:
     void ApplyStoredGeometry();
     void CreateMenus();
     void CreateDocks();
+    // The docks' titles in the chosen language.
+    void LocalizeDockTitles();
     void FillSamplesMenu();
     void ShowAbout();
     // The language's help or news file, false when it has none.
